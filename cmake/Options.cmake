@@ -1,0 +1,45 @@
+set(STINTBOOK_BUILD_KIND development CACHE STRING "What this build is: development, or installed on a user's machine")
+set_property(CACHE STINTBOOK_BUILD_KIND PROPERTY STRINGS development installed)
+if(NOT STINTBOOK_BUILD_KIND MATCHES "^(development|installed)$")
+    message(FATAL_ERROR "STINTBOOK_BUILD_KIND is development or installed, not \"${STINTBOOK_BUILD_KIND}\"")
+endif()
+
+set(STINTBOOK_SANITIZE "" CACHE STRING "Sanitizers of the whole build, as for -fsanitize=")
+option(BUILD_TESTING "Build the tests" ON)
+option(STINTBOOK_BENCHMARKS "Build the benchmarks" OFF)
+option(STINTBOOK_LIBFUZZER "Drive the fuzz targets by libFuzzer (needs clang) instead of by their own driver" OFF)
+
+set(CMAKE_CXX_STANDARD 23)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+add_compile_options(
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi
+    # A designated initializer names what differs from the defaults; the rest is meant to be left out.
+    -Wno-missing-field-initializers)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # g++ 12 reports it falsely for a literal joined to a std::string.
+    add_compile_options(-Wno-restrict)
+endif()
+
+if(STINTBOOK_SANITIZE)
+    add_compile_options(-fsanitize=${STINTBOOK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${STINTBOOK_SANITIZE})
+endif()
+
+find_program(STINTBOOK_MOLD mold)
+mark_as_advanced(STINTBOOK_MOLD)
+if(STINTBOOK_MOLD)
+    add_link_options(-fuse-ld=mold)
+endif()
+
+# Paths are taken relative to the source directory, so that all build directories share one cache.
+find_program(STINTBOOK_CCACHE ccache)
+mark_as_advanced(STINTBOOK_CCACHE)
+if(STINTBOOK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_MAXSIZE=5G
+        CCACHE_SLOPPINESS=include_file_mtime,include_file_ctime,time_macros ${STINTBOOK_CCACHE})
+endif()
