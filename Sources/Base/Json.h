@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <expected>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <rapidjson/document.h>
+
+#include "Base/Decimal.h"
+#include "Base/Identifier.h"
+#include "Base/Instant.h"
+
+namespace stintbook {
+
+/// Writes one JSON document into a string, compact or indented. Slashes are not escaped, text is UTF-8,
+/// doubles are written as `shortestText` has them, decimals with all their digits, UUIDs in upper case.
+/// Ill-formed bytes become U+FFFD, a double that is not finite null. The caller emits keys in code-point
+/// order.
+class JsonWriter {
+public:
+    enum class Layout { compact, indented };
+    explicit JsonWriter(std::string& output, Layout layout = Layout::compact);
+    ~JsonWriter();
+    JsonWriter(const JsonWriter&) = delete;
+    JsonWriter& operator=(const JsonWriter&) = delete;
+
+    template <typename Fill> void object(Fill fill)
+    {
+        beginObject();
+        fill();
+        endObject();
+    }
+    template <typename Items, typename WriteItem> void array(const Items& items, WriteItem writeItem)
+    {
+        beginArray();
+        for (const auto& item : items)
+            writeItem(item);
+        endArray();
+    }
+    void beginObject();
+    void endObject();
+    void beginArray();
+    void endArray();
+    void key(std::string_view name);
+
+    void value(std::string_view text);
+    void value(const std::string& text) { value(std::string_view(text)); }
+    void value(const char* text) { value(std::string_view(text)); }
+    void value(bool flag);
+    void value(std::int64_t number);
+    void value(int number) { value(static_cast<std::int64_t>(number)); }
+    void value(double number);
+    void value(Instant at) { value(at.secondsSinceEpoch); }
+    void value(Seconds length) { value(length.value); }
+    void value(const Decimal& number);
+    void value(const UUID& id);
+    template <typename Kind> void value(const Identifier<Kind>& id) { value(id.uuid); }
+
+    template <typename T> void member(std::string_view name, const T& what)
+    {
+        key(name);
+        value(what);
+    }
+    /// Left out when absent.
+    template <typename T> void member(std::string_view name, const std::optional<T>& what)
+    {
+        if (what)
+            member(name, *what);
+    }
+
+private:
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
+};
+
+/// The fewest digits that read back to the same double: in plain notation from 1e-7 up to 1e21, beyond
+/// that with an exponent. The number is finite.
+std::string shortestText(double number);
+
+/// Parses one whole JSON text, which must be valid UTF-8; doubles are the nearest ones to what is written.
+/// Nesting of any depth is safe. The error says where, as a byte's offset, and what.
+std::expected<rapidjson::Document, std::string> parseJson(std::string_view text);
+
+} // namespace stintbook
