@@ -29,6 +29,10 @@ if(STINTBOOK_SANITIZE)
     add_link_options(-fsanitize=${STINTBOOK_SANITIZE})
 endif()
 
+if(STINTBOOK_LIBFUZZER)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 find_program(STINTBOOK_MOLD mold)
 mark_as_advanced(STINTBOOK_MOLD)
 if(STINTBOOK_MOLD)

@@ -85,7 +85,6 @@ function(stintbook_test folder)
     if(arg_CONCURRENT)
         list(JOIN arg_CONCURRENT ":" concurrent)
         add_dependencies(concurrent-tests ${target})
-        # A list inside of a property does not survive the way to ctest: each test has one label of its own.
         gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 TEST_LIST ${target}Concurrent
             TEST_FILTER "${concurrent}" PROPERTIES ${properties} LABELS concurrent)
         set(others TEST_FILTER "-${concurrent}")
@@ -97,23 +96,24 @@ function(stintbook_test folder)
     gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 ${others} PROPERTIES ${properties})
 endfunction()
 
-# stintbook_fuzz(Name [DEPENDS targets…])
+# stintbook_fuzz(Name [DEPENDS targets…] [RUNS count])
 #
 # <Name>Fuzz from Tests/Fuzz/<Name>Fuzz.cpp, which defines LLVMFuzzerTestOneInput; its seeds lie in
 # Tests/Fuzz/Corpus/<Name>. In the preset "fuzz" libFuzzer drives it, for as long as one likes; in all others a
-# driver of our own replays the seeds and a bounded, reproducible run of mutations of them, as a test.
+# driver of our own replays the seeds and RUNS mutations of them (20000, always the same), as a test.
 function(stintbook_fuzz name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "RUNS" "DEPENDS")
     set(target ${name}Fuzz)
     set(corpus "${CMAKE_CURRENT_SOURCE_DIR}/Corpus/${name}")
     add_executable(${target} ${name}Fuzz.cpp)
     target_link_libraries(${target} PRIVATE ${arg_DEPENDS} FuzzDriver)
+    add_dependencies(fuzz-targets ${target})
     if(STINTBOOK_LIBFUZZER)
         set(found "${CMAKE_BINARY_DIR}/corpus/${name}")
         file(MAKE_DIRECTORY "${found}")
         add_test(NAME ${target} COMMAND ${target} -max_total_time=60 "${found}" "${corpus}")
     else()
-        add_test(NAME ${target} COMMAND ${target} "${corpus}")
+        add_test(NAME ${target} COMMAND ${target} "${corpus}" ${arg_RUNS})
     endif()
     set_tests_properties(${target} PROPERTIES LABELS fuzz TIMEOUT 120)
 endfunction()
