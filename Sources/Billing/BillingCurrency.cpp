@@ -1,0 +1,78 @@
+#include "Billing/BillingCurrency.h"
+
+#include <array>
+#include <memory>
+#include <set>
+
+#include <unicode/locid.h>
+#include <unicode/numberformatter.h>
+#include <unicode/ucurr.h>
+#include <unicode/uenum.h>
+
+#include "Base/Text.h"
+
+namespace stintbook {
+
+namespace {
+
+    std::set<std::string, std::less<>> readCurrencyCodes()
+    {
+        std::set<std::string, std::less<>> codes;
+        UErrorCode status = U_ZERO_ERROR;
+        const std::unique_ptr<UEnumeration, decltype(&uenum_close)> currencies(
+            ucurr_openISOCurrencies(UCURR_ALL, &status), &uenum_close);
+        while (U_SUCCESS(status)) {
+            const char* const code = uenum_next(currencies.get(), nullptr, &status);
+            if (!code)
+                break;
+            codes.insert(code);
+        }
+        return codes;
+    }
+
+    bool isCurrencyCode(std::string_view code)
+    {
+        static const auto codes = readCurrencyCodes();
+        return codes.contains(code);
+    }
+
+    icu::StringPiece piece(std::string_view text)
+    {
+        return {text.data(), static_cast<int32_t>(text.size())};
+    }
+
+} // namespace
+
+std::optional<BillingCurrency> BillingCurrency::fromText(std::string_view code)
+{
+    auto normalised = upperCased(trimmed(code));
+    if (!isCurrencyCode(normalised))
+        return std::nullopt;
+    return BillingCurrency(std::move(normalised));
+}
+
+std::optional<BillingCurrency> BillingCurrency::ofLocale(std::string_view locale)
+{
+    std::array<char16_t, 4> code{};
+    UErrorCode status = U_ZERO_ERROR;
+    ucurr_forLocale(std::string(locale).c_str(), code.data(), code.size(), &status);
+    if (U_FAILURE(status))
+        return std::nullopt;
+    std::string text;
+    return fromText(icu::UnicodeString(code.data()).toUTF8String(text));
+}
+
+std::string formattedAmount(const Decimal& amount, const BillingCurrency& currency, std::string_view locale)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::CurrencyUnit unit(piece(currency.code()), status);
+    std::string text;
+    icu::number::NumberFormatter::withLocale(icu::Locale(std::string(locale).c_str()))
+        .unit(unit)
+        .formatDecimal(piece(amount.text()), status)
+        .toString(status)
+        .toUTF8String(text);
+    return U_SUCCESS(status) ? text : amount.text() + " " + currency.code();
+}
+
+} // namespace stintbook

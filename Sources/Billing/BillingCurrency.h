@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Base/Decimal.h"
+
+namespace stintbook {
+
+/// An ISO 4217 currency, upper case.
+class BillingCurrency {
+public:
+    /// Trimmed and upper-cased; absent when it is no ISO currency.
+    static std::optional<BillingCurrency> fromText(std::string_view code);
+    /// The currency of a locale's region ("de_DE"), if it has one: what a new ledger suggests.
+    static std::optional<BillingCurrency> ofLocale(std::string_view locale);
+
+    const std::string& code() const { return m_code; }
+
+    friend bool operator==(const BillingCurrency&, const BillingCurrency&) = default;
+
+private:
+    explicit BillingCurrency(std::string code)
+        : m_code(std::move(code))
+    {
+    }
+
+    std::string m_code;
+};
+
+/// An amount in the locale's currency format, rounded as the currency is. The one place where money is
+/// rounded.
+std::string formattedAmount(const Decimal& amount, const BillingCurrency& currency, std::string_view locale);
+
+} // namespace stintbook
