@@ -22,6 +22,9 @@ add_compile_options(
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # g++ 12 reports it falsely for a literal joined to a std::string.
     add_compile_options(-Wno-restrict)
+else()
+    # The macros of sd-bus hold them.
+    add_compile_options(-Wno-c99-extensions)
 endif()
 
 if(STINTBOOK_SANITIZE)
