@@ -52,7 +52,8 @@ endfunction()
 # The current folder as <Folder>Tests, linked with the source folder of that name, if there is one, with
 # DEPENDS and with TestSupport. CONCURRENT are the gtest filters (as Executor.*) of tests that run threads:
 # they are labelled "concurrent" and also run under the thread sanitizer. PROCESS tests start velloran-cli:
-# its path stands in the environment variable VELLORAN_CLI. SERIAL tests run beside no other test.
+# its path stands in the environment variable VELLORAN_CLI. SERIAL tests run beside no other test. The labels
+# "desktop" and "measured" (time, memory, wake-ups) keep tests out of the runs under sanitizers.
 function(stintbook_test folder)
     cmake_parse_arguments(PARSE_ARGV 1 arg "PROCESS;SERIAL" "TIMEOUT" "DEPENDS;CONCURRENT;LABELS")
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS "*.cpp")
