@@ -1,0 +1,20 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <vector>
+
+#include "Domain/AssignmentDirectory.h"
+#include "Rules/AttributionRule.h"
+
+namespace stintbook {
+
+/// Pairs of enabled rules that could match the same work but attribute it differently, each way round.
+std::map<RuleID, std::set<RuleID>> conflicts(const std::vector<AttributionRule>& rules,
+                                             const AssignmentDirectory& directory);
+
+/// The rules that lose a conflict to a rule above them.
+std::set<RuleID> losingRuleIDs(const std::vector<AttributionRule>& rules,
+                               const AssignmentDirectory& directory);
+
+} // namespace stintbook
