@@ -59,7 +59,7 @@ std::expected<std::optional<Decimal>, RateProblem> validateRate(std::string_view
         return std::unexpected(RateProblem::notANumber);
     if (significantDigitCount(typed) > Decimal::significantDigits)
         return std::unexpected(RateProblem::tooManyDigits);
-    const auto rate = Decimal::parse(typed);
+    auto rate = Decimal::parse(typed);
     if (!rate)
         return std::unexpected(RateProblem::notANumber);
     if (rate->isNegative())
