@@ -5,12 +5,15 @@
 #include <cmath>
 #include <limits>
 
+#include <boost/multiprecision/cpp_int.hpp>
 #include <fmt/format.h>
 
 namespace stintbook {
 
 namespace {
 
+    /// Wide enough for every intermediate: the longest is a sum of two numbers at opposite ends of the
+    /// magnitude, some 260 digits.
     using Wide = boost::multiprecision::int1024_t;
 
     constexpr std::string_view decimalDigits = "0123456789";
@@ -91,46 +94,50 @@ namespace {
 
 } // namespace
 
-Decimal Decimal::fitted(const WideInteger& coefficient, int exponent, int lowestPlace)
-{
-    Decimal result;
-    if (coefficient.is_zero())
-        return result;
+struct DecimalArithmetic {
+    /// The one way to a result: rounded to what a decimal holds and to no digit below 10^lowestPlace.
+    static Decimal fitted(const Wide& coefficient, int exponent, int lowestPlace = -Decimal::magnitudeDigits)
+    {
+        Decimal result;
+        if (coefficient.is_zero())
+            return result;
 
-    const bool isNegative = coefficient < 0;
-    WideInteger magnitude = abs(coefficient);
-    const int digits = digitCount(magnitude);
-    const int excess = std::max({digits - significantDigits, lowestPlace - exponent, 0});
-    if (excess > digits)
-        return result;
-    if (excess > 0) {
-        magnitude = withoutLowestDigits(magnitude, excess);
-        exponent += excess;
-    }
-    if (magnitude.is_zero())
-        return result;
+        const bool isNegative = coefficient < 0;
+        Wide magnitude = abs(coefficient);
+        const int digits = digitCount(magnitude);
+        const int excess = std::max({digits - Decimal::significantDigits, lowestPlace - exponent, 0});
+        if (excess > digits)
+            return result;
+        if (excess > 0) {
+            magnitude = withoutLowestDigits(magnitude, excess);
+            exponent += excess;
+        }
+        if (magnitude.is_zero())
+            return result;
 
-    if (digitCount(magnitude) + exponent > magnitudeDigits) {
-        magnitude = powerOfTen(significantDigits) - 1;
-        exponent = magnitudeDigits - significantDigits;
+        if (digitCount(magnitude) + exponent > Decimal::magnitudeDigits) {
+            magnitude = powerOfTen(Decimal::significantDigits) - 1;
+            exponent = Decimal::magnitudeDigits - Decimal::significantDigits;
+        }
+        auto narrow = static_cast<Decimal::Integer>(magnitude);
+        while (narrow % 10 == 0) {
+            narrow /= 10;
+            ++exponent;
+        }
+        result.m_coefficient = isNegative ? -narrow : narrow;
+        result.m_exponent = exponent;
+        return result;
     }
-    auto narrow = static_cast<Integer>(magnitude);
-    while (narrow % 10 == 0) {
-        narrow /= 10;
-        ++exponent;
-    }
-    result.m_coefficient = isNegative ? Integer(-narrow) : narrow;
-    result.m_exponent = exponent;
-    return result;
-}
 
-Decimal::WideInteger Decimal::coefficientAt(int exponent) const
-{
-    return WideInteger(m_coefficient) * powerOfTen(m_exponent - exponent);
-}
+    /// The coefficient as if the exponent were `exponent`, which is not above the real one.
+    static Wide coefficientAt(const Decimal& number, int exponent)
+    {
+        return Wide(number.m_coefficient) * powerOfTen(number.m_exponent - exponent);
+    }
+};
 
 Decimal::Decimal(std::int64_t value)
-    : Decimal(fitted(value, 0))
+    : Decimal(DecimalArithmetic::fitted(value, 0))
 {
 }
 
@@ -146,9 +153,9 @@ std::optional<Decimal> Decimal::parse(std::string_view text)
         || digits + notation->exponent > magnitudeDigits)
         return std::nullopt;
 
-    const WideInteger magnitude(notation->digits);
-    return fitted(notation->isNegative ? WideInteger(-magnitude) : magnitude,
-                  static_cast<int>(notation->exponent));
+    const Wide magnitude(notation->digits);
+    return DecimalArithmetic::fitted(notation->isNegative ? Wide(-magnitude) : magnitude,
+                                     static_cast<int>(notation->exponent));
 }
 
 Decimal Decimal::wholeSeconds(double seconds)
@@ -156,12 +163,12 @@ Decimal Decimal::wholeSeconds(double seconds)
     if (!(seconds > 0) || !std::isfinite(seconds))
         return {};
     // The largest double below one half: with one half itself, 0.49999999999999994 would round up.
-    return fitted(WideInteger(std::trunc(seconds + 0.49999999999999994)), 0);
+    return DecimalArithmetic::fitted(Wide(std::trunc(seconds + 0.49999999999999994)), 0);
 }
 
 std::string Decimal::text() const
 {
-    std::string digits = Integer(abs(m_coefficient)).str();
+    std::string digits = Wide(abs(Wide(m_coefficient))).str();
     if (m_exponent >= 0) {
         digits.append(static_cast<std::size_t>(m_exponent), '0');
     } else {
@@ -177,7 +184,7 @@ std::string Decimal::text() const
 
 Decimal Decimal::rounded(int places) const
 {
-    return fitted(m_coefficient, m_exponent, std::max(-places, -magnitudeDigits));
+    return DecimalArithmetic::fitted(Wide(m_coefficient), m_exponent, std::max(-places, -magnitudeDigits));
 }
 
 Decimal Decimal::roundedUp() const
@@ -190,7 +197,7 @@ Decimal Decimal::roundedUp() const
 
 double Decimal::approximate() const
 {
-    const std::string notation = fmt::format("{}e{}", m_coefficient.str(), m_exponent);
+    const std::string notation = fmt::format("{}e{}", Wide(m_coefficient).str(), m_exponent);
     double value = 0;
     std::from_chars(notation.data(), notation.data() + notation.size(), value);
     return value;
@@ -199,7 +206,9 @@ double Decimal::approximate() const
 Decimal operator+(const Decimal& a, const Decimal& b)
 {
     const int exponent = std::min(a.m_exponent, b.m_exponent);
-    return Decimal::fitted(a.coefficientAt(exponent) + b.coefficientAt(exponent), exponent);
+    return DecimalArithmetic::fitted(DecimalArithmetic::coefficientAt(a, exponent)
+                                         + DecimalArithmetic::coefficientAt(b, exponent),
+                                     exponent);
 }
 
 Decimal operator-(const Decimal& a, const Decimal& b)
@@ -209,7 +218,8 @@ Decimal operator-(const Decimal& a, const Decimal& b)
 
 Decimal operator*(const Decimal& a, const Decimal& b)
 {
-    return Decimal::fitted(Wide(a.m_coefficient) * Wide(b.m_coefficient), a.m_exponent + b.m_exponent);
+    return DecimalArithmetic::fitted(Wide(a.m_coefficient) * Wide(b.m_coefficient),
+                                     a.m_exponent + b.m_exponent);
 }
 
 Decimal operator/(const Decimal& a, const Decimal& b)
@@ -230,14 +240,15 @@ Decimal Decimal::productOver(const Decimal& a, const Decimal& b, const Decimal& 
     // rounding: which way it goes shows in the first digit dropped.
     const int scale = 2 * significantDigits + 2;
     const Wide product = Wide(a.m_coefficient) * Wide(b.m_coefficient) * powerOfTen(scale);
-    return fitted(product / Wide(divisor.m_coefficient),
-                  a.m_exponent + b.m_exponent - divisor.m_exponent - scale);
+    return DecimalArithmetic::fitted(product / Wide(divisor.m_coefficient),
+                                     a.m_exponent + b.m_exponent - divisor.m_exponent - scale);
 }
 
 std::strong_ordering operator<=>(const Decimal& a, const Decimal& b)
 {
     const int exponent = std::min(a.m_exponent, b.m_exponent);
-    const int order = a.coefficientAt(exponent).compare(b.coefficientAt(exponent));
+    const int order =
+        DecimalArithmetic::coefficientAt(a, exponent).compare(DecimalArithmetic::coefficientAt(b, exponent));
     return order <=> 0;
 }
 

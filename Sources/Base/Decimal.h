@@ -6,8 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include <boost/multiprecision/cpp_int.hpp>
-
 namespace stintbook {
 
 /// An exact decimal number: coefficient × 10^exponent with at most 38 significant digits, all of them
@@ -38,7 +36,7 @@ public:
     /// Plain notation with all digits, '.' as separator, no exponent, no trailing zeros.
     std::string text() const;
 
-    bool isZero() const { return m_coefficient.is_zero(); }
+    bool isZero() const { return m_coefficient == 0; }
     bool isNegative() const { return m_coefficient < 0; }
 
     /// To `places` digits behind the point, halves away from zero.
@@ -65,15 +63,9 @@ public:
     friend std::strong_ordering operator<=>(const Decimal& a, const Decimal& b);
 
 private:
-    using Integer = boost::multiprecision::int128_t;
-    /// Wide enough for every intermediate: the longest is a sum of two numbers at opposite ends of the
-    /// magnitude, some 260 digits.
-    using WideInteger = boost::multiprecision::int1024_t;
-
-    /// The one way to a result: rounded to what a decimal holds and to no digit below 10^lowestPlace.
-    static Decimal fitted(const WideInteger& coefficient, int exponent, int lowestPlace = -magnitudeDigits);
-    /// The coefficient as if the exponent were `exponent`, which is not above the real one.
-    WideInteger coefficientAt(int exponent) const;
+    /// The wide integers behind the arithmetic are no business of whoever includes this.
+    friend struct DecimalArithmetic;
+    __extension__ using Integer = __int128;
 
     Integer m_coefficient = 0; // |coefficient| < 10^38, which 127 bits hold
     int m_exponent = 0;

@@ -18,11 +18,16 @@ template <typename T, typename E> T valueOf(std::expected<T, E>&& result)
 
 } // namespace stintbook
 
-/// The value of an expected, or an early return of its error from the enclosing function.
-#define TRY(expression)                                                                                      \
+// One TRY may stand inside another, so each names its result differently.
+#define STINTBOOK_TRY(expression, result)                                                                    \
     __extension__({                                                                                          \
-        auto stintbookResult = (expression);                                                                 \
-        if (!stintbookResult)                                                                                \
-            return std::unexpected(std::move(stintbookResult).error());                                      \
-        ::stintbook::valueOf(std::move(stintbookResult));                                                    \
+        auto result = (expression);                                                                          \
+        if (!result)                                                                                         \
+            return std::unexpected(std::move(result).error());                                               \
+        ::stintbook::valueOf(std::move(result));                                                             \
     })
+#define STINTBOOK_JOINED(first, second) first##second
+#define STINTBOOK_NUMBERED(name, number) STINTBOOK_JOINED(name, number)
+
+/// The value of an expected, or an early return of its error from the enclosing function.
+#define TRY(expression) STINTBOOK_TRY(expression, STINTBOOK_NUMBERED(stintbookResult, __COUNTER__))
