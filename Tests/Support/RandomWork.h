@@ -21,6 +21,18 @@ public:
     explicit RandomWork(unsigned seed)
         : m_engine(seed)
     {
+        std::vector<Client> clients;
+        std::vector<Project> projects;
+        for (int i = 0; i < 3; ++i) {
+            clients.push_back({.id = {uuid()}, .name = "Client", .isArchived = i == 2});
+            for (int j = 0; j < 2; ++j)
+                projects.push_back({.id = {uuid()},
+                                    .clientID = clients.back().id,
+                                    .name = "Project",
+                                    .defaultBillable = j == 0,
+                                    .isArchived = i == 1 && j == 1});
+        }
+        m_directory = AssignmentDirectory(std::move(clients), std::move(projects));
     }
 
     std::size_t below(std::size_t bound) { return m_engine() % bound; }
@@ -39,24 +51,7 @@ public:
     }
 
     /// Three clients with two projects each; one client and one project are archived.
-    const AssignmentDirectory& directory()
-    {
-        if (m_directory.clients().empty()) {
-            std::vector<Client> clients;
-            std::vector<Project> projects;
-            for (int i = 0; i < 3; ++i) {
-                clients.push_back({.id = {uuid()}, .name = "Client", .isArchived = i == 2});
-                for (int j = 0; j < 2; ++j)
-                    projects.push_back({.id = {uuid()},
-                                        .clientID = clients.back().id,
-                                        .name = "Project",
-                                        .defaultBillable = j == 0,
-                                        .isArchived = i == 1 && j == 1});
-            }
-            m_directory = AssignmentDirectory(std::move(clients), std::move(projects));
-        }
-        return m_directory;
-    }
+    const AssignmentDirectory& directory() const { return m_directory; }
 
     /// Observed work; some of it without a title, a domain or even an application.
     ActivitySegment segment(Instant start, Seconds length)

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+
+#include "Domain/ActivitySegment.h"
+#include "Rules/AttributionEngine.h"
+#include "Rules/ExclusionEngine.h"
+
+namespace stintbook {
+
+/// Asks the engines once for all segments that look alike to rules: a day holds few kinds of them. Refers
+/// to the engines and to the segments it was asked about, and lives as long as the building of one day.
+class SegmentEvaluator {
+public:
+    struct Verdict {
+        /// Absent when the segment is excluded.
+        std::optional<AttributionEvaluation> evaluation;
+        /// Which kind of segment this is.
+        std::size_t number = 0;
+    };
+
+    SegmentEvaluator(const AttributionEngine& engine, const ExclusionEngine& exclusion)
+        : m_engine(engine)
+        , m_exclusion(exclusion)
+    {
+    }
+
+    const Verdict& verdict(const ActivitySegment& segment);
+
+private:
+    /// What rules can tell segments apart by.
+    struct Kind {
+        explicit Kind(const ActivitySegment& segment);
+
+        std::optional<std::string_view> application;
+        std::optional<std::string_view> host;
+        std::optional<std::string_view> title;
+
+        friend bool operator==(const Kind&, const Kind&) = default;
+    };
+    struct KindHash {
+        std::size_t operator()(const Kind& kind) const;
+    };
+
+    const AttributionEngine& m_engine;
+    const ExclusionEngine& m_exclusion;
+    std::unordered_map<Kind, Verdict, KindHash> m_verdicts;
+};
+
+} // namespace stintbook
