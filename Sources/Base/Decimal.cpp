@@ -12,85 +12,84 @@ namespace stintbook {
 
 namespace {
 
-    /// Wide enough for every intermediate: the longest is a sum of two numbers at opposite ends of the
-    /// magnitude, some 260 digits.
-    using Wide = boost::multiprecision::int1024_t;
+/// Wide enough for every intermediate: the longest is a sum of two numbers at opposite ends of the
+/// magnitude, some 260 digits.
+using Wide = boost::multiprecision::int1024_t;
 
-    constexpr std::string_view decimalDigits = "0123456789";
+constexpr std::string_view decimalDigits = "0123456789";
 
-    Wide powerOfTen(int exponent)
-    {
-        return boost::multiprecision::pow(Wide(10), static_cast<unsigned>(exponent));
+Wide powerOfTen(int exponent)
+{
+    return boost::multiprecision::pow(Wide(10), static_cast<unsigned>(exponent));
+}
+
+/// How many decimal digits a number above zero has.
+int digitCount(const Wide& positive)
+{
+    // 0.30103 is log10(2): at most one too few.
+    const auto bits = static_cast<int>(boost::multiprecision::msb(positive));
+    const int estimate = static_cast<int>(bits * 0.30102999566398119) + 1;
+    return positive >= powerOfTen(estimate) ? estimate + 1 : estimate;
+}
+
+/// |numerator ÷ 10^places|, halves away from zero. `numerator` is not negative.
+Wide withoutLowestDigits(const Wide& numerator, int places)
+{
+    Wide quotient;
+    Wide remainder;
+    const Wide divisor = powerOfTen(places);
+    boost::multiprecision::divide_qr(numerator, divisor, quotient, remainder);
+    if (remainder * 2 >= divisor)
+        ++quotient;
+    return quotient;
+}
+
+struct Notation {
+    bool isNegative = false;
+    std::string digits; // without leading and trailing zeros
+    long long exponent = 0;
+};
+
+/// Splits plain or exponent notation into its parts; the exponent may still be absurd.
+std::optional<Notation> readNotation(std::string_view text)
+{
+    Notation notation;
+    if (text.starts_with('-') || text.starts_with('+')) {
+        notation.isNegative = text.starts_with('-');
+        text.remove_prefix(1);
     }
 
-    /// How many decimal digits a number above zero has.
-    int digitCount(const Wide& positive)
-    {
-        // 0.30103 is log10(2): at most one too few.
-        const auto bits = static_cast<int>(boost::multiprecision::msb(positive));
-        const int estimate = static_cast<int>(bits * 0.30102999566398119) + 1;
-        return positive >= powerOfTen(estimate) ? estimate + 1 : estimate;
-    }
+    const auto mantissa = text.substr(0, text.find_first_not_of("0123456789."));
+    const auto point = mantissa.find('.');
+    const auto fraction = point == std::string_view::npos ? std::string_view() : mantissa.substr(point + 1);
+    notation.digits = mantissa.substr(0, point);
+    notation.digits += fraction;
+    if (notation.digits.empty() || fraction.contains('.'))
+        return std::nullopt;
 
-    /// |numerator ÷ 10^places|, halves away from zero. `numerator` is not negative.
-    Wide withoutLowestDigits(const Wide& numerator, int places)
-    {
-        Wide quotient;
-        Wide remainder;
-        const Wide divisor = powerOfTen(places);
-        boost::multiprecision::divide_qr(numerator, divisor, quotient, remainder);
-        if (remainder * 2 >= divisor)
-            ++quotient;
-        return quotient;
-    }
-
-    struct Notation {
-        bool isNegative = false;
-        std::string digits; // without leading and trailing zeros
-        long long exponent = 0;
-    };
-
-    /// Splits plain or exponent notation into its parts; the exponent may still be absurd.
-    std::optional<Notation> readNotation(std::string_view text)
-    {
-        Notation notation;
-        if (text.starts_with('-') || text.starts_with('+')) {
-            notation.isNegative = text.starts_with('-');
-            text.remove_prefix(1);
-        }
-
-        const auto mantissa = text.substr(0, text.find_first_not_of("0123456789."));
-        const auto point = mantissa.find('.');
-        const auto fraction =
-            point == std::string_view::npos ? std::string_view() : mantissa.substr(point + 1);
-        notation.digits = mantissa.substr(0, point);
-        notation.digits += fraction;
-        if (notation.digits.empty() || fraction.contains('.'))
+    text.remove_prefix(mantissa.size());
+    if (!text.empty()) {
+        if (text.front() != 'e' && text.front() != 'E')
             return std::nullopt;
-
-        text.remove_prefix(mantissa.size());
-        if (!text.empty()) {
-            if (text.front() != 'e' && text.front() != 'E')
-                return std::nullopt;
+        text.remove_prefix(1);
+        const bool isExponentNegative = text.starts_with('-');
+        if (isExponentNegative || text.starts_with('+'))
             text.remove_prefix(1);
-            const bool isExponentNegative = text.starts_with('-');
-            if (isExponentNegative || text.starts_with('+'))
-                text.remove_prefix(1);
-            if (text.empty() || text.find_first_not_of(decimalDigits) != std::string_view::npos)
-                return std::nullopt;
-            constexpr long long absurd = std::numeric_limits<int>::max();
-            if (std::from_chars(text.data(), text.data() + text.size(), notation.exponent).ec != std::errc())
-                notation.exponent = absurd;
-            notation.exponent = std::min(notation.exponent, absurd) * (isExponentNegative ? -1 : 1);
-        }
-
-        notation.exponent -= static_cast<long long>(fraction.size());
-        const auto significant = notation.digits.find_last_not_of('0') + 1;
-        notation.exponent += static_cast<long long>(notation.digits.size() - significant);
-        notation.digits.resize(significant);
-        notation.digits.erase(0, std::min(notation.digits.find_first_not_of('0'), notation.digits.size()));
-        return notation;
+        if (text.empty() || text.find_first_not_of(decimalDigits) != std::string_view::npos)
+            return std::nullopt;
+        constexpr long long absurd = std::numeric_limits<int>::max();
+        if (std::from_chars(text.data(), text.data() + text.size(), notation.exponent).ec != std::errc())
+            notation.exponent = absurd;
+        notation.exponent = std::min(notation.exponent, absurd) * (isExponentNegative ? -1 : 1);
     }
+
+    notation.exponent -= static_cast<long long>(fraction.size());
+    const auto significant = notation.digits.find_last_not_of('0') + 1;
+    notation.exponent += static_cast<long long>(notation.digits.size() - significant);
+    notation.digits.resize(significant);
+    notation.digits.erase(0, std::min(notation.digits.find_first_not_of('0'), notation.digits.size()));
+    return notation;
+}
 
 } // namespace
 

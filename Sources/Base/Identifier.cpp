@@ -8,14 +8,14 @@ namespace stintbook {
 
 namespace {
 
-    constexpr std::size_t canonicalLength = 36;
+constexpr std::size_t canonicalLength = 36;
 
-    template <typename Unparse> std::string canonicalText(const UUID& id, Unparse unparse)
-    {
-        std::array<char, canonicalLength + 1> text{};
-        unparse(id.bytes.data(), text.data());
-        return {text.data(), canonicalLength};
-    }
+template <typename Unparse> std::string canonicalText(const UUID& id, Unparse unparse)
+{
+    std::array<char, canonicalLength + 1> text{};
+    unparse(id.bytes.data(), text.data());
+    return {text.data(), canonicalLength};
+}
 
 } // namespace
 

@@ -16,22 +16,22 @@ namespace stintbook {
 
 namespace {
 
-    struct StringStream {
-        using Ch = char; // NOLINT(readability-identifier-naming): names of RapidJSON's concept
+struct StringStream {
+    using Ch = char; // NOLINT(readability-identifier-naming): names of RapidJSON's concept
 
-        std::string& output;
+    std::string& output;
 
-        void Put(char c) { output.push_back(c); } // NOLINT(readability-identifier-naming)
-        void Flush() { } // NOLINT(readability-identifier-naming)
-    };
+    void Put(char c) { output.push_back(c); } // NOLINT(readability-identifier-naming)
+    void Flush() { } // NOLINT(readability-identifier-naming)
+};
 
-    using CompactWriter = rapidjson::Writer<StringStream>;
-    using IndentedWriter = rapidjson::PrettyWriter<StringStream>;
+using CompactWriter = rapidjson::Writer<StringStream>;
+using IndentedWriter = rapidjson::PrettyWriter<StringStream>;
 
-    rapidjson::SizeType length(std::string_view text)
-    {
-        return static_cast<rapidjson::SizeType>(text.size());
-    }
+rapidjson::SizeType length(std::string_view text)
+{
+    return static_cast<rapidjson::SizeType>(text.size());
+}
 
 } // namespace
 

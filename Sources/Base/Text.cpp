@@ -14,89 +14,89 @@ namespace stintbook {
 
 namespace {
 
-    int32_t length(std::string_view text)
-    {
-        return static_cast<int32_t>(text.size());
-    }
+int32_t length(std::string_view text)
+{
+    return static_cast<int32_t>(text.size());
+}
 
-    bool isASCII(std::string_view text)
-    {
-        return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    }
+bool isASCII(std::string_view text)
+{
+    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
 
-    icu::UnicodeString unicode(std::string_view text)
-    {
-        return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), length(text)));
-    }
+icu::UnicodeString unicode(std::string_view text)
+{
+    return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), length(text)));
+}
 
-    std::string utf8(const icu::UnicodeString& text)
-    {
-        std::string result;
-        return text.toUTF8String(result);
-    }
+std::string utf8(const icu::UnicodeString& text)
+{
+    std::string result;
+    return text.toUTF8String(result);
+}
 
-    /// Calls `visit(character)` for each code point until it answers false; a negative one stands for an
-    /// ill-formed sequence.
-    template <typename Visit> bool everyCodePoint(std::string_view text, Visit visit)
-    {
-        for (int32_t i = 0; i < length(text);) {
-            UChar32 character = 0;
-            U8_NEXT(text.data(), i, length(text), character);
-            if (!visit(character))
-                return false;
-        }
-        return true;
+/// Calls `visit(character)` for each code point until it answers false; a negative one stands for an
+/// ill-formed sequence.
+template <typename Visit> bool everyCodePoint(std::string_view text, Visit visit)
+{
+    for (int32_t i = 0; i < length(text);) {
+        UChar32 character = 0;
+        U8_NEXT(text.data(), i, length(text), character);
+        if (!visit(character))
+            return false;
     }
+    return true;
+}
 
-    /// Absent only when the process lacks ICU's data, which the program cannot run without.
-    const icu::Normalizer2* canonicalDecomposition()
-    {
-        static const icu::Normalizer2* const instance = [] {
-            UErrorCode status = U_ZERO_ERROR;
-            return icu::Normalizer2::getNFDInstance(status);
-        }();
-        return instance;
-    }
-
-    icu::UnicodeString decomposed(const icu::UnicodeString& text)
-    {
+/// Absent only when the process lacks ICU's data, which the program cannot run without.
+const icu::Normalizer2* canonicalDecomposition()
+{
+    static const icu::Normalizer2* const instance = [] {
         UErrorCode status = U_ZERO_ERROR;
-        auto result = canonicalDecomposition()->normalize(text, status);
-        return U_SUCCESS(status) ? result : text;
-    }
+        return icu::Normalizer2::getNFDInstance(status);
+    }();
+    return instance;
+}
 
-    icu::UnicodeString withoutNonspacingMarks(const icu::UnicodeString& text)
-    {
-        icu::UnicodeString kept(text.length(), 0, 0);
-        for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
-            const UChar32 character = text.char32At(i);
-            if (u_charType(character) != U_NON_SPACING_MARK)
-                kept.append(character);
-        }
-        return kept;
-    }
+icu::UnicodeString decomposed(const icu::UnicodeString& text)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    auto result = canonicalDecomposition()->normalize(text, status);
+    return U_SUCCESS(status) ? result : text;
+}
 
-    std::vector<std::string_view> asciiGraphemes(std::string_view text)
-    {
-        std::vector<std::string_view> result;
-        result.reserve(text.size());
-        while (!text.empty()) {
-            const std::size_t size = text.starts_with("\r\n") ? 2 : 1;
-            result.push_back(text.substr(0, size));
-            text.remove_prefix(size);
-        }
-        return result;
+icu::UnicodeString withoutNonspacingMarks(const icu::UnicodeString& text)
+{
+    icu::UnicodeString kept(text.length(), 0, 0);
+    for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
+        const UChar32 character = text.char32At(i);
+        if (u_charType(character) != U_NON_SPACING_MARK)
+            kept.append(character);
     }
+    return kept;
+}
 
-    icu::BreakIterator* characterBreaks()
-    {
-        thread_local const std::unique_ptr<icu::BreakIterator> instance = [] {
-            UErrorCode status = U_ZERO_ERROR;
-            return std::unique_ptr<icu::BreakIterator>(
-                icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-        }();
-        return instance.get();
+std::vector<std::string_view> asciiGraphemes(std::string_view text)
+{
+    std::vector<std::string_view> result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t size = text.starts_with("\r\n") ? 2 : 1;
+        result.push_back(text.substr(0, size));
+        text.remove_prefix(size);
     }
+    return result;
+}
+
+icu::BreakIterator* characterBreaks()
+{
+    thread_local const std::unique_ptr<icu::BreakIterator> instance = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        return std::unique_ptr<icu::BreakIterator>(
+            icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    }();
+    return instance.get();
+}
 
 } // namespace
 

@@ -6,12 +6,12 @@ namespace stintbook {
 
 namespace {
 
-    double secondsOf(clockid_t clock)
-    {
-        timespec reading{};
-        clock_gettime(clock, &reading);
-        return static_cast<double>(reading.tv_sec) + static_cast<double>(reading.tv_nsec) * 1e-9;
-    }
+double secondsOf(clockid_t clock)
+{
+    timespec reading{};
+    clock_gettime(clock, &reading);
+    return static_cast<double>(reading.tv_sec) + static_cast<double>(reading.tv_nsec) * 1e-9;
+}
 
 } // namespace
 

@@ -8,27 +8,27 @@ namespace stintbook {
 
 namespace {
 
-    template <typename Entry> auto firstByID(const std::vector<Entry>& entries)
-    {
-        std::unordered_map<decltype(Entry::id), std::size_t> positions;
-        positions.reserve(entries.size());
-        for (std::size_t i = 0; i < entries.size(); ++i)
-            positions.try_emplace(entries[i].id, i);
-        return positions;
-    }
+template <typename Entry> auto firstByID(const std::vector<Entry>& entries)
+{
+    std::unordered_map<decltype(Entry::id), std::size_t> positions;
+    positions.reserve(entries.size());
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        positions.try_emplace(entries[i].id, i);
+    return positions;
+}
 
-    template <typename Entry, typename Positions>
-    const Entry* lookUp(const std::vector<Entry>& entries, const Positions& positions, decltype(Entry::id) id)
-    {
-        const auto found = positions.find(id);
-        return found == positions.end() ? nullptr : &entries[found->second];
-    }
+template <typename Entry, typename Positions>
+const Entry* lookUp(const std::vector<Entry>& entries, const Positions& positions, decltype(Entry::id) id)
+{
+    const auto found = positions.find(id);
+    return found == positions.end() ? nullptr : &entries[found->second];
+}
 
-    template <typename Entry> void appendUnlessListed(std::vector<Entry>& entries, const Entry* chosen)
-    {
-        if (chosen && std::ranges::find(entries, chosen->id, &Entry::id) == entries.end())
-            entries.push_back(*chosen);
-    }
+template <typename Entry> void appendUnlessListed(std::vector<Entry>& entries, const Entry* chosen)
+{
+    if (chosen && std::ranges::find(entries, chosen->id, &Entry::id) == entries.end())
+        entries.push_back(*chosen);
+}
 
 } // namespace
 

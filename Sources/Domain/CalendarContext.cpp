@@ -13,65 +13,64 @@ namespace stintbook {
 
 namespace {
 
-    constexpr CivilDate firstDate{1, 1, 1};
-    constexpr CivilDate lastDate{9999, 12, 31};
+constexpr CivilDate firstDate{1, 1, 1};
+constexpr CivilDate lastDate{9999, 12, 31};
 
-    /// A little more than the years 1 to 9999, whatever the zone's offset.
-    constexpr double firstSecond = -62135683200;
-    constexpr double lastSecond = 253402387200;
+/// A little more than the years 1 to 9999, whatever the zone's offset.
+constexpr double firstSecond = -62135683200;
+constexpr double lastSecond = 253402387200;
 
-    /// The whole second that holds an instant. Offsets change at whole seconds only.
-    absl::Time secondOf(Instant at)
-    {
-        const double second = std::isnan(at.secondsSinceEpoch) ? 0 : at.secondsSinceEpoch;
-        return absl::FromUnixSeconds(
-            static_cast<std::int64_t>(std::floor(std::clamp(second, firstSecond, lastSecond))));
-    }
+/// The whole second that holds an instant. Offsets change at whole seconds only.
+absl::Time secondOf(Instant at)
+{
+    const double second = std::isnan(at.secondsSinceEpoch) ? 0 : at.secondsSinceEpoch;
+    return absl::FromUnixSeconds(
+        static_cast<std::int64_t>(std::floor(std::clamp(second, firstSecond, lastSecond))));
+}
 
-    Instant instantOf(absl::Time second)
-    {
-        return {static_cast<double>(absl::ToUnixSeconds(second))};
-    }
+Instant instantOf(absl::Time second)
+{
+    return {static_cast<double>(absl::ToUnixSeconds(second))};
+}
 
-    CivilDate civilDate(absl::CivilSecond time)
-    {
-        return {static_cast<int>(time.year()), time.month(), time.day()};
-    }
+CivilDate civilDate(absl::CivilSecond time)
+{
+    return {static_cast<int>(time.year()), time.month(), time.day()};
+}
 
-    /// Names of the time zone database look like "America/Argentina/Buenos_Aires" or "Etc/GMT+5". The library
-    /// that reads them would also take paths and made-up fixed offsets.
-    bool looksLikeZoneName(std::string_view name)
-    {
-        const auto isOrdinary = [](char c) {
-            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_'
-                || c == '+' || c == '-' || c == '/';
-        };
-        return !name.empty() && std::ranges::all_of(name, isOrdinary) && !name.starts_with('/')
-            && !name.ends_with('/') && !name.contains("//");
-    }
+/// Names of the time zone database look like "America/Argentina/Buenos_Aires" or "Etc/GMT+5". The library
+/// that reads them would also take paths and made-up fixed offsets.
+bool looksLikeZoneName(std::string_view name)
+{
+    const auto isOrdinary = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_'
+            || c == '+' || c == '-' || c == '/';
+    };
+    return !name.empty() && std::ranges::all_of(name, isOrdinary) && !name.starts_with('/')
+        && !name.ends_with('/') && !name.contains("//");
+}
 
-    /// What lies beside the zones in the database's folder, and the library's own spelling of UTC.
-    bool isNoZoneOfItsOwn(std::string_view name)
-    {
-        return name.starts_with("posix/") || name.starts_with("right/") || name == "localtime"
-            || name == "posixrules" || name == "UTC0";
-    }
+/// What lies beside the zones in the database's folder, and the library's own spelling of UTC.
+bool isNoZoneOfItsOwn(std::string_view name)
+{
+    return name.starts_with("posix/") || name.starts_with("right/") || name == "localtime"
+        || name == "posixrules" || name == "UTC0";
+}
 
-    std::optional<absl::TimeZone> loadZone(std::string_view name)
-    {
-        absl::TimeZone zone;
-        if (!looksLikeZoneName(name) || isNoZoneOfItsOwn(name)
-            || !absl::LoadTimeZone(std::string(name), &zone))
-            return std::nullopt;
-        return zone;
-    }
+std::optional<absl::TimeZone> loadZone(std::string_view name)
+{
+    absl::TimeZone zone;
+    if (!looksLikeZoneName(name) || isNoZoneOfItsOwn(name) || !absl::LoadTimeZone(std::string(name), &zone))
+        return std::nullopt;
+    return zone;
+}
 
-    /// The first instant at which a clock in the zone shows the time or, where it is skipped, a later one.
-    Instant firstShown(absl::CivilSecond time, absl::TimeZone zone)
-    {
-        const auto found = zone.At(time);
-        return instantOf(found.kind == absl::TimeZone::TimeInfo::SKIPPED ? found.trans : found.pre);
-    }
+/// The first instant at which a clock in the zone shows the time or, where it is skipped, a later one.
+Instant firstShown(absl::CivilSecond time, absl::TimeZone zone)
+{
+    const auto found = zone.At(time);
+    return instantOf(found.kind == absl::TimeZone::TimeInfo::SKIPPED ? found.trans : found.pre);
+}
 
 } // namespace
 

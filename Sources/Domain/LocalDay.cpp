@@ -9,19 +9,18 @@ namespace stintbook {
 
 namespace {
 
-    std::optional<int> number(std::string_view digits)
-    {
-        int value = 0;
-        const char* const end = digits.data() + digits.size();
-        const auto [stop, error] = std::from_chars(digits.data(), end, value);
-        return error == std::errc() && stop == end && digits.front() != '-' ? std::optional(value)
-                                                                            : std::nullopt;
-    }
+std::optional<int> number(std::string_view digits)
+{
+    int value = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, value);
+    return error == std::errc() && stop == end && digits.front() != '-' ? std::optional(value) : std::nullopt;
+}
 
-    CivilDate civilDate(absl::CivilDay day)
-    {
-        return {static_cast<int>(day.year()), day.month(), day.day()};
-    }
+CivilDate civilDate(absl::CivilDay day)
+{
+    return {static_cast<int>(day.year()), day.month(), day.day()};
+}
 
 } // namespace
 

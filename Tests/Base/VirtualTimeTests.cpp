@@ -9,75 +9,75 @@
 namespace stintbook {
 namespace {
 
-    using testing::ElementsAre;
-    using testing::IsEmpty;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
-    class VirtualTimeTest : public testing::Test {
-    protected:
-        std::function<void()> note(std::string what)
-        {
-            return [this, what = std::move(what)] { seen.emplace_back(what, time.now().secondsSinceEpoch); };
-        }
-
-        VirtualTime time{Instant{1000}};
-        std::vector<std::pair<std::string, double>> seen;
-    };
-
-    TEST_F(VirtualTimeTest, RunsWhatComesDueInOrderWithTheClockAtItsMoment)
+class VirtualTimeTest : public testing::Test {
+protected:
+    std::function<void()> note(std::string what)
     {
-        const auto late = time.after(Seconds{10}, note("late"));
-        const auto deadline = time.at(Instant{1004.5}, note("deadline"));
-        const auto poll = time.every(Seconds{4}, note("poll"));
-        time.advance(Seconds{10});
-        EXPECT_THAT(seen,
-                    ElementsAre(std::pair("poll", 1004.0), std::pair("deadline", 1004.5),
-                                std::pair("poll", 1008.0), std::pair("late", 1010.0)));
-        EXPECT_EQ(time.awake(), Seconds{10});
+        return [this, what = std::move(what)] { seen.emplace_back(what, time.now().secondsSinceEpoch); };
     }
 
-    TEST_F(VirtualTimeTest, CountsNoSleepAsWaitingButMeetsDeadlinesOnWaking)
-    {
-        const auto waiting = time.after(Seconds{5}, note("waited"));
-        const auto deadline = time.at(Instant{1020}, note("deadline"));
-        time.sleep(Seconds{100});
-        EXPECT_THAT(seen, ElementsAre(std::pair("deadline", 1100.0)));
-        EXPECT_EQ(time.awake(), Seconds{0});
-        time.advance(Seconds{5});
-        EXPECT_EQ(seen.back(), std::pair(std::string("waited"), 1105.0));
-    }
+    VirtualTime time{Instant{1000}};
+    std::vector<std::pair<std::string, double>> seen;
+};
 
-    TEST_F(VirtualTimeTest, ForgetsWhatIsCancelledAlsoByTheWorkItself)
-    {
-        auto cancelled = time.after(Seconds{1}, note("cancelled"));
-        std::unique_ptr<Timers::Scheduled> once;
-        once = time.every(Seconds{2}, [&] {
-            note("once")();
-            once.reset();
-            cancelled.reset();
-        });
+TEST_F(VirtualTimeTest, RunsWhatComesDueInOrderWithTheClockAtItsMoment)
+{
+    const auto late = time.after(Seconds{10}, note("late"));
+    const auto deadline = time.at(Instant{1004.5}, note("deadline"));
+    const auto poll = time.every(Seconds{4}, note("poll"));
+    time.advance(Seconds{10});
+    EXPECT_THAT(seen,
+                ElementsAre(std::pair("poll", 1004.0), std::pair("deadline", 1004.5),
+                            std::pair("poll", 1008.0), std::pair("late", 1010.0)));
+    EXPECT_EQ(time.awake(), Seconds{10});
+}
+
+TEST_F(VirtualTimeTest, CountsNoSleepAsWaitingButMeetsDeadlinesOnWaking)
+{
+    const auto waiting = time.after(Seconds{5}, note("waited"));
+    const auto deadline = time.at(Instant{1020}, note("deadline"));
+    time.sleep(Seconds{100});
+    EXPECT_THAT(seen, ElementsAre(std::pair("deadline", 1100.0)));
+    EXPECT_EQ(time.awake(), Seconds{0});
+    time.advance(Seconds{5});
+    EXPECT_EQ(seen.back(), std::pair(std::string("waited"), 1105.0));
+}
+
+TEST_F(VirtualTimeTest, ForgetsWhatIsCancelledAlsoByTheWorkItself)
+{
+    auto cancelled = time.after(Seconds{1}, note("cancelled"));
+    std::unique_ptr<Timers::Scheduled> once;
+    once = time.every(Seconds{2}, [&] {
+        note("once")();
+        once.reset();
         cancelled.reset();
-        time.advance(Seconds{10});
-        EXPECT_THAT(seen, ElementsAre(std::pair("once", 1002.0)));
-    }
+    });
+    cancelled.reset();
+    time.advance(Seconds{10});
+    EXPECT_THAT(seen, ElementsAre(std::pair("once", 1002.0)));
+}
 
-    TEST_F(VirtualTimeTest, WaitsLongerForADeadlineWhenTheClockIsSetBack)
-    {
-        const auto deadline = time.at(Instant{1010}, note("deadline"));
-        time.setWall(Instant{900});
-        time.advance(Seconds{100});
-        EXPECT_THAT(seen, IsEmpty());
-        time.advanceTo(Instant{1010});
-        EXPECT_THAT(seen, ElementsAre(std::pair("deadline", 1010.0)));
-    }
+TEST_F(VirtualTimeTest, WaitsLongerForADeadlineWhenTheClockIsSetBack)
+{
+    const auto deadline = time.at(Instant{1010}, note("deadline"));
+    time.setWall(Instant{900});
+    time.advance(Seconds{100});
+    EXPECT_THAT(seen, IsEmpty());
+    time.advanceTo(Instant{1010});
+    EXPECT_THAT(seen, ElementsAre(std::pair("deadline", 1010.0)));
+}
 
-    TEST(SystemClocks, GoForward)
-    {
-        const SystemTimeSource wall;
-        const SystemAwakeClock awake;
-        EXPECT_GT(wall.now(), Instant{1.7e9});
-        const Seconds before = awake.awake();
-        EXPECT_GE(awake.awake(), before);
-    }
+TEST(SystemClocks, GoForward)
+{
+    const SystemTimeSource wall;
+    const SystemAwakeClock awake;
+    EXPECT_GT(wall.now(), Instant{1.7e9});
+    const Seconds before = awake.awake();
+    EXPECT_GE(awake.awake(), before);
+}
 
 } // namespace
 } // namespace stintbook

@@ -9,59 +9,59 @@
 namespace stintbook {
 namespace {
 
-    class SystemTimeZoneTest : public testing::Test {
-    protected:
-        void SetUp() override
-        {
-            std::string pattern = (std::filesystem::temp_directory_path() / "time-zone-XXXXXX").string();
-            folder = mkdtemp(pattern.data());
-            sources = {.localTimeLink = folder / "localtime", .nameFile = folder / "timezone"};
-        }
-        void TearDown() override { std::filesystem::remove_all(folder); }
-
-        void link(const std::filesystem::path& target) const
-        {
-            std::filesystem::create_symlink(target, sources.localTimeLink);
-        }
-        void name(const std::string& text) const { std::ofstream(sources.nameFile) << text; }
-
-        std::filesystem::path folder;
-        SystemTimeZoneSources sources;
-    };
-
-    TEST_F(SystemTimeZoneTest, PrefersTheEnvironmentInAnyOfItsForms)
+class SystemTimeZoneTest : public testing::Test {
+protected:
+    void SetUp() override
     {
-        link("/usr/share/zoneinfo/Asia/Tokyo");
-        for (const auto* text : {"Europe/Berlin", ":Europe/Berlin", "/usr/share/zoneinfo/Europe/Berlin",
-                                 ":/usr/share/zoneinfo/posix/Europe/Berlin"}) {
-            sources.environment = text;
-            EXPECT_EQ(systemTimeZoneIdentifier(sources), "Europe/Berlin") << text;
-        }
-        for (const auto* text : {"", ":", ":/etc/localtime", "CET-1CEST,M3.5.0,M10.5.0/3", "Nowhere"}) {
-            sources.environment = text;
-            EXPECT_EQ(systemTimeZoneIdentifier(sources), "Asia/Tokyo") << text;
-        }
+        std::string pattern = (std::filesystem::temp_directory_path() / "time-zone-XXXXXX").string();
+        folder = mkdtemp(pattern.data());
+        sources = {.localTimeLink = folder / "localtime", .nameFile = folder / "timezone"};
     }
+    void TearDown() override { std::filesystem::remove_all(folder); }
 
-    TEST_F(SystemTimeZoneTest, FollowsTheLinkAlsoWhenItIsRelativeOrIndirect)
+    void link(const std::filesystem::path& target) const
     {
-        link("../usr/share/zoneinfo/America/Argentina/Salta");
-        EXPECT_EQ(systemTimeZoneIdentifier(sources), "America/Argentina/Salta");
-
-        std::filesystem::remove(sources.localTimeLink);
-        std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", folder / "chosen");
-        link("chosen");
-        EXPECT_EQ(systemTimeZoneIdentifier(sources), "Asia/Tokyo");
+        std::filesystem::create_symlink(target, sources.localTimeLink);
     }
+    void name(const std::string& text) const { std::ofstream(sources.nameFile) << text; }
 
-    TEST_F(SystemTimeZoneTest, FallsBackToTheNameFileAndToUTC)
-    {
-        EXPECT_EQ(systemTimeZoneIdentifier(sources), "UTC");
-        name("Australia/Lord_Howe\n");
-        EXPECT_EQ(systemTimeZoneIdentifier(sources), "Australia/Lord_Howe");
-        name("nonsense");
-        EXPECT_EQ(systemTimeZoneIdentifier(sources), "UTC");
+    std::filesystem::path folder;
+    SystemTimeZoneSources sources;
+};
+
+TEST_F(SystemTimeZoneTest, PrefersTheEnvironmentInAnyOfItsForms)
+{
+    link("/usr/share/zoneinfo/Asia/Tokyo");
+    for (const auto* text : {"Europe/Berlin", ":Europe/Berlin", "/usr/share/zoneinfo/Europe/Berlin",
+                             ":/usr/share/zoneinfo/posix/Europe/Berlin"}) {
+        sources.environment = text;
+        EXPECT_EQ(systemTimeZoneIdentifier(sources), "Europe/Berlin") << text;
     }
+    for (const auto* text : {"", ":", ":/etc/localtime", "CET-1CEST,M3.5.0,M10.5.0/3", "Nowhere"}) {
+        sources.environment = text;
+        EXPECT_EQ(systemTimeZoneIdentifier(sources), "Asia/Tokyo") << text;
+    }
+}
+
+TEST_F(SystemTimeZoneTest, FollowsTheLinkAlsoWhenItIsRelativeOrIndirect)
+{
+    link("../usr/share/zoneinfo/America/Argentina/Salta");
+    EXPECT_EQ(systemTimeZoneIdentifier(sources), "America/Argentina/Salta");
+
+    std::filesystem::remove(sources.localTimeLink);
+    std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", folder / "chosen");
+    link("chosen");
+    EXPECT_EQ(systemTimeZoneIdentifier(sources), "Asia/Tokyo");
+}
+
+TEST_F(SystemTimeZoneTest, FallsBackToTheNameFileAndToUTC)
+{
+    EXPECT_EQ(systemTimeZoneIdentifier(sources), "UTC");
+    name("Australia/Lord_Howe\n");
+    EXPECT_EQ(systemTimeZoneIdentifier(sources), "Australia/Lord_Howe");
+    name("nonsense");
+    EXPECT_EQ(systemTimeZoneIdentifier(sources), "UTC");
+}
 
 } // namespace
 } // namespace stintbook
