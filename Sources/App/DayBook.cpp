@@ -1,0 +1,386 @@
+#include "App/DayBook.h"
+
+#include <algorithm>
+#include <set>
+
+#include <fmt/format.h>
+
+#include "App/ClientBook.h"
+#include "Billing/BillingBook.h"
+#include "Review/Assignment.h"
+#include "Review/Disposition.h"
+#include "Review/FreeSegments.h"
+#include "Review/Freeze.h"
+#include "Review/Merge.h"
+#include "Review/MissingWork.h"
+#include "Review/Split.h"
+#include "Review/WorkBlockBuilder.h"
+#include "Rules/AttributionEngine.h"
+#include "Store/PersistentActivitySegmentRepository.h"
+#include "Store/PersistentReviewStore.h"
+
+namespace stintbook {
+
+namespace {
+
+std::string sentence(const UnknownWork& unknown)
+{
+    return fmt::format("No work on this day has the identifier {}.", unknown.id.upperCaseText());
+}
+
+template <typename Problem> std::string sentence(const Problem& problem)
+{
+    return std::string(message(problem));
+}
+
+Seconds total(const std::vector<WorkBlock>& blocks)
+{
+    Seconds sum;
+    for (const auto& block : blocks) {
+        if (!block.review.isIgnored)
+            sum += block.interval().length();
+    }
+    return sum;
+}
+
+template <typename Entry>
+std::vector<SegmentID> segmentIDs(const std::vector<Entry>& segments, SegmentID Entry::* id)
+{
+    std::vector<SegmentID> ids;
+    ids.reserve(segments.size());
+    for (const auto& segment : segments)
+        ids.push_back(segment.*id);
+    return ids;
+}
+
+std::optional<ReviewedDayRevision> revisionIn(const std::map<std::string, std::string>& exportedRevisions,
+                                              const LocalDay& day)
+{
+    const auto found = exportedRevisions.find(dayID(day));
+    if (found == exportedRevisions.end())
+        return std::nullopt;
+    return ReviewedDayRevision{found->second};
+}
+
+/// The selected subjects, in the order of the identifiers.
+DayEdited<std::vector<ReviewSubject>> subjects(const ReviewDay& day, std::span<const UUID> ids)
+{
+    std::vector<ReviewSubject> found;
+    for (const auto& id : ids) {
+        const auto block = std::ranges::find(day.blocks, id, &WorkBlock::id);
+        const auto item = std::ranges::find(day.items, ReviewedItemID{id}, &ReviewedWorkItem::id);
+        if (block != day.blocks.end())
+            found.emplace_back(*block);
+        else if (item != day.items.end())
+            found.emplace_back(*item);
+        else
+            return std::unexpected(UnknownWork{id});
+    }
+    return found;
+}
+
+/// The subjects as an edit has left them: the blocks over the selected blocks' segments, the items that were
+/// selected or written.
+EditedWork afterwards(const ReviewDay& day, const std::vector<ReviewSubject>& selected,
+                      const ReviewedLayerMutation& mutation)
+{
+    std::set<SegmentID> segments;
+    std::set<ReviewedItemID> items;
+    for (const auto& subject : selected) {
+        if (const auto* block = std::get_if<WorkBlock>(&subject)) {
+            for (const auto& entry : block->lineage)
+                segments.insert(entry.segment.id);
+        } else {
+            items.insert(std::get<ReviewedWorkItem>(subject).id);
+        }
+    }
+    for (const auto& item : mutation.upserts)
+        items.insert(item.id);
+
+    EditedWork work;
+    std::ranges::copy_if(day.blocks, std::back_inserter(work.blocks), [&](const WorkBlock& block) {
+        return std::ranges::any_of(block.lineage,
+                                   [&](const auto& entry) { return segments.contains(entry.segment.id); });
+    });
+    std::ranges::copy_if(day.items, std::back_inserter(work.items),
+                         [&](const ReviewedWorkItem& item) { return items.contains(item.id); });
+    return work;
+}
+
+AttributionAssignment assignmentTo(const WorkTarget& target, const AssignmentDirectory& directory)
+{
+    const auto* project = directory.project(target.projectID);
+    const bool isBillableByDefault = project == nullptr || project->defaultBillable;
+    return {target.clientID, target.projectID, target.isBillable.value_or(isBillableByDefault)};
+}
+
+} // namespace
+
+std::string message(const DayEditProblem& problem)
+{
+    return std::visit([](const auto& which) { return sentence(which); }, problem);
+}
+
+/// What a day is computed from.
+struct DayBook::Loaded {
+    ReviewDay content;
+    DaySummary recorded;
+    AssignmentDirectory directory;
+    CalendarContext calendar;
+    std::optional<ReviewedDayApproval> approval;
+};
+
+DayBook::DayBook(OpenedStore& store, CalendarContext calendar)
+    : m_store(store)
+    , m_calendar(std::move(calendar))
+{
+}
+
+Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
+{
+    auto calendar = CalendarContext::inZone(day.timeZoneIdentifier).value_or(m_calendar);
+    const auto bounds = calendar.boundsOf(day);
+    auto& review = m_store.review();
+
+    const auto segments = TRY(m_store.segments().segments(bounds));
+    const auto covering = TRY(review.items(bounds));
+    const auto reviews = TRY(review.reviews(segmentIDs(segments, &ActivitySegment::id)));
+    auto directory = TRY(ClientBook(m_store).directory());
+    const AttributionEngine engine(TRY(review.attributionRules()), directory);
+    const ExclusionEngine exclusion(TRY(review.exclusionRules()));
+
+    auto free = freeSegments(segments, bounds, covering);
+    auto blocks = WorkBlockBuilder(calendar, engine, exclusion).blocks(free, reviews);
+    return Loaded{.content = {.day = day,
+                              .bounds = bounds,
+                              .freeSegments = std::move(free),
+                              .blocks = std::move(blocks),
+                              .items = TRY(review.items(day))},
+                  .recorded = daySummary(day, bounds, segments),
+                  .directory = std::move(directory),
+                  .calendar = std::move(calendar),
+                  .approval = TRY(review.approval(day))};
+}
+
+Stored<OpenedDay> DayBook::open(const LocalDay& day) const
+{
+    return m_store.database().read([&](StoreConnection&) -> Stored<OpenedDay> {
+        auto loaded = TRY(load(day));
+        const auto billing = TRY(m_store.review().billing());
+        auto reading = stintbook::reading(loaded.content, loaded.approval, loaded.directory, billing);
+
+        OpenedDay opened;
+        opened.summary = workReviewSummary(loaded.recorded, loaded.content);
+        opened.blockers = eligibility(loaded.content).blockers;
+        opened.status = reading.isReady ? ReviewedDayStatus::ready : ReviewedDayStatus::notReady;
+        opened.recordsState = stintbook::recordsState(TRY(m_store.review().exportedRevision(day)),
+                                                      reading.revision, opened.status);
+        opened.revision = std::move(reading.revision);
+        opened.totals = totals(reading.lines);
+        opened.lines = std::move(reading.lines);
+        opened.currency = reading.currency;
+        opened.unreviewedDuration = total(loaded.content.blocks);
+        opened.notReadyReason = std::move(reading.notReadyReason);
+        opened.content = std::move(loaded.content);
+        return opened;
+    });
+}
+
+Stored<ListedDay> DayBook::summarize(const LocalDay& day, const ExclusionEngine& exclusion,
+                                     const std::map<std::string, std::string>& exportedRevisions) const
+{
+    auto& review = m_store.review();
+    const auto bounds = CalendarContext::inZone(day.timeZoneIdentifier).value_or(m_calendar).boundsOf(day);
+    const auto segments = TRY(m_store.segments().segments(bounds));
+    const auto free = freeSegments(segments, bounds, TRY(review.items(bounds)));
+    const auto reviews = TRY(review.reviews(segmentIDs(segments, &ActivitySegment::id)));
+    const auto items = TRY(review.items(day));
+    const auto approval = TRY(review.approval(day));
+
+    ListedDay listed;
+    listed.summary = daySummary(day, bounds, segments);
+    for (const auto& piece : free) {
+        const auto found = reviews.find(piece.sourceSegmentID);
+        const bool isIgnored = found != reviews.end() && found->second.isIgnored;
+        if (piece.segment.kind == ActivityKind::work && !isIgnored && !exclusion.excludes(piece.segment))
+            listed.unreviewedDuration += piece.segment.length();
+    }
+    const auto current = revision(items);
+    listed.hasReviewedWork = !items.empty();
+    listed.recordsState =
+        stintbook::recordsState(revisionIn(exportedRevisions, day), current, status(approval, current));
+    return listed;
+}
+
+Stored<std::vector<ListedDay>> DayBook::list(const std::optional<LocalDay>& from,
+                                             const std::optional<LocalDay>& to) const
+{
+    return m_store.database().read([&](StoreConnection&) -> Stored<std::vector<ListedDay>> {
+        std::set<LocalDay> days;
+        const auto isAsked = [&](const LocalDay& day) {
+            return (!from || day.start >= from->start) && (!to || day.start <= to->start);
+        };
+        for (const auto& day : TRY(m_store.review().reviewedDays(std::nullopt))) {
+            if (isAsked(day))
+                days.insert(day);
+        }
+        if (const auto span = TRY(m_store.segments().recordedSpan())) {
+            auto at = from ? std::max(from->start, m_calendar.dayOf(span->start).start) : span->start;
+            while (at < span->end && (!to || at <= to->start)) {
+                // Days without a record are passed over at once, however many lie between two recordings.
+                const auto next = TRY(m_store.segments().firstInstantRecorded(at));
+                if (!next)
+                    break;
+                const auto day = m_calendar.dayOf(*next);
+                if (isAsked(day))
+                    days.insert(day);
+                at = m_calendar.nextDayStart(*next);
+            }
+        }
+        const ExclusionEngine exclusion(TRY(m_store.review().exclusionRules()));
+        std::map<std::string, std::string> exportedRevisions;
+        for (auto& exported : TRY(m_store.review().exportedDays()))
+            exportedRevisions.emplace(std::move(exported.dayID), std::move(exported.revision));
+        std::vector<ListedDay> listed;
+        for (const auto& day : days)
+            listed.push_back(TRY(summarize(day, exclusion, exportedRevisions)));
+        return listed;
+    });
+}
+
+/// Reads the day, computes an edit and writes it, alone in writing; then answers.
+template <typename Compute, typename Answer>
+auto DayBook::edit(const LocalDay& day, std::span<const UUID> ids, Compute compute, Answer answer)
+{
+    using Result =
+        decltype(answer(std::declval<std::vector<ReviewSubject>&>(), std::declval<ReviewedLayerMutation&>()));
+    return m_store.database().write([&](StoreConnection&) -> Result {
+        const auto loaded = TRY(load(day));
+        const auto selected = TRY(subjects(loaded.content, ids));
+        const EditContext context{loaded.content, loaded.directory, loaded.calendar};
+        const auto mutation = TRY(compute(selected, context));
+        TRY(m_store.review().apply(mutation));
+        return answer(selected, mutation);
+    });
+}
+
+template <typename Compute>
+DayEdited<EditedWork> DayBook::editInPlace(const LocalDay& day, std::span<const UUID> ids, Compute compute)
+{
+    return edit(day, ids, compute,
+                [&](const std::vector<ReviewSubject>& selected,
+                    const ReviewedLayerMutation& mutation) -> DayEdited<EditedWork> {
+                    return afterwards(TRY(load(day)).content, selected, mutation);
+                });
+}
+
+template <typename Compute>
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::editItems(const LocalDay& day, std::span<const UUID> ids,
+                                                            Compute compute)
+{
+    return edit(day, ids, compute,
+                [](const std::vector<ReviewSubject>&, const ReviewedLayerMutation& mutation)
+                    -> DayEdited<std::vector<ReviewedWorkItem>> { return mutation.upserts; });
+}
+
+DayEdited<EditedWork> DayBook::assign(const LocalDay& day, std::span<const UUID> ids,
+                                      const WorkTarget& target)
+{
+    return editInPlace(day, ids, [&](const auto& selected, const EditContext& context) {
+        return stintbook::assign(selected, assignmentTo(target, context.directory), context);
+    });
+}
+
+DayEdited<EditedWork> DayBook::confirm(const LocalDay& day, std::span<const UUID> ids)
+{
+    return editInPlace(day, ids, [](const auto& selected, const EditContext& context) {
+        return stintbook::confirm(selected, context);
+    });
+}
+
+DayEdited<EditedWork> DayBook::ignore(const LocalDay& day, std::span<const UUID> ids)
+{
+    return editInPlace(day, ids, [](const auto& selected, const EditContext& context) {
+        return stintbook::ignore(selected, context);
+    });
+}
+
+DayEdited<EditedWork> DayBook::restore(const LocalDay& day, std::span<const UUID> ids)
+{
+    return editInPlace(day, ids, [](const auto& selected, const EditContext&) {
+        return Edited<ReviewedLayerMutation>(stintbook::restore(selected));
+    });
+}
+
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::freeze(const LocalDay& day, std::span<const UUID> ids)
+{
+    return editItems(day, ids, [](const auto& selected, const EditContext& context) {
+        return stintbook::freeze(selected, context);
+    });
+}
+
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::split(const LocalDay& day, UUID id, Instant at)
+{
+    return editItems(day, std::span(&id, 1), [&](const auto& selected, const EditContext& context) {
+        return stintbook::split(selected.front(), at, context);
+    });
+}
+
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::merge(const LocalDay& day, std::span<const UUID> ids)
+{
+    return editItems(day, ids, [](const auto& selected, const EditContext& context) {
+        return stintbook::merge(selected, context);
+    });
+}
+
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::describe(const LocalDay& day, UUID id,
+                                                           const std::string& text)
+{
+    return editItems(day, std::span(&id, 1), [&](const auto& selected, const EditContext& context) {
+        return stintbook::describe(selected.front(), text, context);
+    });
+}
+
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::add(const LocalDay& day, Interval when,
+                                                      const WorkTarget& target,
+                                                      const std::optional<std::string>& description)
+{
+    return editItems(day, {}, [&](const auto&, const EditContext& context) {
+        const auto assignment = assignmentTo(target, context.directory);
+        return addMissingWork({.start = when.start,
+                               .end = when.end,
+                               .clientID = assignment.clientID,
+                               .projectID = assignment.projectID,
+                               .billable = assignment.isBillable,
+                               .description = description},
+                              context);
+    });
+}
+
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::convertIdle(const LocalDay& day, SegmentID idle,
+                                                              const WorkTarget& target,
+                                                              const std::optional<std::string>& description)
+{
+    return m_store.database().write([&](StoreConnection&) -> DayEdited<std::vector<ReviewedWorkItem>> {
+        const auto when = idleTime(idle, TRY(load(day)).content);
+        if (!when)
+            return std::unexpected(UnknownWork{idle.uuid});
+        return add(day, *when, target, description);
+    });
+}
+
+DayEdited<ReviewedDayApproval> DayBook::markReady(const LocalDay& day, Instant now)
+{
+    return m_store.database().write([&](StoreConnection&) -> DayEdited<ReviewedDayApproval> {
+        const auto loaded = TRY(load(day));
+        const auto mutation = stintbook::markReady({loaded.content, loaded.directory, loaded.calendar}, now);
+        if (!mutation) {
+            return std::unexpected(
+                std::visit([](const auto& refusal) { return DayEditProblem(refusal); }, mutation.error()));
+        }
+        TRY(m_store.review().apply(*mutation));
+        return *mutation->approval;
+    });
+}
+
+} // namespace stintbook

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <expected>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "App/OpenedStore.h"
+#include "Billing/RecordsDayState.h"
+#include "Billing/ReviewedDayReading.h"
+#include "Domain/CalendarContext.h"
+#include "Review/DaySummary.h"
+#include "Review/ReadyToBill.h"
+#include "Review/ReviewSubject.h"
+#include "Review/ReviewedEditProblem.h"
+#include "Rules/ExclusionEngine.h"
+
+namespace stintbook {
+
+/// One day with everything that people and exports are told about it.
+struct OpenedDay {
+    ReviewDay content;
+    WorkReviewSummary summary;
+    std::vector<ReadyToBillBlocker> blockers;
+    ReviewedDayStatus status = ReviewedDayStatus::notReady;
+    ReviewedDayRevision revision;
+    RecordsDayState recordsState = RecordsDayState::needsReview;
+    std::vector<ReviewedDayLine> lines;
+    ReviewedWorkTotals totals;
+    /// Absent: people are shown no amounts.
+    std::optional<BillingCurrency> currency;
+    /// Work that is neither frozen nor ignored: on a ready day, what was recorded since.
+    Seconds unreviewedDuration;
+    /// The first blocker's sentence; absent for a ready day, and for one that only waits to be marked.
+    std::optional<std::string> notReadyReason;
+};
+
+/// A day in the list of days.
+struct ListedDay {
+    DaySummary summary;
+    RecordsDayState recordsState = RecordsDayState::needsReview;
+    Seconds unreviewedDuration;
+    bool hasReviewedWork = false;
+};
+
+/// No block or item of the day has that identifier.
+struct UnknownWork {
+    UUID id;
+};
+
+/// Why an edit did not happen. Nothing was changed.
+using DayEditProblem = std::variant<PersistenceError, ReviewedEditProblem, ReadyToBillBlocker, UnknownWork>;
+std::string message(const DayEditProblem& problem);
+
+template <typename T> using DayEdited = std::expected<T, DayEditProblem>;
+
+/// A client and project for work; without `isBillable` the project's default counts.
+struct WorkTarget {
+    ClientID clientID;
+    ProjectID projectID;
+    std::optional<bool> isBillable;
+};
+
+/// The work that an edit was about, as it is afterwards.
+struct EditedWork {
+    std::vector<WorkBlock> blocks;
+    std::vector<ReviewedWorkItem> items;
+};
+
+/// Opens days and edits them. Every edit reads, checks and writes in one transaction of the store.
+class DayBook {
+public:
+    DayBook(OpenedStore& store, CalendarContext calendar);
+
+    const CalendarContext& calendar() const { return m_calendar; }
+
+    Stored<OpenedDay> open(const LocalDay& day) const;
+    /// Days of both layers, in order: recorded ones as this calendar cuts them, reviewed ones as they were
+    /// cut. Both bounds inclusive.
+    Stored<std::vector<ListedDay>> list(const std::optional<LocalDay>& from,
+                                        const std::optional<LocalDay>& to) const;
+
+    DayEdited<EditedWork> assign(const LocalDay& day, std::span<const UUID> ids, const WorkTarget& target);
+    DayEdited<EditedWork> confirm(const LocalDay& day, std::span<const UUID> ids);
+    DayEdited<EditedWork> ignore(const LocalDay& day, std::span<const UUID> ids);
+    DayEdited<EditedWork> restore(const LocalDay& day, std::span<const UUID> ids);
+
+    // These answer with the items that they wrote; a block is frozen first.
+    DayEdited<std::vector<ReviewedWorkItem>> freeze(const LocalDay& day, std::span<const UUID> ids);
+    DayEdited<std::vector<ReviewedWorkItem>> split(const LocalDay& day, UUID id, Instant at);
+    DayEdited<std::vector<ReviewedWorkItem>> merge(const LocalDay& day, std::span<const UUID> ids);
+    /// An empty text removes the description.
+    DayEdited<std::vector<ReviewedWorkItem>> describe(const LocalDay& day, UUID id, const std::string& text);
+    DayEdited<std::vector<ReviewedWorkItem>> add(const LocalDay& day, Interval when, const WorkTarget& target,
+                                                 const std::optional<std::string>& description);
+    /// The idle segment's part that lies in the day.
+    DayEdited<std::vector<ReviewedWorkItem>> convertIdle(const LocalDay& day, SegmentID idle,
+                                                         const WorkTarget& target,
+                                                         const std::optional<std::string>& description);
+
+    DayEdited<ReviewedDayApproval> markReady(const LocalDay& day, Instant now);
+
+private:
+    struct Loaded;
+    Stored<Loaded> load(const LocalDay& day) const;
+    Stored<ListedDay> summarize(const LocalDay& day, const ExclusionEngine& exclusion,
+                                const std::map<std::string, std::string>& exportedRevisions) const;
+    template <typename Compute, typename Answer>
+    auto edit(const LocalDay& day, std::span<const UUID> ids, Compute compute, Answer answer);
+    template <typename Compute>
+    DayEdited<EditedWork> editInPlace(const LocalDay& day, std::span<const UUID> ids, Compute compute);
+    template <typename Compute>
+    DayEdited<std::vector<ReviewedWorkItem>> editItems(const LocalDay& day, std::span<const UUID> ids,
+                                                       Compute compute);
+
+    OpenedStore& m_store;
+    CalendarContext m_calendar;
+};
+
+} // namespace stintbook

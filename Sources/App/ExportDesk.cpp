@@ -1,0 +1,161 @@
+#include "App/ExportDesk.h"
+
+#include <fmt/format.h>
+
+#include "App/ClientBook.h"
+#include "App/FileReplacement.h"
+#include "Export/CSVDocument.h"
+#include "Export/SummaryText.h"
+#include "Store/PersistentReviewStore.h"
+
+namespace stintbook {
+
+namespace {
+
+std::string sentence(const PersistenceError& error)
+{
+    return message(error);
+}
+
+std::string sentence(const ExportBlocked& blocked)
+{
+    std::string text =
+        blocked.block == ExportBlock::daysNotReady ? "Export blocked." : "There is nothing to export yet.";
+    for (const auto& day : blocked.days)
+        text += fmt::format("\n{}: {}", dayID(day.day),
+                            day.reason.value_or("This day is not marked ready to bill."));
+    return text;
+}
+
+std::string sentence(const PreviewOutdated&)
+{
+    return std::string(previewRebuiltMessage);
+}
+
+std::string sentence(const ExportFailure& failure)
+{
+    return message(failure);
+}
+
+std::string sentence(const UnknownSnapshot& unknown)
+{
+    return fmt::format("No export has the identifier {}.", unknown.id.text());
+}
+
+std::string reason(const UnreadableRecord& record)
+{
+    return message(PersistenceError(record));
+}
+
+std::string reason(const StoreFailure& failure)
+{
+    return failure.reason;
+}
+
+std::string reason(const ExportStoreProblem& problem)
+{
+    return message(problem);
+}
+
+/// The range in order.
+std::pair<LocalDay, LocalDay> range(const ExportRequest& request)
+{
+    if (request.rangeEnd.start < request.rangeStart.start)
+        return {request.rangeEnd, request.rangeStart};
+    return {request.rangeStart, request.rangeEnd};
+}
+
+} // namespace
+
+std::string message(const ExportDeskProblem& problem)
+{
+    return std::visit([](const auto& which) { return sentence(which); }, problem);
+}
+
+ExportDesk::ExportDesk(OpenedStore& store, CalendarContext calendar)
+    : m_store(store)
+    , m_calendar(std::move(calendar))
+{
+}
+
+std::expected<ExportPreview, ExportDeskProblem> ExportDesk::preview(const ExportRequest& request) const
+{
+    return m_store.database().read([&](StoreConnection&) -> std::expected<ExportPreview, ExportDeskProblem> {
+        const DayBook book(m_store, m_calendar);
+        const auto [from, to] = range(request);
+        std::vector<ExportDayInput> inputs;
+        Seconds unreviewed;
+        for (const auto& listed : TRY(book.list(from, to))) {
+            if (listed.summary.state == DayReviewState::noActivity && !listed.hasReviewedWork)
+                continue;
+            auto day = TRY(book.open(listed.summary.day));
+            const bool isReady = day.status == ReviewedDayStatus::ready;
+            if (isReady)
+                unreviewed += day.unreviewedDuration;
+            inputs.push_back({.day = listed.summary.day,
+                              .revision = std::move(day.revision),
+                              .isReady = isReady,
+                              .items = std::move(day.content.items),
+                              .notReadyReason = std::move(day.notReadyReason)});
+        }
+        const auto directory = TRY(ClientBook(m_store).directory());
+        const auto billing = TRY(m_store.review().billing());
+        auto document = buildDocument(request, std::move(inputs), directory, billing);
+        if (const auto block = document.block())
+            return std::unexpected(ExportBlocked{*block, document.blockedDays});
+        return ExportPreview{std::move(document), unreviewed};
+    });
+}
+
+std::expected<ExportReceipt, ExportDeskProblem> ExportDesk::deliver(const ExportDocumentModel& document,
+                                                                    std::string_view locale, Instant now,
+                                                                    const Delivery& delivery)
+{
+    const auto current = TRY(preview(document.request));
+    if (current.document.days != document.days)
+        return std::unexpected(PreviewOutdated{});
+
+    const auto text = TRY(render(document, locale));
+    if (const auto delivered = delivery(text); !delivered)
+        return std::unexpected(ExportFailure(DeliveryNotProduced{delivered.error()}));
+
+    const auto snapshot = snapshotOf(document, ExportSnapshotID::random(), now);
+    if (const auto recorded = m_store.review().append(snapshot); !recorded) {
+        return std::unexpected(ExportFailure(DeliveredButNotRecorded{
+            std::visit([](const auto& problem) { return reason(problem); }, recorded.error())}));
+    }
+    return ExportReceipt{.snapshotID = snapshot.id,
+                         .createdAt = snapshot.createdAt,
+                         .format = snapshot.format,
+                         .dayCount = static_cast<int>(snapshot.days.size()),
+                         .lineCount = static_cast<int>(snapshot.lines.size())};
+}
+
+Stored<std::vector<ExportSnapshot>> ExportDesk::history() const
+{
+    return m_store.review().snapshots();
+}
+
+std::expected<ExportSnapshot, ExportDeskProblem> ExportDesk::snapshot(ExportSnapshotID id) const
+{
+    auto found = TRY(m_store.review().snapshot(id));
+    if (!found)
+        return std::unexpected(UnknownSnapshot{id});
+    return *std::move(found);
+}
+
+std::expected<std::string, ExportFailure> render(const ExportDocumentModel& document, std::string_view locale)
+{
+    auto text = document.request.format == ExportFormat::copySummary ? summaryText(document, locale)
+                                                                     : csvText(document);
+    if (!text)
+        return std::unexpected(DeliveryNotProduced{message(text.error())});
+    return *std::move(text);
+}
+
+ExportDesk::Delivery fileDelivery(std::filesystem::path file)
+{
+    return [file = std::move(file)](const std::string& bytes) { return replaceFile(file, bytes, 0666); };
+}
+
+} // namespace stintbook

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <expected>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "App/DayBook.h"
+#include "App/OpenedStore.h"
+#include "Export/ExportDelivery.h"
+#include "Export/ExportDocumentModel.h"
+#include "Export/ExportSnapshot.h"
+
+namespace stintbook {
+
+/// A document with what was recorded on its days since they were marked ready.
+struct ExportPreview {
+    ExportDocumentModel document;
+    Seconds unreviewedDuration;
+};
+
+/// There is nothing to export; why not.
+struct ExportBlocked {
+    ExportBlock block;
+    std::vector<ExportBlockedDay> days;
+};
+
+/// The reviewed work changed while the preview was open.
+struct PreviewOutdated { };
+
+/// No snapshot has that identifier.
+struct UnknownSnapshot {
+    ExportSnapshotID id;
+};
+
+using ExportDeskProblem =
+    std::variant<PersistenceError, ExportBlocked, PreviewOutdated, ExportFailure, UnknownSnapshot>;
+std::string message(const ExportDeskProblem& problem);
+
+/// Builds documents from ready days, delivers them and records what was delivered.
+class ExportDesk {
+public:
+    ExportDesk(OpenedStore& store, CalendarContext calendar);
+
+    std::expected<ExportPreview, ExportDeskProblem> preview(const ExportRequest& request) const;
+
+    /// Brings the rendered bytes to where they are wanted; the error is the system's own words.
+    using Delivery = std::function<std::expected<void, std::string>(const std::string& bytes)>;
+    /// Reads the days' revisions again, renders, delivers, then records. Nothing is delivered when the
+    /// document is out of date or empty.
+    std::expected<ExportReceipt, ExportDeskProblem> deliver(const ExportDocumentModel& document,
+                                                            std::string_view locale, Instant now,
+                                                            const Delivery& delivery);
+
+    Stored<std::vector<ExportSnapshot>> history() const;
+    std::expected<ExportSnapshot, ExportDeskProblem> snapshot(ExportSnapshotID id) const;
+
+private:
+    OpenedStore& m_store;
+    CalendarContext m_calendar;
+};
+
+/// The document as the text of its format.
+std::expected<std::string, ExportFailure> render(const ExportDocumentModel& document,
+                                                 std::string_view locale);
+
+/// Writes a file in one step: whole, or not at all.
+ExportDesk::Delivery fileDelivery(std::filesystem::path file);
+
+} // namespace stintbook

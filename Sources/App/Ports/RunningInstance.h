@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <expected>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Base/Instant.h"
+#include "Domain/CaptureStatus.h"
+
+/// The running copy as another process meets it on the session bus: name "app.velloran.Velloran", object
+/// "/app/velloran/Velloran", interface "app.velloran.Velloran", and `Activate` of
+/// "org.freedesktop.Application".
+namespace stintbook {
+
+struct InstanceStatus {
+    CaptureStatus capture;
+    /// The store's file, canonical: which copy this is.
+    std::string storeFile;
+    std::int32_t processIdentifier = 0;
+    /// "frontmost: x11", "idle: xscreensaver", …
+    std::vector<std::string> providers;
+
+    struct OpenSegment {
+        Instant start;
+        std::string kind;
+        std::string applicationName;
+    };
+    std::optional<OpenSegment> openSegment;
+    int unsavedSegmentCount = 0;
+};
+
+/// What the running copy answers to others; called on capture's thread.
+class InstanceRequestHandling {
+public:
+    virtual ~InstanceRequestHandling() = default;
+    virtual InstanceStatus status() = 0;
+    /// Absent deadline: until resumed.
+    virtual void pause(std::optional<Instant> until) = 0;
+    virtual void resume() = 0;
+    /// Another launch asks this copy to come forward.
+    virtual void activate() = 0;
+};
+
+/// Publishes the running copy on the bus as long as it lives.
+class InstancePublishing {
+public:
+    virtual ~InstancePublishing() = default;
+    /// False where there is no session bus or another copy owns the name; capture goes on without.
+    virtual bool publish(InstanceRequestHandling& handler) = 0;
+};
+
+/// Speaks to the running copy. Each call is bounded to five seconds; the error is a sentence.
+class RunningInstance {
+public:
+    virtual ~RunningInstance() = default;
+    /// Absent when no copy is on the bus.
+    virtual std::expected<std::optional<InstanceStatus>, std::string> status() = 0;
+    virtual std::expected<void, std::string> pause(std::optional<Instant> until) = 0;
+    virtual std::expected<void, std::string> resume() = 0;
+    virtual std::expected<void, std::string> activate() = 0;
+};
+
+} // namespace stintbook

@@ -1,0 +1,148 @@
+#include "CommandLine/Arguments.h"
+
+#include <charconv>
+#include <cmath>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "CommandLine/Session.h"
+
+namespace stintbook {
+
+namespace {
+
+std::optional<int> twoDigits(std::string_view text)
+{
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (text.size() != 2 || error != std::errc{} || end != text.data() + text.size() || number < 0)
+        return std::nullopt;
+    return number;
+}
+
+/// The one entry that `matches`, or a refusal.
+template <typename Entry, typename Matches>
+auto theOne(const std::vector<Entry>& entries, std::string_view what, std::string_view text, Matches matches)
+{
+    const Entry* found = nullptr;
+    for (const auto& entry : entries) {
+        if (!matches(entry))
+            continue;
+        if (found != nullptr)
+            throw Refusal{
+                fmt::format("More than one {} is called “{}”; give its identifier instead.", what, text)};
+        found = &entry;
+    }
+    if (found == nullptr)
+        throw Refusal{fmt::format("No {} is called “{}”.", what, text)};
+    return found->id;
+}
+
+} // namespace
+
+DayArgument dayArgument(std::string_view text, const CalendarContext& calendar, Instant now)
+{
+    if (text.contains('@')) {
+        const auto day = dayFromID(text);
+        if (!day)
+            throw WrongUsage{fmt::format("'{}' is no day.", text)};
+        return {*day, *CalendarContext::inZone(day->timeZoneIdentifier)};
+    }
+    auto date = CivilDate::parse(text);
+    if (text == "today")
+        date = calendar.dateOf(now);
+    if (text == "yesterday")
+        date = calendar.dateOf(calendar.dayOf(now).start - Seconds{1});
+    const auto day = date ? calendar.dayOn(*date) : std::nullopt;
+    if (!day)
+        throw WrongUsage{fmt::format("'{}' is no day; write yyyy-MM-dd, today or yesterday.", text)};
+    return {*day, calendar};
+}
+
+Instant timeArgument(std::string_view text, const DayArgument& day)
+{
+    const bool hasSeconds = text.size() == 8;
+    const bool isShaped =
+        (text.size() == 5 || hasSeconds) && text[2] == ':' && (!hasSeconds || text[5] == ':');
+    const auto hour = isShaped ? twoDigits(text.substr(0, 2)) : std::nullopt;
+    const auto minute = isShaped ? twoDigits(text.substr(3, 2)) : std::nullopt;
+    const auto second = hasSeconds ? twoDigits(isShaped ? text.substr(6, 2) : "") : std::optional(0);
+    const bool isDayEnd = hour == 24 && minute == 0 && second == 0;
+    if (!hour || !minute || !second || *minute > 59 || *second > 59 || (*hour > 23 && !isDayEnd))
+        throw WrongUsage{fmt::format("'{}' is no time; write HH:mm or HH:mm:ss.", text)};
+    return day.calendar.instantOn(day.calendar.dateOf(day.day.start), *hour, *minute, *second);
+}
+
+bool yesOrNo(std::string_view text)
+{
+    if (text != "yes" && text != "no")
+        throw WrongUsage{fmt::format("'{}' is neither yes nor no.", text)};
+    return text == "yes";
+}
+
+UUID identifierArgument(std::string_view text)
+{
+    const auto id = UUID::parse(text);
+    if (!id)
+        throw Refusal{fmt::format("“{}” is no identifier.", text)};
+    return *id;
+}
+
+std::optional<std::string> unlessNone(std::string text)
+{
+    if (text == "none")
+        return std::nullopt;
+    return text;
+}
+
+std::optional<RoundingPolicy> roundingArgument(std::string_view text)
+{
+    if (text == "none")
+        return std::nullopt;
+    const auto policy = fromRawValue<RoundingPolicy>(text);
+    if (!policy)
+        throw WrongUsage{fmt::format("'{}' is no rounding policy.", text)};
+    return policy;
+}
+
+Seconds secondsArgument(std::string_view text)
+{
+    double seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    if (error != std::errc{} || end != text.data() + text.size() || !(seconds > 0) || !std::isfinite(seconds))
+        throw WrongUsage{fmt::format("'{}' is no number of seconds.", text)};
+    return {seconds};
+}
+
+int positionArgument(std::string_view text)
+{
+    int position = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), position);
+    if (error != std::errc{} || end != text.data() + text.size() || position < 1)
+        throw WrongUsage{fmt::format("'{}' is no position; write a whole number from 1.", text)};
+    return position;
+}
+
+ClientID clientArgument(std::string_view text, const AssignmentDirectory& directory)
+{
+    if (const auto id = ClientID::parse(text))
+        return *id;
+    return theOne(directory.clients(), "client", text,
+                  [&](const Client& client) { return client.name == text; });
+}
+
+ProjectID projectArgument(std::string_view text, const AssignmentDirectory& directory,
+                          std::optional<ClientID> client)
+{
+    if (const auto id = ProjectID::parse(text))
+        return *id;
+    return theOne(directory.projects(), "project", text, [&](const Project& project) {
+        const auto* owner = directory.client(project.clientID);
+        const bool isAtClient = !client || project.clientID == *client;
+        return (isAtClient && project.name == text)
+            || (owner != nullptr && fmt::format("{}/{}", owner->name, project.name) == text);
+    });
+}
+
+} // namespace stintbook

@@ -1,0 +1,211 @@
+#include "CommandLine/CommandTree.h"
+
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <CLI/Validators.hpp>
+#include <fmt/format.h>
+
+#include "Base/BuildInformation.h"
+
+namespace stintbook {
+
+/// Where arguments land. Addresses stay valid as more are added.
+struct Verb::Storage {
+    std::deque<std::string> texts;
+    std::deque<std::optional<std::string>> optionalTexts;
+    std::deque<std::vector<std::string>> lists;
+    std::deque<bool> flags;
+    GlobalOptions options;
+    /// The command that was named, and its parser for the usage line.
+    Work chosen;
+    CLI::App* chosenApp = nullptr;
+};
+
+const std::string& Verb::argument(const std::string& name, const std::string& description)
+{
+    auto& text = m_storage->texts.emplace_back();
+    m_app->add_option(name, text, description)->required()->option_text(" ");
+    return text;
+}
+
+const std::string& Verb::argument(const std::string& name, const std::string& description,
+                                  const std::vector<std::string>& choices)
+{
+    auto& text = m_storage->texts.emplace_back();
+    m_app->add_option(name, text, description)->required()->check(CLI::IsMember(choices));
+    return text;
+}
+
+const std::vector<std::string>& Verb::arguments(const std::string& name, const std::string& description)
+{
+    auto& list = m_storage->lists.emplace_back();
+    m_app->add_option(name, list, description)->required()->option_text("…");
+    return list;
+}
+
+const std::string& Verb::requiredOption(const std::string& name, const std::string& value,
+                                        const std::string& description)
+{
+    auto& text = m_storage->texts.emplace_back();
+    m_app->add_option(name, text, description)->required()->type_name(value);
+    return text;
+}
+
+const std::optional<std::string>& Verb::option(const std::string& name, const std::string& value,
+                                               const std::string& description)
+{
+    auto& text = m_storage->optionalTexts.emplace_back();
+    m_app->add_option(name, text, description)->type_name(value);
+    return text;
+}
+
+const std::optional<std::string>& Verb::option(const std::string& name,
+                                               const std::vector<std::string>& choices,
+                                               const std::string& description)
+{
+    auto& text = m_storage->optionalTexts.emplace_back();
+    m_app->add_option(name, text, description)->check(CLI::IsMember(choices))->type_name("");
+    return text;
+}
+
+const bool& Verb::flag(const std::string& name, const std::string& description)
+{
+    auto& isSet = m_storage->flags.emplace_back(false);
+    m_app->add_flag(name, isSet, description);
+    return isSet;
+}
+
+const std::optional<std::string>& Verb::hiddenOption(const std::string& name, const std::string& value)
+{
+    auto& text = m_storage->optionalTexts.emplace_back();
+    m_app->add_option(name, text)->type_name(value)->group("");
+    return text;
+}
+
+void Verb::runs(Work work)
+{
+    m_app->callback([app = m_app, storage = m_storage, work = std::move(work)] {
+        storage->chosen = work;
+        storage->chosenApp = app;
+    });
+}
+
+Verb Noun::verb(const std::string& name, const std::string& description)
+{
+    return {*m_app->add_subcommand(name, description), *m_storage};
+}
+
+CommandTree::CommandTree()
+    : m_app(std::make_unique<CLI::App>("Reconstructs a working day, and bills it.", "velloran-cli"))
+    , m_storage(std::make_unique<Verb::Storage>())
+{
+    auto& app = *m_app;
+    app.fallthrough();
+    app.require_subcommand(1);
+    app.set_version_flag("--version", fmt::format("velloran-cli {}", version()), "Print the version");
+    app.add_option("--store", m_storage->options.storeDirectory, "The directory of the store")
+        ->type_name("DIR");
+    app.add_option("--time-zone", m_storage->options.timeZone, "The zone that cuts time into days")
+        ->type_name("ZONE");
+    app.add_flag("--json", m_storage->options.isJSON, "Print one JSON document");
+
+    auto& help = *app.add_subcommand("help", "Explain a command");
+    auto& noun = m_storage->lists.emplace_back();
+    help.add_option("COMMAND", noun, "The command to explain");
+    help.callback([&app, &noun, storage = m_storage.get()] {
+        storage->chosenApp = &app;
+        storage->chosen = [&app, &noun](Session& session) {
+            CLI::App* explained = &app;
+            for (const auto& word : noun) {
+                const auto found = explained->get_subcommands(
+                    [&](const CLI::App* command) { return command->check_name(word); });
+                if (found.empty())
+                    throw WrongUsage{fmt::format("There is no command '{}'.", fmt::join(noun, " "))};
+                explained = found.front();
+            }
+            session.output() << explained->help();
+        };
+    });
+}
+
+CommandTree::~CommandTree() = default;
+
+Noun CommandTree::noun(const std::string& name, const std::string& description)
+{
+    auto& app = *m_app->add_subcommand(name, description);
+    app.require_subcommand(1);
+    return {app, *m_storage};
+}
+
+Verb CommandTree::verb(const std::string& name, const std::string& description)
+{
+    return {*m_app->add_subcommand(name, description), *m_storage};
+}
+
+namespace {
+
+/// The innermost command that a command line named.
+const CLI::App& named(const CLI::App& app)
+{
+    const auto parsed = app.get_subcommands();
+    return parsed.empty() ? app : named(*parsed.front());
+}
+
+std::string fullName(const CLI::App& app)
+{
+    return app.get_parent() == nullptr ? app.get_name() : fullName(*app.get_parent()) + " " + app.get_name();
+}
+
+/// "Usage: velloran-cli day show DAY [OPTIONS]".
+std::string usageLine(const CLI::App& app)
+{
+    std::string line = "Usage: " + fullName(app);
+    for (const auto* option : app.get_options()) {
+        if (option->get_positional())
+            line += " " + option->get_name(true) + (option->get_expected_max() > 1 ? "…" : "");
+    }
+    for (const auto* option : app.get_options()) {
+        if (!option->get_positional() && option->get_required())
+            line += " " + option->get_name() + " " + option->get_type_name();
+    }
+    if (!app.get_subcommands([](const CLI::App*) { return true; }).empty())
+        line += " COMMAND";
+    return line + " [OPTION…]";
+}
+
+int complain(const CLI::App& app, std::string_view sentence, std::ostream& errors)
+{
+    errors << sentence << '\n' << usageLine(named(app)) << '\n';
+    return 2;
+}
+
+} // namespace
+
+int CommandTree::run(int argumentCount, const char* const* arguments, const Environment& environment,
+                     std::ostream& output, std::ostream& errors)
+{
+    try {
+        m_app->parse(argumentCount, arguments);
+    } catch (const CLI::CallForHelp&) {
+        output << named(*m_app).help();
+        return 0;
+    } catch (const CLI::CallForVersion& versionCall) {
+        output << versionCall.what() << '\n';
+        return 0;
+    } catch (const CLI::ParseError& error) {
+        return complain(*m_app, error.what(), errors);
+    }
+
+    try {
+        Session session(m_storage->options, environment, output, errors);
+        m_storage->chosen(session);
+        return 0;
+    } catch (const Refusal& refusal) {
+        errors << refusal.sentence << '\n';
+        return 1;
+    } catch (const WrongUsage& wrong) {
+        return complain(*m_app, wrong.sentence, errors);
+    }
+}
+
+} // namespace stintbook

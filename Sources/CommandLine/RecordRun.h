@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "Base/Instant.h"
+#include "CommandLine/Session.h"
+
+namespace stintbook {
+
+struct RecordRequest {
+    /// Absent: until interrupted.
+    std::optional<Seconds> duration;
+    std::optional<std::filesystem::path> trace;
+    /// Absent: the ordinary one. For tests that cannot wait for it.
+    std::optional<Seconds> idleThreshold;
+};
+
+/// Records on this thread until the time is over or SIGINT or SIGTERM arrives, then flushes.
+void record(Session& session, const RecordRequest& request);
+
+} // namespace stintbook

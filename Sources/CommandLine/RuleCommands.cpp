@@ -1,0 +1,155 @@
+#include <fmt/format.h>
+
+#include "App/ClientBook.h"
+#include "App/RuleBook.h"
+#include "CommandLine/Arguments.h"
+#include "CommandLine/CommandTree.h"
+#include "CommandLine/ListJSON.h"
+#include "CommandLine/Table.h"
+
+namespace stintbook {
+
+namespace {
+
+struct MatchOptions {
+    const std::optional<std::string>& application;
+    const std::optional<std::string>& domain;
+    const std::optional<std::string>& title;
+
+    TypedMatch typed() const { return {application, domain, title}; }
+};
+
+MatchOptions matchOptions(Verb& verb)
+{
+    return {verb.option("--application", "ID", "An application matches by its exact bundle identifier."),
+            verb.option("--domain", "HOST", "A domain matches this host and any subdomain of it."),
+            verb.option(
+                "--title", "TEXT",
+                "A window or document title matches when it contains this text, ignoring case and accents.")};
+}
+
+std::string conditions(const RuleMatch& match)
+{
+    std::vector<std::string> parts;
+    if (match.applicationBundleIdentifier)
+        parts.push_back("application " + *match.applicationBundleIdentifier);
+    if (match.browserDomain)
+        parts.push_back("domain " + match.browserDomain->host());
+    if (match.titleContains)
+        parts.push_back("title “" + *match.titleContains + "”");
+    return fmt::format("{}", fmt::join(parts, " and "));
+}
+
+/// `rule VERB ID`.
+template <typename Edit> void addPlainVerb(Noun& noun, const char* name, const char* description, Edit edit)
+{
+    auto verb = noun.verb(name, description);
+    const auto& id = verb.argument("ID", "The rule");
+    verb.runs([&id, edit](Session& session) {
+        RuleBook book(session.store());
+        orRefuse(edit(book, RuleID{identifierArgument(id)}));
+    });
+}
+
+void addAdd(Noun& noun)
+{
+    auto verb = noun.verb("add", "Add a rule at the top of the list");
+    const auto& clientText = verb.requiredOption("--client", "CLIENT", "Whom matching work is for");
+    const auto& projectText = verb.requiredOption("--project", "PROJECT", "What matching work is for");
+    const auto match = matchOptions(verb);
+    const auto& billable = verb.option("--billable", {"yes", "no"}, "Instead of the project's default");
+    verb.runs([&, match](Session& session) {
+        const auto directory = orRefuse(ClientBook(session.store()).directory());
+        const auto client = clientArgument(clientText, directory);
+        const auto project = projectArgument(projectText, directory, client);
+        const auto isBillable = billable ? std::optional(yesOrNo(*billable)) : std::nullopt;
+        const auto id = orRefuse(RuleBook(session.store()).add({match.typed(), client, project, isBillable}));
+        session.printIdentifier(id.uuid);
+    });
+}
+
+void addList(Noun& noun)
+{
+    auto verb = noun.verb("list", "All rules, in order");
+    verb.runs([](Session& session) {
+        const auto rules = orRefuse(RuleBook(session.store()).list());
+        if (session.isJSON()) {
+            session.printJSON([&](JsonWriter& json) { writeMembers(json, rules); });
+            return;
+        }
+        const auto directory = orRefuse(ClientBook(session.store()).directory());
+        Table table({{"", Table::Alignment::right}, {"When"}, {"Then"}, {""}, {"Identifier"}});
+        int position = 0;
+        for (const auto& rule : rules.attributionRules) {
+            const auto* client = directory.client(rule.clientID);
+            const auto* project = directory.project(rule.projectID);
+            const bool isUsable = !directory.problem(rule.clientID, rule.projectID);
+            table.add({std::to_string(++position), conditions(rule.match),
+                       client != nullptr && project != nullptr ? client->name + " / " + project->name
+                                                               : "an unavailable client/project",
+                       !rule.isEnabled                      ? "off"
+                           : !isUsable                      ? "Attributes nothing"
+                           : rules.losing.contains(rule.id) ? "Loses a conflict"
+                                                            : "",
+                       rule.id.text()});
+        }
+        for (const auto& rule : rules.exclusionRules)
+            table.add({"", conditions(rule.match), "never recorded as work", rule.isEnabled ? "" : "off",
+                       rule.id.text()});
+        session.output() << table;
+    });
+}
+
+void addMove(Noun& noun)
+{
+    auto verb = noun.verb("move", "Move a rule to a place in the list, counted from 1");
+    const auto& id = verb.argument("ID", "The rule");
+    const auto& to = verb.requiredOption("--to", "POSITION", "Where it is to stand");
+    verb.runs([&](Session& session) {
+        orRefuse(RuleBook(session.store()).move(RuleID{identifierArgument(id)}, positionArgument(to)));
+    });
+}
+
+} // namespace
+
+void addRuleCommands(CommandTree& tree)
+{
+    auto noun = tree.noun("rule", "Rules that attribute work");
+    addAdd(noun);
+    addList(noun);
+    auto copy = noun.verb("copy", "Copy a rule, directly below it");
+    const auto& original = copy.argument("ID", "The rule");
+    copy.runs([&](Session& session) {
+        session.printIdentifier(
+            orRefuse(RuleBook(session.store()).copy(RuleID{identifierArgument(original)})).uuid);
+    });
+    addMove(noun);
+    addPlainVerb(noun, "enable", "Turn a rule on",
+                 [](RuleBook& book, RuleID id) { return book.setEnabled(id, true); });
+    addPlainVerb(noun, "disable", "Turn a rule off",
+                 [](RuleBook& book, RuleID id) { return book.setEnabled(id, false); });
+    addPlainVerb(noun, "delete", "Delete a rule", [](RuleBook& book, RuleID id) { return book.remove(id); });
+
+    auto exclude = tree.noun("exclude", "Rules that keep work out of review");
+    auto add = exclude.verb("add", "Add an exclusion");
+    const auto match = matchOptions(add);
+    add.runs([match](Session& session) {
+        session.printIdentifier(orRefuse(RuleBook(session.store()).addExclusion(match.typed())).uuid);
+    });
+    auto list = exclude.verb("list", "All exclusions");
+    list.runs([](Session& session) {
+        auto rules = orRefuse(RuleBook(session.store()).list());
+        if (session.isJSON()) {
+            session.printJSON([&](JsonWriter& json) { writeExclusions(json, rules.exclusionRules); });
+            return;
+        }
+        Table table({{"When"}, {""}, {"Identifier"}});
+        for (const auto& rule : rules.exclusionRules)
+            table.add({conditions(rule.match), rule.isEnabled ? "" : "off", rule.id.text()});
+        session.output() << table;
+    });
+    addPlainVerb(exclude, "delete", "Delete an exclusion",
+                 [](RuleBook& book, RuleID id) { return book.removeExclusion(id); });
+}
+
+} // namespace stintbook
