@@ -11,12 +11,12 @@ namespace stintbook {
 
 namespace {
 
-    Edited<void> mustNotBeIgnored(const std::vector<ReviewSubject>& subjects)
-    {
-        if (std::ranges::any_of(subjects, isIgnored))
-            return std::unexpected(ReviewedEditRefusal::ignoredItemIsBusinessReadOnly);
-        return {};
-    }
+Edited<void> mustNotBeIgnored(const std::vector<ReviewSubject>& subjects)
+{
+    if (std::ranges::any_of(subjects, isIgnored))
+        return std::unexpected(ReviewedEditRefusal::ignoredItemIsBusinessReadOnly);
+    return {};
+}
 
 } // namespace
 

@@ -9,10 +9,10 @@ namespace stintbook {
 
 namespace {
 
-    bool lieInside(Interval interval, Interval bounds)
-    {
-        return bounds.start <= interval.start && interval.end <= bounds.end;
-    }
+bool lieInside(Interval interval, Interval bounds)
+{
+    return bounds.start <= interval.start && interval.end <= bounds.end;
+}
 
 } // namespace
 

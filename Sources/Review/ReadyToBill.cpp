@@ -10,32 +10,32 @@ namespace stintbook {
 
 namespace {
 
-    std::string sentence(ReadyToBillBlocker blocker)
-    {
-        return std::string(message(blocker));
-    }
+std::string sentence(ReadyToBillBlocker blocker)
+{
+    return std::string(message(blocker));
+}
 
-    std::string sentence(const ReviewedEditProblem& problem)
-    {
-        return message(problem);
-    }
+std::string sentence(const ReviewedEditProblem& problem)
+{
+    return message(problem);
+}
 
-    bool isUnassigned(const WorkBlock& block)
-    {
-        return !block.review.isIgnored && !block.effectiveAssignment();
-    }
+bool isUnassigned(const WorkBlock& block)
+{
+    return !block.review.isIgnored && !block.effectiveAssignment();
+}
 
-    bool isConflicted(const WorkBlock& block)
-    {
-        return !block.review.isIgnored && block.isInUnsettledConflict();
-    }
+bool isConflicted(const WorkBlock& block)
+{
+    return !block.review.isIgnored && block.isInUnsettledConflict();
+}
 
-    /// The times are in order of their starts.
-    bool overlap(const std::vector<Interval>& times)
-    {
-        const auto meets = [](Interval earlier, Interval later) { return later.start < earlier.end; };
-        return std::ranges::adjacent_find(times, meets) != times.end();
-    }
+/// The times are in order of their starts.
+bool overlap(const std::vector<Interval>& times)
+{
+    const auto meets = [](Interval earlier, Interval later) { return later.start < earlier.end; };
+    return std::ranges::adjacent_find(times, meets) != times.end();
+}
 
 } // namespace
 

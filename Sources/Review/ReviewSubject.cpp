@@ -6,15 +6,15 @@ namespace stintbook {
 
 namespace {
 
-    UUID identifierOf(const WorkBlock& block)
-    {
-        return block.id;
-    }
+UUID identifierOf(const WorkBlock& block)
+{
+    return block.id;
+}
 
-    UUID identifierOf(const ReviewedWorkItem& item)
-    {
-        return item.id.uuid;
-    }
+UUID identifierOf(const ReviewedWorkItem& item)
+{
+    return item.id.uuid;
+}
 
 } // namespace
 

@@ -5,9 +5,9 @@
 #include <variant>
 #include <vector>
 
+#include "Review/FreeSegments.h"
 #include "Review/ReviewedWorkItem.h"
 #include "Review/WorkBlock.h"
-#include "Review/WorkBlockBuilder.h"
 
 namespace stintbook {
 

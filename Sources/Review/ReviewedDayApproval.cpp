@@ -14,31 +14,31 @@ namespace stintbook {
 
 namespace {
 
-    /// The bits of the double, so that the text is exact.
-    std::uint64_t bits(Instant at)
-    {
-        return std::bit_cast<std::uint64_t>(at.secondsSinceEpoch);
-    }
+/// The bits of the double, so that the text is exact.
+std::uint64_t bits(Instant at)
+{
+    return std::bit_cast<std::uint64_t>(at.secondsSinceEpoch);
+}
 
-    std::string text(const ReviewedSourceSlice& slice)
-    {
-        return fmt::format("{}@{:x}-{:x}", slice.segmentID.uuid.lowerCaseText(), bits(slice.start),
-                           bits(slice.end));
-    }
+std::string text(const ReviewedSourceSlice& slice)
+{
+    return fmt::format("{}@{:x}-{:x}", slice.segmentID.uuid.lowerCaseText(), bits(slice.start),
+                       bits(slice.end));
+}
 
-    std::string line(const ReviewedWorkItem& item)
-    {
-        std::vector<std::string> slices;
-        std::ranges::transform(item.slices, std::back_inserter(slices), text);
-        // The length keeps a "|" inside a description from being taken for a separator.
-        const auto description = item.description.value_or("");
-        return fmt::format("id={}|start={:x}|end={:x}|origin={}|client={}|project={}|billable={}|description="
-                           "{}:{}|slices={}",
-                           item.id.uuid.lowerCaseText(), bits(item.start), bits(item.end),
-                           rawValue(item.origin), item.assignment.clientID.uuid.lowerCaseText(),
-                           item.assignment.projectID.uuid.lowerCaseText(), item.assignment.isBillable ? 1 : 0,
-                           description.size(), description, fmt::join(slices, ","));
-    }
+std::string line(const ReviewedWorkItem& item)
+{
+    std::vector<std::string> slices;
+    std::ranges::transform(item.slices, std::back_inserter(slices), text);
+    // The length keeps a "|" inside a description from being taken for a separator.
+    const auto description = item.description.value_or("");
+    return fmt::format("id={}|start={:x}|end={:x}|origin={}|client={}|project={}|billable={}|description="
+                       "{}:{}|slices={}",
+                       item.id.uuid.lowerCaseText(), bits(item.start), bits(item.end), rawValue(item.origin),
+                       item.assignment.clientID.uuid.lowerCaseText(),
+                       item.assignment.projectID.uuid.lowerCaseText(), item.assignment.isBillable ? 1 : 0,
+                       description.size(), description, fmt::join(slices, ","));
+}
 
 } // namespace
 

@@ -6,23 +6,22 @@ namespace stintbook {
 
 namespace {
 
-    std::string sentence(const TargetCannotReceiveNewWork& target)
-    {
-        return message(target.problem);
-    }
+std::string sentence(const TargetCannotReceiveNewWork& target)
+{
+    return message(target.problem);
+}
 
-    std::string sentence(ReviewedEditRefusal refusal)
-    {
-        return std::string(message(refusal));
-    }
+std::string sentence(ReviewedEditRefusal refusal)
+{
+    return std::string(message(refusal));
+}
 
-    std::string sentence(ReviewedItemProblem problem)
-    {
-        return fmt::format(
-            "This edit would leave reviewed work that does not hold together ({}), so nothing was "
-            "changed.",
-            rawValue(problem));
-    }
+std::string sentence(ReviewedItemProblem problem)
+{
+    return fmt::format("This edit would leave reviewed work that does not hold together ({}), so nothing was "
+                       "changed.",
+                       rawValue(problem));
+}
 
 } // namespace
 

@@ -6,26 +6,26 @@ namespace stintbook {
 
 namespace {
 
-    bool crossesItsDay(const ReviewedWorkItem& item)
-    {
-        const auto calendar = CalendarContext::inZone(item.day.timeZoneIdentifier);
-        if (!calendar)
-            return true;
-        const auto bounds = calendar->boundsOf(item.day);
-        return item.start < bounds.start || bounds.end < item.end;
-    }
+bool crossesItsDay(const ReviewedWorkItem& item)
+{
+    const auto calendar = CalendarContext::inZone(item.day.timeZoneIdentifier);
+    if (!calendar)
+        return true;
+    const auto bounds = calendar->boundsOf(item.day);
+    return item.start < bounds.start || bounds.end < item.end;
+}
 
-    /// Whether the slices, one after the other, cover the item from its start to its end.
-    bool cover(const std::vector<ReviewedSourceSlice>& slices, const ReviewedWorkItem& item)
-    {
-        auto covered = item.start;
-        for (const auto& slice : slices) {
-            if (slice.start != covered)
-                return false;
-            covered = slice.end;
-        }
-        return covered == item.end;
+/// Whether the slices, one after the other, cover the item from its start to its end.
+bool cover(const std::vector<ReviewedSourceSlice>& slices, const ReviewedWorkItem& item)
+{
+    auto covered = item.start;
+    for (const auto& slice : slices) {
+        if (slice.start != covered)
+            return false;
+        covered = slice.end;
     }
+    return covered == item.end;
+}
 
 } // namespace
 

@@ -9,20 +9,20 @@ namespace stintbook {
 
 namespace {
 
-    /// The part of an item, and of its slices, that lies in `interval`.
-    Edited<ReviewedWorkItem> part(const ReviewedWorkItem& item, Interval interval, const EditContext& context)
-    {
-        auto result = item;
-        result.id = {context.freshIdentifier()};
-        result.start = interval.start;
-        result.end = interval.end;
-        std::erase_if(result.slices, [&](const auto& slice) { return !slice.interval().overlaps(interval); });
-        for (auto& slice : result.slices) {
-            slice.start = std::max(slice.start, interval.start);
-            slice.end = std::min(slice.end, interval.end);
-        }
-        return validated(std::move(result));
+/// The part of an item, and of its slices, that lies in `interval`.
+Edited<ReviewedWorkItem> part(const ReviewedWorkItem& item, Interval interval, const EditContext& context)
+{
+    auto result = item;
+    result.id = {context.freshIdentifier()};
+    result.start = interval.start;
+    result.end = interval.end;
+    std::erase_if(result.slices, [&](const auto& slice) { return !slice.interval().overlaps(interval); });
+    for (auto& slice : result.slices) {
+        slice.start = std::max(slice.start, interval.start);
+        slice.end = std::min(slice.end, interval.end);
     }
+    return validated(std::move(result));
+}
 
 } // namespace
 

@@ -1,0 +1,70 @@
+#include <gmock/gmock.h>
+
+#include "Review/Split.h"
+#include "Support/HandMadeDay.h"
+
+namespace stintbook {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(Split, CutsTheSliceAtTheInstantAndKeepsAllElseInBothParts)
+{
+    HandMadeDay day;
+    auto item = day.addItem(day.hours(9, 10), day.toArchive);
+    item.description = "Review";
+    const auto segment = item.slices[0].segmentID;
+    const auto mutation = split(item, day.at(9, 20), day.context());
+
+    ASSERT_TRUE(mutation);
+    ASSERT_EQ(mutation->upserts.size(), 2);
+    EXPECT_THAT(mutation->deletions, ElementsAre(item.id));
+    auto first = item;
+    first.id = mutation->upserts[0].id;
+    first.end = day.at(9, 20);
+    first.slices = {{segment, day.at(9), day.at(9, 20)}};
+    auto second = item;
+    second.id = mutation->upserts[1].id;
+    second.start = day.at(9, 20);
+    second.slices = {{segment, day.at(9, 20), day.at(10)}};
+    EXPECT_THAT(mutation->upserts, ElementsAre(first, second));
+    EXPECT_NE(first.id, item.id);
+    EXPECT_NE(second.id, first.id);
+}
+
+TEST(Split, FreezesABlockFirstAndDividesItsSegments)
+{
+    HandMadeDay day;
+    const auto block = day.addBlock(day.hours(9, 10), day.toSite);
+    const auto mutation = split(block, day.at(9, 10), day.context());
+    ASSERT_TRUE(mutation);
+    EXPECT_THAT(mutation->deletions, IsEmpty());
+    EXPECT_EQ(mutation->upserts[0].slices.size(), 1);
+    EXPECT_EQ(mutation->upserts[1].slices.size(), 1);
+    EXPECT_THAT(mutation->consumedSegmentIDs,
+                ElementsAre(block.lineage[0].sourceSegmentID, block.lineage[1].sourceSegmentID));
+}
+
+TEST(Split, RefusesPointsThatDoNotDivideTheWork)
+{
+    HandMadeDay day;
+    auto item = day.addItem(day.hours(9, 10), day.toSite);
+    using enum ReviewedEditRefusal;
+    for (const auto at : {day.at(8), day.at(9), day.at(10), day.at(11)})
+        EXPECT_EQ(split(item, at, day.context()).error(), ReviewedEditProblem(splitPointNotInsideInterval));
+    EXPECT_EQ(split(day.addBlock(day.hours(12, 13), std::nullopt), day.at(12), day.context()).error(),
+              ReviewedEditProblem(workHasNoAssignment));
+
+    // In Tokyo a day begins within this work.
+    const auto late = day.addItem(day.hours(15, 17), day.toSite);
+    day.calendar = *CalendarContext::inZone("Asia/Tokyo");
+    EXPECT_EQ(split(late, day.at(16, 30), day.context()).error(), ReviewedEditProblem(splitPointOutsideDay));
+
+    item.disposition = ReviewedItemDisposition::ignored;
+    EXPECT_EQ(split(item, day.at(9), day.context()).error(),
+              ReviewedEditProblem(ignoredItemIsBusinessReadOnly));
+}
+
+} // namespace
+} // namespace stintbook
