@@ -4,11 +4,11 @@ namespace stintbook {
 
 namespace {
 
-    template <typename ID, typename Terms> Terms termsOf(const std::map<ID, Terms>& all, ID id)
-    {
-        const auto found = all.find(id);
-        return found == all.end() ? Terms() : found->second;
-    }
+template <typename ID, typename Terms> Terms termsOf(const std::map<ID, Terms>& all, ID id)
+{
+    const auto found = all.find(id);
+    return found == all.end() ? Terms() : found->second;
+}
 
 } // namespace
 

@@ -15,31 +15,31 @@ namespace stintbook {
 
 namespace {
 
-    std::set<std::string, std::less<>> readCurrencyCodes()
-    {
-        std::set<std::string, std::less<>> codes;
-        UErrorCode status = U_ZERO_ERROR;
-        const std::unique_ptr<UEnumeration, decltype(&uenum_close)> currencies(
-            ucurr_openISOCurrencies(UCURR_ALL, &status), &uenum_close);
-        while (U_SUCCESS(status)) {
-            const char* const code = uenum_next(currencies.get(), nullptr, &status);
-            if (!code)
-                break;
-            codes.insert(code);
-        }
-        return codes;
+std::set<std::string, std::less<>> readCurrencyCodes()
+{
+    std::set<std::string, std::less<>> codes;
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<UEnumeration, decltype(&uenum_close)> currencies(
+        ucurr_openISOCurrencies(UCURR_ALL, &status), &uenum_close);
+    while (U_SUCCESS(status)) {
+        const char* const code = uenum_next(currencies.get(), nullptr, &status);
+        if (!code)
+            break;
+        codes.insert(code);
     }
+    return codes;
+}
 
-    bool isCurrencyCode(std::string_view code)
-    {
-        static const auto codes = readCurrencyCodes();
-        return codes.contains(code);
-    }
+bool isCurrencyCode(std::string_view code)
+{
+    static const auto codes = readCurrencyCodes();
+    return codes.contains(code);
+}
 
-    icu::StringPiece piece(std::string_view text)
-    {
-        return {text.data(), static_cast<int32_t>(text.size())};
-    }
+icu::StringPiece piece(std::string_view text)
+{
+    return {text.data(), static_cast<int32_t>(text.size())};
+}
 
 } // namespace
 

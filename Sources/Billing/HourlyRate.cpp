@@ -10,28 +10,28 @@ namespace stintbook {
 
 namespace {
 
-    bool isASCIIDigit(char c)
-    {
-        return c >= '0' && c <= '9';
-    }
+bool isASCIIDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
-    /// An optional sign, digits with at most one point among them, at least one digit.
-    bool looksLikeNumber(std::string_view text)
-    {
-        if (text.starts_with('-') || text.starts_with('+'))
-            text.remove_prefix(1);
-        return std::ranges::all_of(text, [](char c) { return isASCIIDigit(c) || c == '.'; })
-            && std::ranges::count(text, '.') <= 1 && std::ranges::any_of(text, isASCIIDigit);
-    }
+/// An optional sign, digits with at most one point among them, at least one digit.
+bool looksLikeNumber(std::string_view text)
+{
+    if (text.starts_with('-') || text.starts_with('+'))
+        text.remove_prefix(1);
+    return std::ranges::all_of(text, [](char c) { return isASCIIDigit(c) || c == '.'; })
+        && std::ranges::count(text, '.') <= 1 && std::ranges::any_of(text, isASCIIDigit);
+}
 
-    /// From the first digit that is not zero to the last: 2 for 150 and for 0.0150.
-    std::size_t significantDigitCount(std::string_view text)
-    {
-        std::string digits;
-        std::ranges::copy_if(text, std::back_inserter(digits), isASCIIDigit);
-        const auto first = digits.find_first_not_of('0');
-        return first == std::string::npos ? 0 : digits.find_last_not_of('0') - first + 1;
-    }
+/// From the first digit that is not zero to the last: 2 for 150 and for 0.0150.
+std::size_t significantDigitCount(std::string_view text)
+{
+    std::string digits;
+    std::ranges::copy_if(text, std::back_inserter(digits), isASCIIDigit);
+    const auto first = digits.find_first_not_of('0');
+    return first == std::string::npos ? 0 : digits.find_last_not_of('0') - first + 1;
+}
 
 } // namespace
 

@@ -8,28 +8,28 @@ namespace stintbook {
 
 namespace {
 
-    enum class Direction { nearest, up };
+enum class Direction { nearest, up };
 
-    struct Rule {
-        RoundingPolicy policy;
-        std::string_view label;
-        /// Zero: nothing is rounded.
-        int unitSeconds;
-        Direction direction;
-    };
+struct Rule {
+    RoundingPolicy policy;
+    std::string_view label;
+    /// Zero: nothing is rounded.
+    int unitSeconds;
+    Direction direction;
+};
 
-    constexpr std::array rules{
-        Rule{RoundingPolicy::exact, "Exact", 0, Direction::nearest},
-        Rule{RoundingPolicy::nearestSixMinutes, "Nearest 6 minutes", 360, Direction::nearest},
-        Rule{RoundingPolicy::upToNextSixMinutes, "Up to next 6 minutes", 360, Direction::up},
-        Rule{RoundingPolicy::nearestFifteenMinutes, "Nearest 15 minutes", 900, Direction::nearest},
-        Rule{RoundingPolicy::upToNextFifteenMinutes, "Up to next 15 minutes", 900, Direction::up},
-    };
+constexpr std::array rules{
+    Rule{RoundingPolicy::exact, "Exact", 0, Direction::nearest},
+    Rule{RoundingPolicy::nearestSixMinutes, "Nearest 6 minutes", 360, Direction::nearest},
+    Rule{RoundingPolicy::upToNextSixMinutes, "Up to next 6 minutes", 360, Direction::up},
+    Rule{RoundingPolicy::nearestFifteenMinutes, "Nearest 15 minutes", 900, Direction::nearest},
+    Rule{RoundingPolicy::upToNextFifteenMinutes, "Up to next 15 minutes", 900, Direction::up},
+};
 
-    const Rule& ruleOf(RoundingPolicy policy)
-    {
-        return *std::ranges::find(rules, policy, &Rule::policy);
-    }
+const Rule& ruleOf(RoundingPolicy policy)
+{
+    return *std::ranges::find(rules, policy, &Rule::policy);
+}
 
 } // namespace
 

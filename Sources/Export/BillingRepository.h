@@ -42,6 +42,7 @@ public:
     virtual Stored<std::optional<ExportSnapshot>> snapshot(ExportSnapshotID id) const = 0;
     /// Per day the latest snapshot's revision, without reading whole snapshots.
     virtual Stored<std::vector<ExportedDay>> exportedDays() const = 0;
+    virtual Stored<std::optional<ReviewedDayRevision>> exportedRevision(const LocalDay& day) const = 0;
 };
 
 } // namespace stintbook

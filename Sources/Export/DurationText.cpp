@@ -6,10 +6,10 @@ namespace stintbook {
 
 namespace {
 
-    Decimal roundedDown(const Decimal& number)
-    {
-        return -(-number).roundedUp();
-    }
+Decimal roundedDown(const Decimal& number)
+{
+    return -(-number).roundedUp();
+}
 
 } // namespace
 

@@ -4,27 +4,27 @@ namespace stintbook {
 
 namespace {
 
-    std::string sentences(const std::string& reason, std::string_view consequence)
-    {
-        return reason.empty() ? std::string(consequence) : reason + " " + std::string(consequence);
-    }
+std::string sentences(const std::string& reason, std::string_view consequence)
+{
+    return reason.empty() ? std::string(consequence) : reason + " " + std::string(consequence);
+}
 
-    std::string body(const DeliveryNotProduced& failure)
-    {
-        return sentences(failure.reason, "Nothing was written, and no record was created.");
-    }
+std::string body(const DeliveryNotProduced& failure)
+{
+    return sentences(failure.reason, "Nothing was written, and no record was created.");
+}
 
-    std::string body(const DeliveredButNotRecorded& failure)
-    {
-        return sentences(failure.reason,
-                         "The file was produced, but the export could not be recorded on this computer. "
-                         "Your reviewed work and export choices are still available.");
-    }
+std::string body(const DeliveredButNotRecorded& failure)
+{
+    return sentences(failure.reason,
+                     "The file was produced, but the export could not be recorded on this computer. "
+                     "Your reviewed work and export choices are still available.");
+}
 
-    std::string body(const ExportCancelled&)
-    {
-        return {};
-    }
+std::string body(const ExportCancelled&)
+{
+    return {};
+}
 
 } // namespace
 

@@ -51,8 +51,4 @@ inline constexpr std::string_view previewRebuiltMessage =
     "export "
     "again.";
 
-/// What an export never holds, whatever its format.
-inline constexpr std::string_view neverIncludedNote =
-    "Window titles, URLs, and attribution reasons are never included.";
-
 } // namespace stintbook

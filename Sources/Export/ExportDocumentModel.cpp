@@ -10,53 +10,53 @@ namespace stintbook {
 
 namespace {
 
-    std::string clientName(const AssignmentDirectory& directory, ClientID id)
-    {
-        const auto* client = directory.client(id);
-        return client ? client->name : "Unavailable client";
-    }
+std::string clientName(const AssignmentDirectory& directory, ClientID id)
+{
+    const auto* client = directory.client(id);
+    return client ? client->name : "Unavailable client";
+}
 
-    std::string projectName(const AssignmentDirectory& directory, ProjectID id)
-    {
-        const auto* project = directory.project(id);
-        return project ? project->name : "Unavailable project";
-    }
+std::string projectName(const AssignmentDirectory& directory, ProjectID id)
+{
+    const auto* project = directory.project(id);
+    return project ? project->name : "Unavailable project";
+}
 
-    bool isWanted(const ReviewedWorkItem& item, const ExportRequest& request)
-    {
-        const auto& [client, project, isBillable] = item.assignment;
-        return item.isIncluded() && request.clientFilterID.value_or(client) == client
-            && request.projectFilterID.value_or(project) == project;
-    }
+bool isWanted(const ReviewedWorkItem& item, const ExportRequest& request)
+{
+    const auto& [client, project, isBillable] = item.assignment;
+    return item.isIncluded() && request.clientFilterID.value_or(client) == client
+        && request.projectFilterID.value_or(project) == project;
+}
 
-    ExportLine lineFor(const ReviewedWorkItem& item, const LocalDay& day,
-                       const AssignmentDirectory& directory, const BillingBook& billing)
-    {
-        const auto& [client, project, isBillable] = item.assignment;
-        const auto terms = billing.resolve(client, project);
-        const auto actual = Decimal::wholeSeconds(item.interval().length().value);
-        const auto billed = billedSeconds(actual, terms.rounding);
-        const auto billability = isBillable ? Billability::billable : Billability::nonBillable;
-        ExportLine line{
-            .dayID = dayID(day),
-            .dayStart = day.start,
-            .timeZoneIdentifier = day.timeZoneIdentifier,
-            .start = item.start,
-            .end = item.end,
-            .clientName = clientName(directory, client),
-            .projectName = projectName(directory, project),
-            .description = item.description,
-            .actualSeconds = actual,
-            .billedSeconds = billed,
-            .isBillable = isBillable,
-            .hourlyRate = terms.hourlyRate,
-            .amount = amount(billed, terms.hourlyRate, billability),
-            .rounding = terms.rounding,
-        };
-        if (const auto& currency = billing.settings.currency)
-            line.currencyCode = currency->code();
-        return line;
-    }
+ExportLine lineFor(const ReviewedWorkItem& item, const LocalDay& day, const AssignmentDirectory& directory,
+                   const BillingBook& billing)
+{
+    const auto& [client, project, isBillable] = item.assignment;
+    const auto terms = billing.resolve(client, project);
+    const auto actual = Decimal::wholeSeconds(item.interval().length().value);
+    const auto billed = billedSeconds(actual, terms.rounding);
+    const auto billability = isBillable ? Billability::billable : Billability::nonBillable;
+    ExportLine line{
+        .dayID = dayID(day),
+        .dayStart = day.start,
+        .timeZoneIdentifier = day.timeZoneIdentifier,
+        .start = item.start,
+        .end = item.end,
+        .clientName = clientName(directory, client),
+        .projectName = projectName(directory, project),
+        .description = item.description,
+        .actualSeconds = actual,
+        .billedSeconds = billed,
+        .isBillable = isBillable,
+        .hourlyRate = terms.hourlyRate,
+        .amount = amount(billed, terms.hourlyRate, billability),
+        .rounding = terms.rounding,
+    };
+    if (const auto& currency = billing.settings.currency)
+        line.currencyCode = currency->code();
+    return line;
+}
 
 } // namespace
 

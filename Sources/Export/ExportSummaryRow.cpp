@@ -9,26 +9,26 @@ namespace stintbook {
 
 namespace {
 
-    auto groupOf(const ExportLine& line)
-    {
-        return std::tie(line.dayID, line.clientName, line.projectName, line.isBillable, line.currencyCode,
-                        line.hourlyRate, line.rounding);
-    }
+auto groupOf(const ExportLine& line)
+{
+    return std::tie(line.dayID, line.clientName, line.projectName, line.isBillable, line.currencyCode,
+                    line.hourlyRate, line.rounding);
+}
 
-    ExportSummaryRow emptyRowFor(const ExportLine& line)
-    {
-        return {
-            .dayID = line.dayID,
-            .dayStart = line.dayStart,
-            .timeZoneIdentifier = line.timeZoneIdentifier,
-            .clientName = line.clientName,
-            .projectName = line.projectName,
-            .isBillable = line.isBillable,
-            .currencyCode = line.currencyCode,
-            .hourlyRate = line.hourlyRate,
-            .rounding = line.rounding,
-        };
-    }
+ExportSummaryRow emptyRowFor(const ExportLine& line)
+{
+    return {
+        .dayID = line.dayID,
+        .dayStart = line.dayStart,
+        .timeZoneIdentifier = line.timeZoneIdentifier,
+        .clientName = line.clientName,
+        .projectName = line.projectName,
+        .isBillable = line.isBillable,
+        .currencyCode = line.currencyCode,
+        .hourlyRate = line.hourlyRate,
+        .rounding = line.rounding,
+    };
+}
 
 } // namespace
 

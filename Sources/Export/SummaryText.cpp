@@ -11,46 +11,46 @@ namespace stintbook {
 
 namespace {
 
-    constexpr std::string_view partSeparator = " · ";
+constexpr std::string_view partSeparator = " · ";
 
-    std::string dateText(const LocalDay& day)
-    {
-        return exportCalendar(day.timeZoneIdentifier).dateOf(day.start).text();
-    }
+std::string dateText(const LocalDay& day)
+{
+    return exportCalendar(day.timeZoneIdentifier).dateOf(day.start).text();
+}
 
-    std::string heading(const ExportDocumentModel& document)
-    {
-        const auto first = dateText(document.request.rangeStart);
-        const auto last = dateText(document.request.rangeEnd);
-        std::vector<std::string> parts{"Timesheet", first == last ? first : first + " – " + last};
-        for (const auto& filter : {document.clientFilterName, document.projectFilterName}) {
-            if (filter)
-                parts.push_back(*filter);
-        }
-        return fmt::format("{}", fmt::join(parts, partSeparator));
+std::string heading(const ExportDocumentModel& document)
+{
+    const auto first = dateText(document.request.rangeStart);
+    const auto last = dateText(document.request.rangeEnd);
+    std::vector<std::string> parts{"Timesheet", first == last ? first : first + " – " + last};
+    for (const auto& filter : {document.clientFilterName, document.projectFilterName}) {
+        if (filter)
+            parts.push_back(*filter);
     }
+    return fmt::format("{}", fmt::join(parts, partSeparator));
+}
 
-    /// The amount of billable work, or why there is none. Work that is not billable amounts to nothing.
-    std::string amountText(const ExportTotals& totals, const std::optional<BillingCurrency>& currency,
-                           std::string_view locale)
-    {
-        if (!currency)
-            return "— (currency not set)";
-        if (totals.unpricedLineCount > 0)
-            return "— (rate not set)";
-        return formattedAmount(totals.amount.value_or(0), *currency, locale);
-    }
+/// The amount of billable work, or why there is none. Work that is not billable amounts to nothing.
+std::string amountText(const ExportTotals& totals, const std::optional<BillingCurrency>& currency,
+                       std::string_view locale)
+{
+    if (!currency)
+        return "— (currency not set)";
+    if (totals.unpricedLineCount > 0)
+        return "— (rate not set)";
+    return formattedAmount(totals.amount.value_or(0), *currency, locale);
+}
 
-    std::string sectionLine(const ExportSection& section, const std::optional<BillingCurrency>& currency,
-                            std::string_view locale)
-    {
-        const auto sums = totals(section.lines, currency);
-        const auto account = fmt::format("{} / {} — {}", section.clientName, section.projectName,
-                                         durationText(sums.billedSeconds));
-        const bool isBillable = sums.amount || sums.unpricedLineCount > 0;
-        return isBillable ? fmt::format("{}{}{}", account, partSeparator, amountText(sums, currency, locale))
-                          : account;
-    }
+std::string sectionLine(const ExportSection& section, const std::optional<BillingCurrency>& currency,
+                        std::string_view locale)
+{
+    const auto sums = totals(section.lines, currency);
+    const auto account = fmt::format("{} / {} — {}", section.clientName, section.projectName,
+                                     durationText(sums.billedSeconds));
+    const bool isBillable = sums.amount || sums.unpricedLineCount > 0;
+    return isBillable ? fmt::format("{}{}{}", account, partSeparator, amountText(sums, currency, locale))
+                      : account;
+}
 
 } // namespace
 

@@ -8,79 +8,79 @@ namespace stintbook {
 
 namespace {
 
-    using enum RoundingPolicy;
+using enum RoundingPolicy;
 
-    TEST(RoundingPolicy, BillsWholeUnitsWithHalvesUp)
-    {
-        struct Case {
-            int tracked;
-            std::optional<RoundingPolicy> policy;
-            int billed;
-        };
-        const std::vector<Case> cases{
-            {179, nearestSixMinutes, 0},
-            {180, nearestSixMinutes, 360},
-            {361, nearestSixMinutes, 360},
-            {540, nearestSixMinutes, 720},
-            {1, upToNextSixMinutes, 360},
-            {720, upToNextSixMinutes, 720},
-            {449, nearestFifteenMinutes, 0},
-            {450, nearestFifteenMinutes, 900},
-            {1, upToNextFifteenMinutes, 900},
-            {900, upToNextFifteenMinutes, 900},
-            {901, upToNextFifteenMinutes, 1800},
-            {361, exact, 361},
-            {361, std::nullopt, 361},
-        };
-        for (const auto& [tracked, policy, billed] : cases)
-            EXPECT_EQ(billedSeconds(tracked, policy).text(), Decimal(billed).text()) << tracked << " s";
+TEST(RoundingPolicy, BillsWholeUnitsWithHalvesUp)
+{
+    struct Case {
+        int tracked;
+        std::optional<RoundingPolicy> policy;
+        int billed;
+    };
+    const std::vector<Case> cases{
+        {179, nearestSixMinutes, 0},
+        {180, nearestSixMinutes, 360},
+        {361, nearestSixMinutes, 360},
+        {540, nearestSixMinutes, 720},
+        {1, upToNextSixMinutes, 360},
+        {720, upToNextSixMinutes, 720},
+        {449, nearestFifteenMinutes, 0},
+        {450, nearestFifteenMinutes, 900},
+        {1, upToNextFifteenMinutes, 900},
+        {900, upToNextFifteenMinutes, 900},
+        {901, upToNextFifteenMinutes, 1800},
+        {361, exact, 361},
+        {361, std::nullopt, 361},
+    };
+    for (const auto& [tracked, policy, billed] : cases)
+        EXPECT_EQ(billedSeconds(tracked, policy).text(), Decimal(billed).text()) << tracked << " s";
+}
+
+TEST(RoundingPolicy, BillsNothingForNoTimeAndForLessThanNone)
+{
+    for (const auto& [policy, text] : RawValues<RoundingPolicy>::table) {
+        EXPECT_TRUE(billedSeconds(0, policy).isZero()) << text;
+        EXPECT_TRUE(billedSeconds(-400, policy).isZero()) << text;
     }
+    EXPECT_TRUE(billedSeconds(-1, std::nullopt).isZero());
+}
 
-    TEST(RoundingPolicy, BillsNothingForNoTimeAndForLessThanNone)
-    {
-        for (const auto& [policy, text] : RawValues<RoundingPolicy>::table) {
-            EXPECT_TRUE(billedSeconds(0, policy).isZero()) << text;
-            EXPECT_TRUE(billedSeconds(-400, policy).isZero()) << text;
+TEST(RoundingPolicy, StaysWithinOneUnitOfTheTrackedTimeAndNeverBelowItWhenRoundingUp)
+{
+    std::mt19937_64 random(5); // NOLINT(bugprone-random-generator-seed): every run is the same
+    for (int round = 0; round < 2000; ++round) {
+        const auto tracked = static_cast<int>(1 + random() % 200'000);
+        for (const auto& [policy, unit] :
+             {std::pair(nearestSixMinutes, 360), std::pair(nearestFifteenMinutes, 900)}) {
+            const Decimal off = billedSeconds(tracked, policy) - tracked;
+            EXPECT_TRUE(off > -unit / 2 - 1 && off <= unit / 2) << tracked;
         }
-        EXPECT_TRUE(billedSeconds(-1, std::nullopt).isZero());
-    }
-
-    TEST(RoundingPolicy, StaysWithinOneUnitOfTheTrackedTimeAndNeverBelowItWhenRoundingUp)
-    {
-        std::mt19937_64 random(5); // NOLINT(bugprone-random-generator-seed): every run is the same
-        for (int round = 0; round < 2000; ++round) {
-            const auto tracked = static_cast<int>(1 + random() % 200'000);
-            for (const auto& [policy, unit] :
-                 {std::pair(nearestSixMinutes, 360), std::pair(nearestFifteenMinutes, 900)}) {
-                const Decimal off = billedSeconds(tracked, policy) - tracked;
-                EXPECT_TRUE(off > -unit / 2 - 1 && off <= unit / 2) << tracked;
-            }
-            for (const auto& [policy, unit] :
-                 {std::pair(upToNextSixMinutes, 360), std::pair(upToNextFifteenMinutes, 900)}) {
-                const Decimal off = billedSeconds(tracked, policy) - tracked;
-                EXPECT_TRUE(off >= 0 && off < unit) << tracked;
-            }
+        for (const auto& [policy, unit] :
+             {std::pair(upToNextSixMinutes, 360), std::pair(upToNextFifteenMinutes, 900)}) {
+            const Decimal off = billedSeconds(tracked, policy) - tracked;
+            EXPECT_TRUE(off >= 0 && off < unit) << tracked;
         }
     }
+}
 
-    TEST(RoundingPolicy, NotesTheOneRuleOfAllLinesAndMixedRulesOtherwise)
-    {
-        EXPECT_EQ(roundingNote({}), std::nullopt);
-        EXPECT_EQ(roundingNote({nearestSixMinutes, nearestSixMinutes}), "Billed to the nearest 6 minutes");
-        EXPECT_EQ(roundingNote({upToNextFifteenMinutes}), "Billed to the up to next 15 minutes");
-        EXPECT_EQ(roundingNote({exact}), "Billed to the exact");
-        EXPECT_EQ(roundingNote({exact, nearestSixMinutes}), "Billed under mixed rounding rules");
-        EXPECT_EQ(roundingNote({std::nullopt}), "Billed under mixed rounding rules");
-        EXPECT_EQ(roundingNote({exact, std::nullopt}), "Billed under mixed rounding rules");
-    }
+TEST(RoundingPolicy, NotesTheOneRuleOfAllLinesAndMixedRulesOtherwise)
+{
+    EXPECT_EQ(roundingNote({}), std::nullopt);
+    EXPECT_EQ(roundingNote({nearestSixMinutes, nearestSixMinutes}), "Billed to the nearest 6 minutes");
+    EXPECT_EQ(roundingNote({upToNextFifteenMinutes}), "Billed to the up to next 15 minutes");
+    EXPECT_EQ(roundingNote({exact}), "Billed to the exact");
+    EXPECT_EQ(roundingNote({exact, nearestSixMinutes}), "Billed under mixed rounding rules");
+    EXPECT_EQ(roundingNote({std::nullopt}), "Billed under mixed rounding rules");
+    EXPECT_EQ(roundingNote({exact, std::nullopt}), "Billed under mixed rounding rules");
+}
 
-    TEST(RoundingPolicy, HasALabelAndAStoredTextForEveryCaseAndKnowsNoOtherText)
-    {
-        EXPECT_EQ(label(exact), "Exact");
-        EXPECT_EQ(label(upToNextSixMinutes), "Up to next 6 minutes");
-        EXPECT_EQ(fromRawValue<RoundingPolicy>("nearest-15m"), nearestFifteenMinutes);
-        EXPECT_EQ(fromRawValue<RoundingPolicy>("Nearest-15m"), std::nullopt);
-    }
+TEST(RoundingPolicy, HasALabelAndAStoredTextForEveryCaseAndKnowsNoOtherText)
+{
+    EXPECT_EQ(label(exact), "Exact");
+    EXPECT_EQ(label(upToNextSixMinutes), "Up to next 6 minutes");
+    EXPECT_EQ(fromRawValue<RoundingPolicy>("nearest-15m"), nearestFifteenMinutes);
+    EXPECT_EQ(fromRawValue<RoundingPolicy>("Nearest-15m"), std::nullopt);
+}
 
 } // namespace
 

@@ -8,169 +8,166 @@ namespace stintbook {
 
 namespace {
 
-    using testing::ElementsAre;
-    using testing::StartsWith;
+using testing::StartsWith;
 
-    using Table = std::vector<std::vector<std::string>>;
+using Table = std::vector<std::vector<std::string>>;
 
-    /// A reader of its own, as RFC 4180 has it.
-    Table parsed(std::string_view csv)
-    {
-        Table table(1, {""});
-        bool isQuoted = false;
-        for (std::size_t i = 0; i < csv.size(); ++i) {
-            auto& cell = table.back().back();
-            if (csv[i] == '"' && isQuoted && csv.substr(i + 1, 1) == "\"")
-                cell += csv[++i];
-            else if (csv[i] == '"')
-                isQuoted = !isQuoted;
-            else if (csv[i] == ',' && !isQuoted)
-                table.back().emplace_back();
-            else if (csv.substr(i, 2) == "\r\n" && !isQuoted && ++i)
-                table.push_back({""});
-            else
-                cell += csv[i];
-        }
-        EXPECT_EQ(table.back(), std::vector<std::string>{""}) << "the last row ends with CR LF";
-        table.pop_back();
-        return table;
+/// A reader of its own, as RFC 4180 has it.
+Table parsed(std::string_view csv)
+{
+    Table table(1, {""});
+    bool isQuoted = false;
+    for (std::size_t i = 0; i < csv.size(); ++i) {
+        auto& cell = table.back().back();
+        if (csv[i] == '"' && isQuoted && csv.substr(i + 1, 1) == "\"")
+            cell += csv[++i];
+        else if (csv[i] == '"')
+            isQuoted = !isQuoted;
+        else if (csv[i] == ',' && !isQuoted)
+            table.back().emplace_back();
+        else if (csv.substr(i, 2) == "\r\n" && !isQuoted && ++i)
+            table.push_back({""});
+        else
+            cell += csv[i];
     }
+    EXPECT_EQ(table.back(), std::vector<std::string>{""}) << "the last row ends with CR LF";
+    table.pop_back();
+    return table;
+}
 
-    struct CSVDocumentTest : testing::Test, ExportFixture {
-        ExportDocumentModel sample() const
-        {
-            auto layout = item(website, monday, 9, 5400);
-            layout.description = "Layout, \"final\"";
-            auto unbilled = item(support, monday, 11.5, 1);
-            unbilled.assignment.isBillable = false;
-            return documentWith({layout, item(website, monday, 14, 420), unbilled});
-        }
-        ExportDocumentModel summarized(
-            ExportFieldSet fields = ExportFieldSet::standard(ExportMode::summarized)) const
-        {
-            auto document = sample();
-            document.request.mode = ExportMode::summarized;
-            document.request.fields = fields;
-            return document;
-        }
-    };
-
-    TEST_F(CSVDocumentTest, WritesARowALine)
+struct CSVDocumentTest : testing::Test, ExportFixture {
+    ExportDocumentModel sample() const
     {
-        EXPECT_EQ(csvText(sample()).value(),
-                  "date,start,end,client,project,description,actual_seconds,billed_seconds,actual_hours,"
-                  "billed_hours,billable,rate,currency,amount,rounding\r\n"
-                  "2026-11-16,2026-11-16T09:00:00+01:00,2026-11-16T10:30:00+01:00,Acme,Website,"
-                  "\"Layout, \"\"final\"\"\",5400,5400,1.5,1.5,yes,100,EUR,150,exact\r\n"
-                  "2026-11-16,2026-11-16T11:30:00+01:00,2026-11-16T11:30:01+01:00,Bolt & Söhne,Support,,"
-                  "1,1,0.0003,0.0003,no,,EUR,,exact\r\n"
-                  "2026-11-16,2026-11-16T14:00:00+01:00,2026-11-16T14:07:00+01:00,Acme,Website,,"
-                  "420,420,0.1167,0.1167,yes,100,EUR,11.666666666666666666666666666666666667,exact\r\n");
+        auto layout = item(website, monday, 9, 5400);
+        layout.description = "Layout, \"final\"";
+        auto unbilled = item(support, monday, 11.5, 1);
+        unbilled.assignment.isBillable = false;
+        return documentWith({layout, item(website, monday, 14, 420), unbilled});
     }
-
-    TEST_F(CSVDocumentTest, WritesARowAGroupWithItsLineCountAtTheSeventhPlace)
-    {
-        auto fields = ExportFieldSet::standard(ExportMode::summarized);
-        EXPECT_EQ(
-            csvText(summarized(fields)).value(),
-            "date,client,project,actual_seconds,billed_seconds,actual_hours,lines,billed_hours,billable,"
-            "rate,currency,amount,rounding\r\n"
-            "2026-11-16,Acme,Website,5820,5820,1.6167,2,1.6167,yes,100,EUR,"
-            "161.66666666666666666666666666666666667,exact\r\n"
-            "2026-11-16,Bolt & Söhne,Support,1,1,0.0003,1,0.0003,no,,EUR,,exact\r\n");
-
-        fields.includesDescription = true;
-        EXPECT_THAT(
-            csvText(summarized(fields)).value(),
-            StartsWith("date,client,project,description,actual_seconds,billed_seconds,lines,actual_hours,"));
-        fields.includesTimeOfDay = true;
-        EXPECT_THAT(csvText(summarized(fields)).value(),
-                    StartsWith("date,start,end,client,project,description,lines,actual_seconds,"));
-    }
-
-    TEST_F(CSVDocumentTest, LeavesOutTheColumnsOfFieldsThatAreOffAndKeepsTheOthers)
-    {
-        const auto text = csvText(summarized({})).value();
-        EXPECT_EQ(parsed(text)[0],
-                  (std::vector<std::string>{"date", "client", "project", "actual_seconds", "billed_seconds",
-                                            "actual_hours", "lines", "billed_hours", "rounding"}));
-    }
-
-    TEST_F(CSVDocumentTest, WritesAHeaderForAnEmptyDocument)
-    {
-        const auto text = csvText(documentWith({})).value();
-        EXPECT_EQ(parsed(text).size(), 1U);
-        EXPECT_TRUE(text.ends_with(",rounding\r\n"));
-    }
-
-    TEST_F(CSVDocumentTest, ShowsNoAmountWithoutACurrency)
-    {
-        billing.settings.currency = std::nullopt;
-        const auto row = parsed(csvText(documentWith({item(website, monday, 9, 3600)})).value())[1];
-        EXPECT_EQ(std::vector(row.end() - 4, row.end()), (std::vector<std::string>{"100", "", "", "exact"}));
-    }
-
-    TEST_F(CSVDocumentTest, WritesTimesInTheLinesOwnZone)
-    {
-        auto document = documentWith({item(website, monday, 9, 60)});
-        const auto startIn = [&](const char* zone, double at) {
-            document.lines[0].timeZoneIdentifier = zone;
-            document.lines[0].start = {at};
-            return parsed(csvText(document).value())[1][1];
-        };
-        EXPECT_EQ(startIn("Asia/Kolkata", 1'800'000'000), "2027-01-15T13:30:00+05:30");
-        EXPECT_EQ(startIn("America/St_Johns", 1'800'000'000.75), "2027-01-15T04:30:00-03:30");
-        EXPECT_EQ(startIn("Europe/London", 1'800'000'000), "2027-01-15T08:00:00Z");
-        EXPECT_EQ(startIn("Europe/Paris", -2'000'000'000), "1906-08-16T20:36:01+00:09:21");
-        EXPECT_EQ(startIn("Nowhere/Atlantis", 1'800'000'000), "2027-01-15T08:00:00Z");
-    }
-
-    TEST_F(CSVDocumentTest, ReadsBackCellForCell)
-    {
-        const std::vector<std::string> texts{
-            "plain",      "a,b",  "say \"so\"", "\"",
-            "two\nlines", "a\rb", "ü, 漢字",    "👩‍👩‍👧,🇩🇪",
-            " ",          ""};
-        std::vector<ReviewedWorkItem> items;
-        for (const auto& text : texts) {
-            items.push_back(item(website, monday, static_cast<double>(items.size()), 60));
-            items.back().description = text;
-        }
-        const auto table = parsed(csvText(documentWith(items)).value());
-        ASSERT_EQ(table.size(), texts.size() + 1);
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            EXPECT_EQ(table[i + 1].size(), table[0].size());
-            EXPECT_EQ(table[i + 1][5], texts[i]);
-        }
-    }
-
-    TEST_F(CSVDocumentTest, RefusesTextThatIsNoUTF8)
+    ExportDocumentModel summarized(
+        ExportFieldSet fields = ExportFieldSet::standard(ExportMode::summarized)) const
     {
         auto document = sample();
-        document.lines[0].clientName = "Acme \xff";
-        const auto text = csvText(document);
-        ASSERT_FALSE(text);
-        EXPECT_EQ(message(text.error()), "The export text could not be encoded.");
+        document.request.mode = ExportMode::summarized;
+        document.request.fields = fields;
+        return document;
     }
+};
 
-    TEST(CSVCell, PutsAnApostropheBeforeWhatASpreadsheetWouldEvaluate)
-    {
-        EXPECT_EQ(csvCell("=SUM(A1)"), "'=SUM(A1)");
-        EXPECT_EQ(csvCell("-5"), "'-5");
-        EXPECT_EQ(csvCell("@x"), "'@x");
-        EXPECT_EQ(csvCell("\tx"), "'\tx");
-        EXPECT_EQ(csvCell("\rx"), "\"'\rx\"");
-        EXPECT_EQ(csvCell("=A1,\"b\""), "\"'=A1,\"\"b\"\"\"");
-        EXPECT_EQ(csvCell("a=b"), "a=b");
-    }
+TEST_F(CSVDocumentTest, WritesARowALine)
+{
+    EXPECT_EQ(csvText(sample()).value(),
+              "date,start,end,client,project,description,actual_seconds,billed_seconds,actual_hours,"
+              "billed_hours,billable,rate,currency,amount,rounding\r\n"
+              "2026-11-16,2026-11-16T09:00:00+01:00,2026-11-16T10:30:00+01:00,Acme,Website,"
+              "\"Layout, \"\"final\"\"\",5400,5400,1.5,1.5,yes,100,EUR,150,exact\r\n"
+              "2026-11-16,2026-11-16T11:30:00+01:00,2026-11-16T11:30:01+01:00,Bolt & Söhne,Support,,"
+              "1,1,0.0003,0.0003,no,,EUR,,exact\r\n"
+              "2026-11-16,2026-11-16T14:00:00+01:00,2026-11-16T14:07:00+01:00,Acme,Website,,"
+              "420,420,0.1167,0.1167,yes,100,EUR,11.666666666666666666666666666666666667,exact\r\n");
+}
 
-    TEST(CSVCell, TakesCRLFForOneCharacterThatNeedsNoQuotes)
-    {
-        EXPECT_EQ(csvCell("two\r\nlines"), "two\r\nlines");
-        EXPECT_EQ(csvCell("\r\nx"), "\r\nx");
-        EXPECT_EQ(csvCell("two\r\nlines\n"), "\"two\r\nlines\n\"");
-        EXPECT_EQ(csvCell("a\n\rb"), "\"a\n\rb\"");
+TEST_F(CSVDocumentTest, WritesARowAGroupWithItsLineCountAtTheSeventhPlace)
+{
+    auto fields = ExportFieldSet::standard(ExportMode::summarized);
+    EXPECT_EQ(csvText(summarized(fields)).value(),
+              "date,client,project,actual_seconds,billed_seconds,actual_hours,lines,billed_hours,billable,"
+              "rate,currency,amount,rounding\r\n"
+              "2026-11-16,Acme,Website,5820,5820,1.6167,2,1.6167,yes,100,EUR,"
+              "161.66666666666666666666666666666666667,exact\r\n"
+              "2026-11-16,Bolt & Söhne,Support,1,1,0.0003,1,0.0003,no,,EUR,,exact\r\n");
+
+    fields.includesDescription = true;
+    EXPECT_THAT(
+        csvText(summarized(fields)).value(),
+        StartsWith("date,client,project,description,actual_seconds,billed_seconds,lines,actual_hours,"));
+    fields.includesTimeOfDay = true;
+    EXPECT_THAT(csvText(summarized(fields)).value(),
+                StartsWith("date,start,end,client,project,description,lines,actual_seconds,"));
+}
+
+TEST_F(CSVDocumentTest, LeavesOutTheColumnsOfFieldsThatAreOffAndKeepsTheOthers)
+{
+    const auto text = csvText(summarized({})).value();
+    EXPECT_EQ(parsed(text)[0],
+              (std::vector<std::string>{"date", "client", "project", "actual_seconds", "billed_seconds",
+                                        "actual_hours", "lines", "billed_hours", "rounding"}));
+}
+
+TEST_F(CSVDocumentTest, WritesAHeaderForAnEmptyDocument)
+{
+    const auto text = csvText(documentWith({})).value();
+    EXPECT_EQ(parsed(text).size(), 1U);
+    EXPECT_TRUE(text.ends_with(",rounding\r\n"));
+}
+
+TEST_F(CSVDocumentTest, ShowsNoAmountWithoutACurrency)
+{
+    billing.settings.currency = std::nullopt;
+    const auto row = parsed(csvText(documentWith({item(website, monday, 9, 3600)})).value())[1];
+    EXPECT_EQ(std::vector(row.end() - 4, row.end()), (std::vector<std::string>{"100", "", "", "exact"}));
+}
+
+TEST_F(CSVDocumentTest, WritesTimesInTheLinesOwnZone)
+{
+    auto document = documentWith({item(website, monday, 9, 60)});
+    const auto startIn = [&](const char* zone, double at) {
+        document.lines[0].timeZoneIdentifier = zone;
+        document.lines[0].start = {at};
+        return parsed(csvText(document).value())[1][1];
+    };
+    EXPECT_EQ(startIn("Asia/Kolkata", 1'800'000'000), "2027-01-15T13:30:00+05:30");
+    EXPECT_EQ(startIn("America/St_Johns", 1'800'000'000.75), "2027-01-15T04:30:00-03:30");
+    EXPECT_EQ(startIn("Europe/London", 1'800'000'000), "2027-01-15T08:00:00Z");
+    EXPECT_EQ(startIn("Europe/Paris", -2'000'000'000), "1906-08-16T20:36:01+00:09:21");
+    EXPECT_EQ(startIn("Nowhere/Atlantis", 1'800'000'000), "2027-01-15T08:00:00Z");
+}
+
+TEST_F(CSVDocumentTest, ReadsBackCellForCell)
+{
+    const std::vector<std::string> texts{"plain",      "a,b",  "say \"so\"", "\"",
+                                         "two\nlines", "a\rb", "ü, 漢字",    "👩‍👩‍👧,🇩🇪",
+                                         " ",          ""};
+    std::vector<ReviewedWorkItem> items;
+    for (const auto& text : texts) {
+        items.push_back(item(website, monday, static_cast<double>(items.size()), 60));
+        items.back().description = text;
     }
+    const auto table = parsed(csvText(documentWith(items)).value());
+    ASSERT_EQ(table.size(), texts.size() + 1);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(table[i + 1].size(), table[0].size());
+        EXPECT_EQ(table[i + 1][5], texts[i]);
+    }
+}
+
+TEST_F(CSVDocumentTest, RefusesTextThatIsNoUTF8)
+{
+    auto document = sample();
+    document.lines[0].clientName = "Acme \xff";
+    const auto text = csvText(document);
+    ASSERT_FALSE(text);
+    EXPECT_EQ(message(text.error()), "The export text could not be encoded.");
+}
+
+TEST(CSVCell, PutsAnApostropheBeforeWhatASpreadsheetWouldEvaluate)
+{
+    EXPECT_EQ(csvCell("=SUM(A1)"), "'=SUM(A1)");
+    EXPECT_EQ(csvCell("-5"), "'-5");
+    EXPECT_EQ(csvCell("@x"), "'@x");
+    EXPECT_EQ(csvCell("\tx"), "'\tx");
+    EXPECT_EQ(csvCell("\rx"), "\"'\rx\"");
+    EXPECT_EQ(csvCell("=A1,\"b\""), "\"'=A1,\"\"b\"\"\"");
+    EXPECT_EQ(csvCell("a=b"), "a=b");
+}
+
+TEST(CSVCell, TakesCRLFForOneCharacterThatNeedsNoQuotes)
+{
+    EXPECT_EQ(csvCell("two\r\nlines"), "two\r\nlines");
+    EXPECT_EQ(csvCell("\r\nx"), "\r\nx");
+    EXPECT_EQ(csvCell("two\r\nlines\n"), "\"two\r\nlines\n\"");
+    EXPECT_EQ(csvCell("a\n\rb"), "\"a\n\rb\"");
+}
 
 } // namespace
 

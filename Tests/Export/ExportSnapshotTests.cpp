@@ -8,50 +8,50 @@ namespace stintbook {
 
 namespace {
 
-    struct ExportSnapshotTest : testing::Test, ExportFixture { };
+struct ExportSnapshotTest : testing::Test, ExportFixture { };
 
-    TEST_F(ExportSnapshotTest, KeepsTheDocumentAsItWasDelivered)
-    {
-        auto filtered = request();
-        filtered.clientFilterID = acme.id;
-        const auto delivered = buildDocument(
-            filtered, {ready(monday, {item(website, monday, 9, 60), item(website, monday, 10, 61)})},
-            directory, billing);
-        const auto snapshot = snapshotOf(delivered, ExportSnapshotID::random(), {1'800'000'000.5});
+TEST_F(ExportSnapshotTest, KeepsTheDocumentAsItWasDelivered)
+{
+    auto filtered = request();
+    filtered.clientFilterID = acme.id;
+    const auto delivered = buildDocument(
+        filtered, {ready(monday, {item(website, monday, 9, 60), item(website, monday, 10, 61)})}, directory,
+        billing);
+    const auto snapshot = snapshotOf(delivered, ExportSnapshotID::random(), {1'800'000'000.5});
 
-        website.name = "Shop";
-        billing.settings.currency = std::nullopt;
-        EXPECT_EQ(documentOf(snapshot), delivered);
-        EXPECT_EQ(snapshotOf(documentOf(snapshot), snapshot.id, snapshot.createdAt), snapshot);
-        EXPECT_EQ(receiptFor(snapshot),
-                  (ExportReceipt{snapshot.id, snapshot.createdAt, ExportFormat::detailedCSV, 1, 2}));
-    }
+    website.name = "Shop";
+    billing.settings.currency = std::nullopt;
+    EXPECT_EQ(documentOf(snapshot), delivered);
+    EXPECT_EQ(snapshotOf(documentOf(snapshot), snapshot.id, snapshot.createdAt), snapshot);
+    EXPECT_EQ(receiptFor(snapshot),
+              (ExportReceipt{snapshot.id, snapshot.createdAt, ExportFormat::detailedCSV, 1, 2}));
+}
 
-    TEST(ExportFormat, FollowsFromWhatIsPicked)
-    {
-        using Kind = ExportFormatKind;
-        EXPECT_EQ(exportFormat(Kind::csv, ExportMode::detailed), ExportFormat::detailedCSV);
-        EXPECT_EQ(exportFormat(Kind::csv, ExportMode::summarized), ExportFormat::summarizedCSV);
-        EXPECT_EQ(exportFormat(Kind::pdf, ExportMode::detailed), ExportFormat::timesheetPDF);
-        EXPECT_EQ(exportFormat(Kind::copySummary, ExportMode::detailed), ExportFormat::copySummary);
-    }
+TEST(ExportFormat, FollowsFromWhatIsPicked)
+{
+    using Kind = ExportFormatKind;
+    EXPECT_EQ(exportFormat(Kind::csv, ExportMode::detailed), ExportFormat::detailedCSV);
+    EXPECT_EQ(exportFormat(Kind::csv, ExportMode::summarized), ExportFormat::summarizedCSV);
+    EXPECT_EQ(exportFormat(Kind::pdf, ExportMode::detailed), ExportFormat::timesheetPDF);
+    EXPECT_EQ(exportFormat(Kind::copySummary, ExportMode::detailed), ExportFormat::copySummary);
+}
 
-    TEST(ExportFailure, TellsADeliveryThatFailedFromARecordThatFailed)
-    {
-        const ExportFailure unwritten = DeliveryNotProduced{message(ExportTextProblem::pasteboardRefused)};
-        EXPECT_EQ(title(unwritten, ExportFormat::copySummary), "The export could not be completed.");
-        EXPECT_EQ(title(unwritten, ExportFormat::detailedCSV), "The export could not be saved");
-        EXPECT_EQ(message(unwritten),
-                  "The summary could not be placed on the pasteboard. "
-                  "Nothing was written, and no record was created.");
+TEST(ExportFailure, TellsADeliveryThatFailedFromARecordThatFailed)
+{
+    const ExportFailure unwritten = DeliveryNotProduced{message(ExportTextProblem::pasteboardRefused)};
+    EXPECT_EQ(title(unwritten, ExportFormat::copySummary), "The export could not be completed.");
+    EXPECT_EQ(title(unwritten, ExportFormat::detailedCSV), "The export could not be saved");
+    EXPECT_EQ(message(unwritten),
+              "The summary could not be placed on the pasteboard. "
+              "Nothing was written, and no record was created.");
 
-        const ExportFailure unrecorded = DeliveredButNotRecorded{};
-        EXPECT_EQ(title(unrecorded, ExportFormat::detailedCSV), "The export was not recorded");
-        EXPECT_EQ(message(unrecorded),
-                  "The file was produced, but the export could not be recorded on this computer. "
-                  "Your reviewed work and export choices are still available.");
-        EXPECT_EQ(message(ExportFailure(ExportCancelled())), "");
-    }
+    const ExportFailure unrecorded = DeliveredButNotRecorded{};
+    EXPECT_EQ(title(unrecorded, ExportFormat::detailedCSV), "The export was not recorded");
+    EXPECT_EQ(message(unrecorded),
+              "The file was produced, but the export could not be recorded on this computer. "
+              "Your reviewed work and export choices are still available.");
+    EXPECT_EQ(message(ExportFailure(ExportCancelled())), "");
+}
 
 } // namespace
 
