@@ -8,6 +8,7 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 #include <unicode/utext.h>
+#include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
 namespace stintbook {
@@ -65,15 +66,21 @@ icu::UnicodeString decomposed(const icu::UnicodeString& text)
     return U_SUCCESS(status) ? result : text;
 }
 
-icu::UnicodeString withoutNonspacingMarks(const icu::UnicodeString& text)
+icu::UnicodeString withoutNonspacingMarks(icu::UnicodeString text)
 {
-    icu::UnicodeString kept(text.length(), 0, 0);
-    for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
-        const UChar32 character = text.char32At(i);
-        if (u_charType(character) != U_NON_SPACING_MARK)
-            kept.append(character);
+    constexpr UChar32 firstMark = 0x300; // the lowest of all of Unicode's
+    const int32_t size = text.length();
+    char16_t* const units = text.getBuffer(size);
+    int32_t kept = 0;
+    for (int32_t i = 0; i < size;) {
+        const int32_t begin = i;
+        UChar32 character = 0;
+        U16_NEXT(units, i, size, character);
+        if (character < firstMark || u_charType(character) != U_NON_SPACING_MARK)
+            kept = static_cast<int32_t>(std::copy(units + begin, units + i, units + kept) - units);
     }
-    return kept;
+    text.releaseBuffer(kept);
+    return text;
 }
 
 std::vector<std::string_view> asciiGraphemes(std::string_view text)

@@ -10,30 +10,30 @@ namespace stintbook {
 
 namespace {
 
-    /// Idle time and gaps, without overlap, in time order.
-    std::vector<Interval> pauses(const std::vector<FreeSegment>& freeSegments)
-    {
-        std::vector<Interval> pauses;
-        for (const auto& free : freeSegments) {
-            if (free.segment.kind != ActivityKind::work)
-                pauses.push_back(free.segment.interval());
-        }
-        std::ranges::sort(pauses, {}, &Interval::start);
-        std::vector<Interval> united;
-        for (const auto& pause : pauses) {
-            if (!united.empty() && pause.start <= united.back().end)
-                united.back().end = std::max(united.back().end, pause.end);
-            else
-                united.push_back(pause);
-        }
-        return united;
+/// Idle time and gaps, without overlap, in time order.
+std::vector<Interval> pauses(const std::vector<FreeSegment>& freeSegments)
+{
+    std::vector<Interval> pauses;
+    for (const auto& free : freeSegments) {
+        if (free.segment.kind != ActivityKind::work)
+            pauses.push_back(free.segment.interval());
     }
+    std::ranges::sort(pauses, {}, &Interval::start);
+    std::vector<Interval> united;
+    for (const auto& pause : pauses) {
+        if (!united.empty() && pause.start <= united.back().end)
+            united.back().end = std::max(united.back().end, pause.end);
+        else
+            united.push_back(pause);
+    }
+    return united;
+}
 
-    bool isInterrupted(Interval between, const std::vector<Interval>& pauses)
-    {
-        const auto next = std::ranges::upper_bound(pauses, between.start, {}, &Interval::end);
-        return !between.isEmpty() && next != pauses.end() && next->overlaps(between);
-    }
+bool isInterrupted(Interval between, const std::vector<Interval>& pauses)
+{
+    const auto next = std::ranges::upper_bound(pauses, between.start, {}, &Interval::end);
+    return !between.isEmpty() && next != pauses.end() && next->overlaps(between);
+}
 
 } // namespace
 

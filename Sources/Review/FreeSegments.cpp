@@ -12,52 +12,52 @@ namespace stintbook {
 
 namespace {
 
-    /// What slices cover, by the segment they were cut from; each list by start.
-    using Coverage = std::unordered_map<SegmentID, std::vector<Interval>>;
+/// What slices cover, by the segment they were cut from; each list by start.
+using Coverage = std::unordered_map<SegmentID, std::vector<Interval>>;
 
-    Coverage coverage(std::span<const ReviewedWorkItem> items)
-    {
-        Coverage covered;
-        for (const auto& item : items) {
-            for (const auto& slice : item.slices)
-                covered[slice.segmentID].push_back(slice.interval());
-        }
-        for (auto& [segment, intervals] : covered)
-            std::ranges::sort(intervals, {}, &Interval::start);
-        return covered;
+Coverage coverage(std::span<const ReviewedWorkItem> items)
+{
+    Coverage covered;
+    for (const auto& item : items) {
+        for (const auto& slice : item.slices)
+            covered[slice.segmentID].push_back(slice.interval());
     }
+    for (auto& [segment, intervals] : covered)
+        std::ranges::sort(intervals, {}, &Interval::start);
+    return covered;
+}
 
-    std::vector<Interval> remainder(Interval whole, const std::vector<Interval>& covered)
-    {
-        std::vector<Interval> left;
-        for (const auto& [start, end] : covered) {
-            if (const Interval before{whole.start, std::min(start, whole.end)}; !before.isEmpty())
-                left.push_back(before);
-            whole.start = std::max(whole.start, end);
-        }
-        if (!whole.isEmpty())
-            left.push_back(whole);
-        return left;
+std::vector<Interval> remainder(Interval whole, const std::vector<Interval>& covered)
+{
+    std::vector<Interval> left;
+    for (const auto& [start, end] : covered) {
+        if (const Interval before{whole.start, std::min(start, whole.end)}; !before.isEmpty())
+            left.push_back(before);
+        whole.start = std::max(whole.start, end);
     }
+    if (!whole.isEmpty())
+        left.push_back(whole);
+    return left;
+}
 
-    SegmentID pieceID(SegmentID source, Instant start)
-    {
-        std::string bytes(source.uuid.bytes.begin(), source.uuid.bytes.end());
-        const auto bits = std::bit_cast<std::uint64_t>(start.secondsSinceEpoch);
-        for (int shift = 56; shift >= 0; shift -= 8)
-            bytes += static_cast<char>(bits >> shift);
-        return {UUID::fromDigest(sha256(bytes))};
-    }
+SegmentID pieceID(SegmentID source, Instant start)
+{
+    std::string bytes(source.uuid.bytes.begin(), source.uuid.bytes.end());
+    const auto bits = std::bit_cast<std::uint64_t>(start.secondsSinceEpoch);
+    for (int shift = 56; shift >= 0; shift -= 8)
+        bytes += static_cast<char>(bits >> shift);
+    return {UUID::fromDigest(sha256(bytes))};
+}
 
-    FreeSegment piece(const ActivitySegment& source, Interval interval)
-    {
-        FreeSegment free{source, source.id};
-        if (interval != source.interval())
-            free.segment.id = pieceID(source.id, interval.start);
-        free.segment.start = interval.start;
-        free.segment.end = interval.end;
-        return free;
-    }
+FreeSegment piece(const ActivitySegment& source, Interval interval)
+{
+    FreeSegment free{source, source.id};
+    if (interval != source.interval())
+        free.segment.id = pieceID(source.id, interval.start);
+    free.segment.start = interval.start;
+    free.segment.end = interval.end;
+    return free;
+}
 
 } // namespace
 

@@ -26,7 +26,10 @@ const SegmentEvaluator::Verdict& SegmentEvaluator::verdict(const ActivitySegment
     auto& verdict = place->second;
     if (isNew) {
         verdict.number = m_verdicts.size();
-        const RuleSubject subject(segment);
+        const auto [title, isNewTitle] = m_foldedTitles.try_emplace(segment.context.text);
+        if (isNewTitle)
+            title->second = foldedTitle(segment);
+        const RuleSubject subject(segment, title->second);
         if (!m_exclusion.excludes(subject))
             verdict.evaluation = m_engine.evaluate(subject);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 
@@ -47,6 +48,7 @@ private:
     const AttributionEngine& m_engine;
     const ExclusionEngine& m_exclusion;
     std::unordered_map<Kind, Verdict, KindHash> m_verdicts;
+    std::unordered_map<std::string_view, std::string> m_foldedTitles;
 };
 
 } // namespace stintbook

@@ -9,10 +9,10 @@ namespace stintbook {
 
 namespace {
 
-    struct Effect {
-        RuleID rule;
-        AttributionAssignment assignment;
-    };
+struct Effect {
+    RuleID rule;
+    AttributionAssignment assignment;
+};
 
 } // namespace
 
@@ -45,7 +45,7 @@ const std::vector<AttributionRule>& AttributionEngine::orderedRules() const
 
 AttributionEvaluation AttributionEngine::evaluate(const ActivitySegment& segment) const
 {
-    return evaluate(RuleSubject(segment));
+    return evaluate(RuleSubject(segment, foldedTitle(segment)));
 }
 
 AttributionEvaluation AttributionEngine::evaluate(const RuleSubject& subject) const

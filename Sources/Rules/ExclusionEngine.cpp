@@ -30,7 +30,7 @@ const std::vector<ExclusionRule>& ExclusionEngine::orderedRules() const
 
 bool ExclusionEngine::excludes(const ActivitySegment& segment) const
 {
-    return excludes(RuleSubject(segment));
+    return excludes(RuleSubject(segment, foldedTitle(segment)));
 }
 
 bool ExclusionEngine::excludes(const RuleSubject& subject) const

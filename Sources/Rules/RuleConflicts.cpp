@@ -11,54 +11,53 @@ namespace stintbook {
 
 namespace {
 
-    /// A rule with what every pair asks of it.
-    struct Prepared {
-        RuleID id;
-        RuleMatch match;
-        AttributionAssignment assignment;
-        /// Empty where there is no title condition.
-        std::string foldedTitle;
-    };
+/// A rule with what every pair asks of it.
+struct Prepared {
+    RuleID id;
+    RuleMatch match;
+    AttributionAssignment assignment;
+    /// Empty where there is no title condition.
+    std::string foldedTitle;
+};
 
-    std::vector<Prepared> prepared(const std::vector<AttributionRule>& rules,
-                                   const AssignmentDirectory& directory)
-    {
-        std::vector<Prepared> result;
-        for (auto& rule : enabledInListOrder(rules)) {
-            const auto assignment = assignmentOf(rule, directory);
-            auto title = foldedForSearch(rule.match.titleContains.value_or(std::string()));
-            result.push_back({rule.id, std::move(rule.match), assignment, std::move(title)});
-        }
-        return result;
+std::vector<Prepared> prepared(const std::vector<AttributionRule>& rules,
+                               const AssignmentDirectory& directory)
+{
+    std::vector<Prepared> result;
+    for (auto& rule : enabledInListOrder(rules)) {
+        const auto assignment = assignmentOf(rule, directory);
+        auto title = foldedForSearch(rule.match.titleContains.value_or(std::string()));
+        result.push_back({rule.id, std::move(rule.match), assignment, std::move(title)});
     }
+    return result;
+}
 
-    /// Whether some work could match both; a condition that one of them lacks keeps nothing apart.
-    bool overlap(const Prepared& a, const Prepared& b)
-    {
-        const auto& application = a.match.applicationBundleIdentifier;
-        const auto& otherApplication = b.match.applicationBundleIdentifier;
-        if (application && otherApplication && *application != *otherApplication)
-            return false;
+/// Whether some work could match both; a condition that one of them lacks keeps nothing apart.
+bool overlap(const Prepared& a, const Prepared& b)
+{
+    const auto& application = a.match.applicationBundleIdentifier;
+    const auto& otherApplication = b.match.applicationBundleIdentifier;
+    if (application && otherApplication && *application != *otherApplication)
+        return false;
 
-        const auto& domain = a.match.browserDomain;
-        const auto& otherDomain = b.match.browserDomain;
-        if (domain && otherDomain && !domain->isWithin(*otherDomain) && !otherDomain->isWithin(*domain))
-            return false;
+    const auto& domain = a.match.browserDomain;
+    const auto& otherDomain = b.match.browserDomain;
+    if (domain && otherDomain && !domain->isWithin(*otherDomain) && !otherDomain->isWithin(*domain))
+        return false;
 
-        return a.foldedTitle.contains(b.foldedTitle) || b.foldedTitle.contains(a.foldedTitle);
-    }
+    return a.foldedTitle.contains(b.foldedTitle) || b.foldedTitle.contains(a.foldedTitle);
+}
 
-    /// Calls `visit(winner, loser)`, indices in rule order, for every pair in conflict.
-    template <typename Visit> void forEachConflict(const std::vector<Prepared>& rules, Visit visit)
-    {
-        for (std::size_t winner = 0; winner < rules.size(); ++winner) {
-            for (std::size_t loser = winner + 1; loser < rules.size(); ++loser) {
-                if (rules[winner].assignment != rules[loser].assignment
-                    && overlap(rules[winner], rules[loser]))
-                    visit(winner, loser);
-            }
+/// Calls `visit(winner, loser)`, indices in rule order, for every pair in conflict.
+template <typename Visit> void forEachConflict(const std::vector<Prepared>& rules, Visit visit)
+{
+    for (std::size_t winner = 0; winner < rules.size(); ++winner) {
+        for (std::size_t loser = winner + 1; loser < rules.size(); ++loser) {
+            if (rules[winner].assignment != rules[loser].assignment && overlap(rules[winner], rules[loser]))
+                visit(winner, loser);
         }
     }
+}
 
 } // namespace
 

@@ -11,88 +11,86 @@ namespace stintbook {
 
 namespace {
 
-    std::string sentence(RuleListProblem problem)
-    {
-        switch (problem) {
-        case RuleListProblem::noCondition:
-            return "A rule needs at least one condition — give one of them a value";
-        case RuleListProblem::ruleMissing:
-            return "That rule is no longer in the list.";
-        case RuleListProblem::positionOutsideList:
-            return "The list has no such position.";
-        }
-        return {};
+std::string sentence(RuleListProblem problem)
+{
+    switch (problem) {
+    case RuleListProblem::noCondition:
+        return "A rule needs at least one condition — give one of them a value";
+    case RuleListProblem::ruleMissing:
+        return "That rule is no longer in the list.";
+    case RuleListProblem::positionOutsideList:
+        return "The list has no such position.";
     }
+    return {};
+}
 
-    std::string sentence(AssignmentTargetProblem problem)
-    {
-        return message(problem);
-    }
+std::string sentence(AssignmentTargetProblem problem)
+{
+    return message(problem);
+}
 
-    using Checked = std::expected<void, RuleEditProblem>;
+using Checked = std::expected<void, RuleEditProblem>;
 
-    Checked mustHaveConditions(const RuleMatch& match)
-    {
-        const auto isEmptyText = [](const std::optional<std::string>& text) { return text && text->empty(); };
-        if (match.isEmpty() || isEmptyText(match.applicationBundleIdentifier)
-            || isEmptyText(match.titleContains))
-            return std::unexpected(RuleListProblem::noCondition);
-        return {};
-    }
+Checked mustHaveConditions(const RuleMatch& match)
+{
+    const auto isEmptyText = [](const std::optional<std::string>& text) { return text && text->empty(); };
+    if (match.isEmpty() || isEmptyText(match.applicationBundleIdentifier) || isEmptyText(match.titleContains))
+        return std::unexpected(RuleListProblem::noCondition);
+    return {};
+}
 
-    Checked mustReceiveNewWork(const AttributionRule& rule, const AssignmentDirectory& directory)
-    {
-        if (const auto problem = directory.problem(rule.clientID, rule.projectID))
-            return std::unexpected(*problem);
-        return {};
-    }
+Checked mustReceiveNewWork(const AttributionRule& rule, const AssignmentDirectory& directory)
+{
+    if (const auto problem = directory.problem(rule.clientID, rule.projectID))
+        return std::unexpected(*problem);
+    return {};
+}
 
-    template <typename Rule> std::vector<Rule> renumbered(std::vector<Rule> rules)
-    {
-        for (std::size_t i = 0; i < rules.size(); ++i)
-            rules[i].priority = static_cast<int>(i);
-        return rules;
-    }
+template <typename Rule> std::vector<Rule> renumbered(std::vector<Rule> rules)
+{
+    for (std::size_t i = 0; i < rules.size(); ++i)
+        rules[i].priority = static_cast<int>(i);
+    return rules;
+}
 
-    template <typename Rule> using Place = typename std::vector<Rule>::iterator;
+template <typename Rule> using Place = typename std::vector<Rule>::iterator;
 
-    template <typename Rule>
-    std::expected<Place<Rule>, RuleEditProblem> find(std::vector<Rule>& rules, RuleID id)
-    {
-        const auto found = std::ranges::find(rules, id, &Rule::id);
-        if (found == rules.end())
-            return std::unexpected(RuleListProblem::ruleMissing);
-        return found;
-    }
+template <typename Rule> std::expected<Place<Rule>, RuleEditProblem> find(std::vector<Rule>& rules, RuleID id)
+{
+    const auto found = std::ranges::find(rules, id, &Rule::id);
+    if (found == rules.end())
+        return std::unexpected(RuleListProblem::ruleMissing);
+    return found;
+}
 
-    template <typename Rule> std::vector<Rule> inserted(std::vector<Rule> rules, std::size_t index, Rule rule)
-    {
-        rules.insert(rules.begin() + static_cast<std::ptrdiff_t>(index), std::move(rule));
-        return renumbered(std::move(rules));
-    }
+template <typename Rule> std::vector<Rule> inserted(std::vector<Rule> rules, std::size_t index, Rule rule)
+{
+    rules.insert(rules.begin() + static_cast<std::ptrdiff_t>(index), std::move(rule));
+    return renumbered(std::move(rules));
+}
 
-    template <typename Rule> EditedRules<Rule> switched(std::vector<Rule> rules, RuleID id, bool isEnabled)
-    {
-        rules = inListOrder(std::move(rules));
-        TRY(find(rules, id))->isEnabled = isEnabled;
-        return renumbered(std::move(rules));
-    }
+template <typename Rule> EditedRules<Rule> switched(std::vector<Rule> rules, RuleID id, bool isEnabled)
+{
+    rules = inListOrder(std::move(rules));
+    TRY(find(rules, id))->isEnabled = isEnabled;
+    return renumbered(std::move(rules));
+}
 
-    /// A rule's copy, and where it belongs in the ordered list.
-    template <typename Rule> struct Copy {
-        Rule rule;
-        std::size_t index;
-    };
+/// A rule's copy, and where it belongs in the ordered list.
+template <typename Rule> struct Copy {
+    Rule rule;
+    std::size_t index;
+};
 
-    template <typename Rule>
-    std::expected<Copy<Rule>, RuleEditProblem> copyOf(std::vector<Rule>& rules, RuleID original, RuleID id)
-    {
-        rules = inListOrder(std::move(rules));
-        const auto found = TRY(find(rules, original));
-        Copy<Rule> copy{*found, static_cast<std::size_t>(found - rules.begin()) + 1};
-        copy.rule.id = id;
-        return copy;
-    }
+template <typename Rule>
+std::expected<Copy<Rule>, RuleEditProblem> copyOf(std::vector<Rule>& rules, RuleID original, RuleID id)
+{
+    rules = inListOrder(std::move(rules));
+    const auto found = TRY(find(rules, original));
+    Copy<Rule> copy{*found, static_cast<std::size_t>(found - rules.begin()) + 1};
+    copy.rule.id = id;
+    return copy;
+}
 
 } // namespace
 

@@ -1,23 +1,24 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "Domain/ActivitySegment.h"
 
 namespace stintbook {
 
-/// What rules see of one segment, its title folded once for every engine that is asked. It refers to the
-/// segment, which must outlive it.
+/// What rules see of one segment; null where nothing is known. Refers to the segment and to its folded
+/// title, which outlive it.
 struct RuleSubject {
-    explicit RuleSubject(const ActivitySegment& segment);
-    explicit RuleSubject(const ActivitySegment&& segment) = delete;
+    /// `folded` is what `foldedTitle(segment)` gives: folding is dear, and many segments share a title.
+    RuleSubject(const ActivitySegment& segment, const std::string& folded);
 
-    /// Null where nothing is known.
     const std::string* applicationBundleIdentifier = nullptr;
     const BrowserDomain* browserDomain = nullptr;
-    /// The window's or document's title as `foldedForSearch` gives it; absent where there is none.
-    std::optional<std::string> foldedTitle;
+    /// Of the window or the document.
+    const std::string* foldedTitle = nullptr;
 };
+
+/// The segment's title in the form in which titles are searched; empty where there is none.
+std::string foldedTitle(const ActivitySegment& segment);
 
 } // namespace stintbook

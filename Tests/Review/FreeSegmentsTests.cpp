@@ -9,136 +9,136 @@
 namespace stintbook {
 namespace {
 
-    using testing::ElementsAre;
-    using testing::IsEmpty;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
-    constexpr Instant noon{1.8e9};
+constexpr Instant noon{1.8e9};
 
-    Interval between(double from, double to)
+Interval between(double from, double to)
+{
+    return {noon + Seconds{from}, noon + Seconds{to}};
+}
+
+class FreeSegments : public testing::Test {
+protected:
+    void recorded(double from, double to)
     {
-        return {noon + Seconds{from}, noon + Seconds{to}};
+        segments.push_back(work.segment(noon + Seconds{from}, Seconds{to - from}));
+    }
+    void reviewed(std::size_t segment, double from, double to,
+                  ReviewedItemDisposition disposition = ReviewedItemDisposition::included)
+    {
+        const auto [start, end] = between(from, to);
+        items.push_back({.id = {work.uuid()},
+                         .start = start,
+                         .end = end,
+                         .slices = {{segments[segment].id, start, end}},
+                         .disposition = disposition});
+    }
+    std::vector<FreeSegment> free(double from, double to) const
+    {
+        return freeSegments(segments, between(from, to), items);
+    }
+    std::vector<Interval> freeTime(double from, double to) const
+    {
+        std::vector<Interval> times;
+        for (const auto& piece : free(from, to))
+            times.push_back(piece.segment.interval());
+        return times;
     }
 
-    class FreeSegments : public testing::Test {
-    protected:
-        void recorded(double from, double to)
-        {
-            segments.push_back(work.segment(noon + Seconds{from}, Seconds{to - from}));
+    RandomWork work{13};
+    std::vector<ActivitySegment> segments;
+    std::vector<ReviewedWorkItem> items;
+};
+
+TEST_F(FreeSegments, KeepWholeSegmentsAsTheyAre)
+{
+    recorded(10, 20);
+    recorded(0, 10);
+    EXPECT_THAT(
+        free(0, 20),
+        ElementsAre(FreeSegment{segments[1], segments[1].id}, FreeSegment{segments[0], segments[0].id}));
+    EXPECT_THAT(free(20, 40), IsEmpty());
+}
+
+TEST_F(FreeSegments, LoseWhatSlicesCoverWhicheverWayTheyLie)
+{
+    recorded(0, 100);
+    reviewed(0, 70, 80);
+    reviewed(0, 20, 40, ReviewedItemDisposition::ignored);
+    reviewed(0, 30, 50);
+    EXPECT_THAT(freeTime(0, 100), ElementsAre(between(0, 20), between(50, 70), between(80, 100)));
+    EXPECT_THAT(freeTime(10, 75), ElementsAre(between(10, 20), between(50, 70)));
+    reviewed(0, -10, 200);
+    EXPECT_THAT(free(0, 100), IsEmpty());
+}
+
+TEST_F(FreeSegments, LoseNothingToSlicesOfAnotherSegmentOfTheSameTime)
+{
+    recorded(0, 100);
+    recorded(0, 100);
+    reviewed(1, 0, 100);
+    EXPECT_THAT(free(0, 100), ElementsAre(FreeSegment{segments[0], segments[0].id}));
+}
+
+TEST_F(FreeSegments, NamePiecesByTheirSourceAndTheirStart)
+{
+    recorded(0, 100);
+    const auto whole = free(0, 100);
+    reviewed(0, 40, 60);
+    const auto pieces = free(0, 100);
+    ASSERT_EQ(pieces.size(), 2U);
+    EXPECT_NE(pieces[0].segment.id, whole[0].segment.id);
+    EXPECT_NE(pieces[0].segment.id, pieces[1].segment.id);
+    EXPECT_EQ(pieces[1].sourceSegmentID, segments[0].id);
+    // A piece keeps its name while what follows it changes.
+    reviewed(0, 90, 100);
+    EXPECT_EQ(free(0, 100)[1].segment.id, pieces[1].segment.id);
+    EXPECT_EQ(free(0, 70)[1].segment.id, pieces[1].segment.id);
+    EXPECT_EQ(pieces[0].segment.id.uuid.bytes[6] >> 4, 8);
+
+    segments[0].id = *SegmentID::parse("00112233-4455-4677-8899-AABBCCDDEEFF");
+    EXPECT_EQ(free(0, 10)[0].segment.id.text(), "4502E8CB-4612-825F-8BE6-2FB52B420001");
+}
+
+TEST_F(FreeSegments, OfDaysThatTouchHoldEverySecondOnce)
+{
+    for (int round = 0; round < 200; ++round) {
+        segments.clear();
+        items.clear();
+        for (std::size_t i = 1 + work.below(5); i > 0; --i) {
+            const auto from = static_cast<double>(work.below(50));
+            recorded(from, from + 1 + static_cast<double>(work.below(50)));
         }
-        void reviewed(std::size_t segment, double from, double to,
-                      ReviewedItemDisposition disposition = ReviewedItemDisposition::included)
-        {
-            const auto [start, end] = between(from, to);
-            items.push_back({.id = {work.uuid()},
-                             .start = start,
-                             .end = end,
-                             .slices = {{segments[segment].id, start, end}},
-                             .disposition = disposition});
+        // Counts, for each second of each segment, the slices that cover it.
+        std::map<std::pair<SegmentID, double>, int> slices;
+        for (std::size_t i = work.below(6); i > 0; --i) {
+            const auto segment = work.below(segments.size());
+            const auto from = static_cast<double>(work.below(90));
+            const auto to = from + 1 + static_cast<double>(work.below(20));
+            reviewed(segment, from, to);
+            for (double second = from; second < to; ++second)
+                ++slices[{segments[segment].id, second}];
         }
-        std::vector<FreeSegment> free(double from, double to) const
-        {
-            return freeSegments(segments, between(from, to), items);
-        }
-        std::vector<Interval> freeTime(double from, double to) const
-        {
-            std::vector<Interval> times;
-            for (const auto& piece : free(from, to))
-                times.push_back(piece.segment.interval());
-            return times;
-        }
-
-        RandomWork work{13};
-        std::vector<ActivitySegment> segments;
-        std::vector<ReviewedWorkItem> items;
-    };
-
-    TEST_F(FreeSegments, KeepWholeSegmentsAsTheyAre)
-    {
-        recorded(10, 20);
-        recorded(0, 10);
-        EXPECT_THAT(
-            free(0, 20),
-            ElementsAre(FreeSegment{segments[1], segments[1].id}, FreeSegment{segments[0], segments[0].id}));
-        EXPECT_THAT(free(20, 40), IsEmpty());
-    }
-
-    TEST_F(FreeSegments, LoseWhatSlicesCoverWhicheverWayTheyLie)
-    {
-        recorded(0, 100);
-        reviewed(0, 70, 80);
-        reviewed(0, 20, 40, ReviewedItemDisposition::ignored);
-        reviewed(0, 30, 50);
-        EXPECT_THAT(freeTime(0, 100), ElementsAre(between(0, 20), between(50, 70), between(80, 100)));
-        EXPECT_THAT(freeTime(10, 75), ElementsAre(between(10, 20), between(50, 70)));
-        reviewed(0, -10, 200);
-        EXPECT_THAT(free(0, 100), IsEmpty());
-    }
-
-    TEST_F(FreeSegments, LoseNothingToSlicesOfAnotherSegmentOfTheSameTime)
-    {
-        recorded(0, 100);
-        recorded(0, 100);
-        reviewed(1, 0, 100);
-        EXPECT_THAT(free(0, 100), ElementsAre(FreeSegment{segments[0], segments[0].id}));
-    }
-
-    TEST_F(FreeSegments, NamePiecesByTheirSourceAndTheirStart)
-    {
-        recorded(0, 100);
-        const auto whole = free(0, 100);
-        reviewed(0, 40, 60);
-        const auto pieces = free(0, 100);
-        ASSERT_EQ(pieces.size(), 2U);
-        EXPECT_NE(pieces[0].segment.id, whole[0].segment.id);
-        EXPECT_NE(pieces[0].segment.id, pieces[1].segment.id);
-        EXPECT_EQ(pieces[1].sourceSegmentID, segments[0].id);
-        // A piece keeps its name while what follows it changes.
-        reviewed(0, 90, 100);
-        EXPECT_EQ(free(0, 100)[1].segment.id, pieces[1].segment.id);
-        EXPECT_EQ(free(0, 70)[1].segment.id, pieces[1].segment.id);
-        EXPECT_EQ(pieces[0].segment.id.uuid.bytes[6] >> 4, 8);
-
-        segments[0].id = *SegmentID::parse("00112233-4455-4677-8899-AABBCCDDEEFF");
-        EXPECT_EQ(free(0, 10)[0].segment.id.text(), "4502E8CB-4612-825F-8BE6-2FB52B420001");
-    }
-
-    TEST_F(FreeSegments, OfDaysThatTouchHoldEverySecondOnce)
-    {
-        for (int round = 0; round < 200; ++round) {
-            segments.clear();
-            items.clear();
-            for (std::size_t i = 1 + work.below(5); i > 0; --i) {
-                const auto from = static_cast<double>(work.below(50));
-                recorded(from, from + 1 + static_cast<double>(work.below(50)));
+        std::map<std::pair<SegmentID, double>, int> pieces;
+        const auto cut = static_cast<double>(work.below(100));
+        for (const auto& half : {free(0, cut), free(cut, 100)}) {
+            for (const auto& piece : half) {
+                for (Instant at = piece.segment.start; at < piece.segment.end; at = at + Seconds{1})
+                    ++pieces[{piece.sourceSegmentID, (at - noon).value}];
             }
-            // Counts, for each second of each segment, the slices that cover it.
-            std::map<std::pair<SegmentID, double>, int> slices;
-            for (std::size_t i = work.below(6); i > 0; --i) {
-                const auto segment = work.below(segments.size());
-                const auto from = static_cast<double>(work.below(90));
-                const auto to = from + 1 + static_cast<double>(work.below(20));
-                reviewed(segment, from, to);
-                for (double second = from; second < to; ++second)
-                    ++slices[{segments[segment].id, second}];
-            }
-            std::map<std::pair<SegmentID, double>, int> pieces;
-            const auto cut = static_cast<double>(work.below(100));
-            for (const auto& half : {free(0, cut), free(cut, 100)}) {
-                for (const auto& piece : half) {
-                    for (Instant at = piece.segment.start; at < piece.segment.end; at = at + Seconds{1})
-                        ++pieces[{piece.sourceSegmentID, (at - noon).value}];
-                }
-            }
-            for (const auto& segment : segments) {
-                for (Instant at = segment.start; at < segment.end; at = at + Seconds{1}) {
-                    const std::pair second(segment.id, (at - noon).value);
-                    ASSERT_EQ(pieces[second], slices.contains(second) ? 0 : 1) << "round " << round;
-                    pieces.erase(second);
-                }
-            }
-            ASSERT_THAT(pieces, IsEmpty());
         }
+        for (const auto& segment : segments) {
+            for (Instant at = segment.start; at < segment.end; at = at + Seconds{1}) {
+                const std::pair second(segment.id, (at - noon).value);
+                ASSERT_EQ(pieces[second], slices.contains(second) ? 0 : 1) << "round " << round;
+                pieces.erase(second);
+            }
+        }
+        ASSERT_THAT(pieces, IsEmpty());
     }
+}
 
 } // namespace
 } // namespace stintbook

@@ -6,52 +6,51 @@
 namespace stintbook {
 namespace {
 
-    using testing::UnorderedElementsAre;
+using testing::UnorderedElementsAre;
 
-    TEST(TitleSearch, FindsTextsThatOverlapContainEachOtherOrShareAnEnd)
-    {
+TEST(TitleSearch, FindsTextsThatOverlapContainEachOtherOrShareAnEnd)
+{
+    TitleSearch search;
+    const auto she = search.add("she");
+    const auto he = search.add("he");
+    const auto hers = search.add("hers");
+    const auto his = search.add("his");
+    const auto everything = search.add("");
+    EXPECT_EQ(search.add("he"), he);
+    search.prepare();
+    EXPECT_THAT(search.occurringIn("ushers"), UnorderedElementsAre(she, he, hers, everything));
+    EXPECT_THAT(search.occurringIn("hihishe"), UnorderedElementsAre(his, she, he, everything));
+    EXPECT_THAT(search.occurringIn(""), UnorderedElementsAre(everything));
+}
+
+TEST(TitleSearch, AgreesWithSearchingForOneTextAfterTheOther)
+{
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        RandomWork work(seed);
+        const auto text = [&](std::size_t length) {
+            std::string result;
+            while (result.size() < length)
+                result += static_cast<char>(work.oneIn(3) ? '\xC3' : 'a' + static_cast<char>(work.below(2)));
+            return result;
+        };
         TitleSearch search;
-        const auto she = search.add("she");
-        const auto he = search.add("he");
-        const auto hers = search.add("hers");
-        const auto his = search.add("his");
-        const auto everything = search.add("");
-        EXPECT_EQ(search.add("he"), he);
-        search.prepare();
-        EXPECT_THAT(search.occurringIn("ushers"), UnorderedElementsAre(she, he, hers, everything));
-        EXPECT_THAT(search.occurringIn("hihishe"), UnorderedElementsAre(his, she, he, everything));
-        EXPECT_THAT(search.occurringIn(""), UnorderedElementsAre(everything));
-    }
-
-    TEST(TitleSearch, AgreesWithSearchingForOneTextAfterTheOther)
-    {
-        for (unsigned seed = 1; seed <= 200; ++seed) {
-            RandomWork work(seed);
-            const auto text = [&](std::size_t length) {
-                std::string result;
-                while (result.size() < length)
-                    result +=
-                        static_cast<char>(work.oneIn(3) ? '\xC3' : 'a' + static_cast<char>(work.below(2)));
-                return result;
-            };
-            TitleSearch search;
-            std::vector<std::string> texts;
-            for (int i = 0; i < 12; ++i) {
-                const auto candidate = text(1 + work.below(5));
-                if (search.add(candidate) == texts.size())
-                    texts.push_back(candidate);
-            }
-            search.prepare();
-            const auto title = text(work.below(30));
-            std::vector<TitleSearch::Number> expected;
-            for (TitleSearch::Number i = 0; i < texts.size(); ++i) {
-                if (title.contains(texts[i]))
-                    expected.push_back(i);
-            }
-            EXPECT_THAT(search.occurringIn(title), testing::UnorderedElementsAreArray(expected))
-                << "seed " << seed;
+        std::vector<std::string> texts;
+        for (int i = 0; i < 12; ++i) {
+            const auto candidate = text(1 + work.below(5));
+            if (search.add(candidate) == texts.size())
+                texts.push_back(candidate);
         }
+        search.prepare();
+        const auto title = text(work.below(30));
+        std::vector<TitleSearch::Number> expected;
+        for (TitleSearch::Number i = 0; i < texts.size(); ++i) {
+            if (title.contains(texts[i]))
+                expected.push_back(i);
+        }
+        EXPECT_THAT(search.occurringIn(title), testing::UnorderedElementsAreArray(expected))
+            << "seed " << seed;
     }
+}
 
 } // namespace
 } // namespace stintbook
