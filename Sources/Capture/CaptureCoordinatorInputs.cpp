@@ -9,16 +9,16 @@ namespace stintbook {
 
 namespace {
 
-    std::int64_t wholeSeconds(Seconds length)
-    {
-        return static_cast<std::int64_t>(length.value);
-    }
+std::int64_t wholeSeconds(Seconds length)
+{
+    return static_cast<std::int64_t>(length.value);
+}
 
-    bool isSameApplication(const std::optional<FrontmostApplicationSnapshot>& a,
-                           const FrontmostApplicationSnapshot& b)
-    {
-        return a && a->identity.bundleIdentifier == b.identity.bundleIdentifier;
-    }
+bool isSameApplication(const std::optional<FrontmostApplicationSnapshot>& a,
+                       const FrontmostApplicationSnapshot& b)
+{
+    return a && a->identity.bundleIdentifier == b.identity.bundleIdentifier;
+}
 
 } // namespace
 

@@ -16,7 +16,8 @@ struct FrontmostApplicationSnapshot {
     std::int32_t processIdentifier = 0;
     Instant observedAt;
 
-    friend bool operator==(const FrontmostApplicationSnapshot&, const FrontmostApplicationSnapshot&) = default;
+    friend bool operator==(const FrontmostApplicationSnapshot&,
+                           const FrontmostApplicationSnapshot&) = default;
 };
 
 /// The window in front, as the window system knows it.

@@ -4,13 +4,13 @@ namespace stintbook {
 
 namespace {
 
-    /// Where a stretch began and why a gap is one take no part.
-    bool continues(const SegmentBuilder::OpenSegment& open, const ContextObservation& observation)
-    {
-        return open.kind == ActivityKind::work && open.application == observation.application
-            && open.context == observation.context && open.browserDomain == observation.browserDomain
-            && open.evidence == observation.evidence;
-    }
+/// Where a stretch began and why a gap is one take no part.
+bool continues(const SegmentBuilder::OpenSegment& open, const ContextObservation& observation)
+{
+    return open.kind == ActivityKind::work && open.application == observation.application
+        && open.context == observation.context && open.browserDomain == observation.browserDomain
+        && open.evidence == observation.evidence;
+}
 
 } // namespace
 

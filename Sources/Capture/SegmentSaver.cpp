@@ -11,26 +11,26 @@ namespace stintbook {
 
 namespace {
 
-    void appendTo(std::vector<ActivitySegment>& list, std::vector<ActivitySegment>&& more)
-    {
-        if (list.empty())
-            list = std::move(more);
-        else
-            std::ranges::move(more, std::back_inserter(list));
-    }
+void appendTo(std::vector<ActivitySegment>& list, std::vector<ActivitySegment>&& more)
+{
+    if (list.empty())
+        list = std::move(more);
+    else
+        std::ranges::move(more, std::back_inserter(list));
+}
 
-    /// The distinct texts of an enumeration among the segments, in the enumeration's order.
-    template <typename E>
-    std::string rawValues(const std::vector<ActivitySegment>& segments, E ActivitySegment::* field)
-    {
-        std::string texts;
-        for (const auto& [value, text] : RawValues<E>::table) {
-            if (std::ranges::find(segments, value, field) == segments.end())
-                continue;
-            texts.append(texts.empty() ? "" : ", ").append(text);
-        }
-        return texts;
+/// The distinct texts of an enumeration among the segments, in the enumeration's order.
+template <typename E>
+std::string rawValues(const std::vector<ActivitySegment>& segments, E ActivitySegment::* field)
+{
+    std::string texts;
+    for (const auto& [value, text] : RawValues<E>::table) {
+        if (std::ranges::find(segments, value, field) == segments.end())
+            continue;
+        texts.append(texts.empty() ? "" : ", ").append(text);
     }
+    return texts;
+}
 
 } // namespace
 

@@ -10,7 +10,8 @@ struct SupportedBrowser {
     /// One of the identifiers under which the browser is installed: packaged, sandboxed or by window class.
     std::string_view bundleIdentifier;
     std::string_view displayName;
-    /// What is read, in order, until one answers.
+    /// What is read, in order, until one answers: "KEY of front document" for an attribute of the page's
+    /// accessible document, or "address field".
     std::span<const std::string_view> locationExpressions;
 };
 
