@@ -80,7 +80,9 @@ const FocusedContext& CaptureCoordinator::keptContext() const
 const std::optional<BrowserDomain>& CaptureCoordinator::keptBrowserDomain() const
 {
     static const std::optional<BrowserDomain> none;
-    return m_browserContextEnabled ? m_currentBrowserDomain : none;
+    // It is that of what is in front, which an observation may still have to wait for.
+    const bool isOfPending = m_pendingSnapshot && !isSameApplication(m_currentSnapshot, *m_pendingSnapshot);
+    return m_browserContextEnabled && !isOfPending ? m_currentBrowserDomain : none;
 }
 
 template <typename Change> void CaptureCoordinator::reobserveIfChanged(Change change)

@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+
+#include "Capture/CapturePause.h"
+
+namespace stintbook {
+namespace {
+
+TEST(CapturePause, EndsTomorrowAtTheNextDaysFirstInstant)
+{
+    const auto berlin = *CalendarContext::inZone("Europe/Berlin");
+    const auto until = [&](Instant now) {
+        return requestedPause(TimedPauseOption::untilTomorrow, now, berlin);
+    };
+    // 2026-11-20 23:59
+    EXPECT_EQ(until({1795215540}).deadline, Instant{1795215600});
+    EXPECT_EQ(until({1795215540}).length, Seconds{60});
+    // 2026-03-29 00:00, a day of 23 hours
+    EXPECT_EQ(until({1774738800}).length, Seconds{23 * 3600.0});
+    EXPECT_EQ(requestedPause(TimedPauseOption::oneHour, {1000}, berlin).deadline, Instant{4600});
+    EXPECT_EQ(requestedPause(TimedPauseOption::fifteenMinutes, {1000}, berlin).length, Seconds{900});
+    EXPECT_FALSE(requestedPause(TimedPauseOption::untilIResume, {1000}, berlin).deadline);
+}
+
+TEST(PreferencesCapturePauseStore, KeepsEitherKindAndClearsIt)
+{
+    InMemoryPreferences preferences;
+    PreferencesCapturePauseStore store(preferences);
+    const CapturePause timed{Instant{1795215600.25}, {900}};
+    store.save(timed);
+    EXPECT_EQ(store.load(), timed);
+    store.save(CapturePause{});
+    EXPECT_EQ(store.load(), CapturePause{});
+    EXPECT_FALSE(preferences.value("stintbook.capture.pauseDeadline"));
+    store.save(std::nullopt);
+    EXPECT_FALSE(store.load());
+    EXPECT_FALSE(preferences.value("stintbook.capture.pauseKind"));
+}
+
+TEST(PreferencesCapturePauseStore, LoadsNoPauseFromWhatIsNone)
+{
+    InMemoryPreferences preferences;
+    const PreferencesCapturePauseStore store(preferences);
+    preferences.store("stintbook.capture.pauseKind", "timed");
+    preferences.store("stintbook.capture.pauseLength", 900.0);
+    EXPECT_FALSE(store.load());
+    preferences.store("stintbook.capture.pauseDeadline", "tomorrow");
+    EXPECT_FALSE(store.load());
+    preferences.store("stintbook.capture.pauseDeadline", Instant{5});
+    EXPECT_TRUE(store.load());
+    preferences.store("stintbook.capture.pauseKind", "whenever");
+    EXPECT_FALSE(store.load());
+}
+
+} // namespace
+} // namespace stintbook

@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "Capture/TraceReader.h"
+
+namespace stintbook {
+namespace {
+
+/// The problem with the trace, if any. '`' stands for JSON's quote.
+std::optional<TraceProblem> problemIn(std::string trace)
+{
+    std::ranges::replace(trace, '`', '"');
+    std::istringstream stream(trace);
+    TraceReader reader(stream);
+    for (;;) {
+        auto line = reader.next();
+        if (!line)
+            return line.error();
+        if (!*line)
+            return std::nullopt;
+    }
+}
+
+constexpr const char* startLine = "{`at`:10,`start`:{`timeZone`:`Europe/Berlin`}}\n";
+
+TEST(TraceReader, TakesEveryInput)
+{
+    const std::string trace = R"(# from here
+{`at`:10,`start`:{`timeZone`:`Asia/Calcutta`,`retainsTitleContext`:false,`browserContextEnabled`:true,`permission`:`revoked`}}
+
+{`at`:10.5,`frontmost`:{`bundleIdentifier`:`a`,`displayName`:``,`processIdentifier`:7,`windowTitle`:`t`,`documentTitle`:`d`}}
+{`at`:10.5,`browserDomain`:{`reading`:`domain`,`host`:`docs.example.org`,`browser`:`a`}}
+{`at`:11,`browserDomain`:{`reading`:`failed`,`code`:-1708,`browser`:`a`}}
+{`at`:12,`idleSample`:{`idleSeconds`:12.5,`awakeSeconds`:3600.0}}
+{`at`:13,`noObservation`:{`since`:12}}
+{`at`:14,`suspended`:`systemSleep`}
+{`at`:15,`resumed`:`systemWake`}
+{`at`:16,`pause`:{`until`:20}}
+{`at`:17,`pause`:{}}
+{`at`:18,`resume`:{}}
+{`at`:19,`permission`:`awaitingUserAction`}
+{`at`:20,`timeZone`:`UTC`}
+{`at`:21,`retainsTitleContext`:true}
+{`at`:22,`browserContextEnabled`:false}
+{`at`:23,`store`:`refuse`}
+{`at`:24,`store`:`accept`}
+{`at`:3,`clockSet`:{`from`:24}}
+{`at`:4,`hold`:{}}
+{`at`:5,`release`:{}}
+{`at`:6,`stop`:{}}
+)";
+    EXPECT_EQ(problemIn(trace), std::nullopt);
+}
+
+TEST(TraceReader, CountsAHostThatIsNoneAsNoDomain)
+{
+    std::istringstream stream(R"({"at":1,"start":{"timeZone":"UTC"}}
+{"at":1,"browserDomain":{"reading":"domain","host":"no host","browser":"a"}}
+{"at":1,"browserDomain":{"reading":"domain","host":" Docs.Example.ORG. ","browser":"a"}})");
+    TraceReader reader(stream);
+    const auto readingOf = [&] {
+        const auto line = *reader.next();
+        return std::get<input::BrowserDomainPolled>(std::get<PipelineInput>(line->event)).reading;
+    };
+    ASSERT_TRUE(reader.next());
+    EXPECT_EQ(readingOf().kind, BrowserDomainReading::Kind::pageHasNoWebDomain);
+    EXPECT_EQ(readingOf().domain->host(), "docs.example.org");
+}
+
+TEST(TraceReader, SaysWhichLineIsMalformedAndWhy)
+{
+    struct Case {
+        const char* line;
+        const char* reason;
+    };
+    const std::vector<Case> cases{
+        {"{`at`:11}", R"(there is no input beside "at")"},
+        {"{`stop`:{}}", R"("at" is missing)"},
+        {"[]", "a line is one object"},
+        {"{`at`:`11`,`stop`:{}}", R"("at" is no number)"},
+        {"{`at`:9,`stop`:{}}", R"("at" falls, and the clock was not set)"},
+        {"{`at`:1e300,`stop`:{}}", R"("at" lies outside the years 1 to 9999)"},
+        {"{`at`:11,`at`:12,`stop`:{}}", R"("at" stands there twice)"},
+        {"{`at`:11,`stop`:{},`hold`:{}}", R"("stop" and "hold" are two inputs)"},
+        {"{`at`:11,`shutdown`:{}}", R"("shutdown" is no input)"},
+        {"{`at`:11,`stop`:{`now`:true}}", R"("stop" has an unknown key "now")"},
+        {"{`at`:11,`resume`:null}", R"("resume" is no object)"},
+        {"{`at`:11,`start`:{`timeZone`:`UTC`}}", "there is a second start"},
+        {"{`at`:11,`timeZone`:`Europe/Nowhere`}", R"("timeZone" names no known zone: "Europe/Nowhere")"},
+        {"{`at`:11,`permission`:`perhaps`}", R"("permission" cannot be "perhaps")"},
+        {"{`at`:11,`suspended`:`capturePaused`}", R"("suspended" cannot be "capturePaused")"},
+        {"{`at`:11,`store`:`full`}", R"("store" cannot be "full")"},
+        {"{`at`:11,`retainsTitleContext`:1}", R"("retainsTitleContext" is neither true nor false)"},
+        {"{`at`:11,`noObservation`:{`since`:12}}", R"("since" lies after "at")"},
+        {"{`at`:11,`pause`:{`until`:null}}", R"("until" is no number)"},
+        {"{`at`:11,`clockSet`:{}}", R"("from" is missing)"},
+        {"{`at`:11,`idleSample`:{`idleSeconds`:1}}", R"("awakeSeconds" is missing)"},
+        {"{`at`:11,`idleSample`:{`idleSeconds`:-1,`awakeSeconds`:1}}", R"("idleSeconds" is negative)"},
+        {"{`at`:11,`frontmost`:{`displayName`:`A`,`processIdentifier`:1}}",
+         R"("bundleIdentifier" is missing)"},
+        {"{`at`:11,`frontmost`:{`bundleIdentifier`:`a`,`displayName`:`A`,`processIdentifier`:1.5}}",
+         R"("processIdentifier" is no whole number of 32 bits)"},
+        {"{`at`:11,`frontmost`:{`bundleIdentifier`:`a`,`bundleIdentifier`:`b`,`displayName`:`A`}}",
+         R"("frontmost" holds "bundleIdentifier" twice)"},
+        {"{`at`:11,`browserDomain`:{`reading`:`domain`,`browser`:`a`}}", R"("host" is missing)"},
+        {"{`at`:11,`browserDomain`:{`reading`:`notAuthorized`,`host`:`a.b`,`browser`:`a`}}",
+         R"("host" belongs to the reading "domain" alone)"},
+    };
+    for (const auto& [line, reason] : cases)
+        EXPECT_EQ(problemIn(startLine + std::string(line)), (TraceProblem{2, reason})) << line;
+
+    EXPECT_EQ(problemIn("\n# nothing\n{`at`:1,`stop`:{}}"), (TraceProblem{3, "the first line is no start"}));
+    EXPECT_EQ(problemIn(startLine + std::string("{`at`:11,`stop`:{}}\n\n{`at`:11,`hold`:{}}")),
+              (TraceProblem{4, "nothing comes behind a stop"}));
+}
+
+TEST(TraceReader, TakesNothingForJsonThatIsNone)
+{
+    for (const std::string line :
+         {"{`at`:11,`stop`:{}", "{`at`:11,`stop`:{}} x", "{`at`:NaN,`stop`:{}}", "{`at`:1e999,`stop`:{}}",
+          "{`at`:11,`timeZone`:`\xff`}", "{'at':11,'stop':{}}"})
+        EXPECT_EQ(problemIn(startLine + line)->lineNumber, 2U) << line;
+    EXPECT_TRUE(problemIn(startLine + std::string("{`at`:11,`stop`:{}}\0{", 21)));
+}
+
+} // namespace
+} // namespace stintbook
