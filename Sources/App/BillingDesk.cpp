@@ -1,5 +1,6 @@
 #include "App/BillingDesk.h"
 
+#include "Base/Try.h"
 #include "Billing/BillingBook.h"
 #include "Billing/BillingCurrency.h"
 #include "Store/PersistentReviewStore.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Base/Try.h"
 #include "Store/PersistentReviewStore.h"
 
 namespace stintbook {

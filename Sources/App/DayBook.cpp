@@ -1,11 +1,13 @@
 #include "App/DayBook.h"
 
 #include <algorithm>
+#include <limits>
 #include <set>
 
 #include <fmt/format.h>
 
 #include "App/ClientBook.h"
+#include "Base/Try.h"
 #include "Billing/BillingBook.h"
 #include "Review/Assignment.h"
 #include "Review/Disposition.h"
@@ -224,18 +226,15 @@ Stored<std::vector<ListedDay>> DayBook::list(const std::optional<LocalDay>& from
             if (isAsked(day))
                 days.insert(day);
         }
-        if (const auto span = TRY(m_store.segments().recordedSpan())) {
-            auto at = from ? std::max(from->start, m_calendar.dayOf(span->start).start) : span->start;
-            while (at < span->end && (!to || at <= to->start)) {
-                // Days without a record are passed over at once, however many lie between two recordings.
-                const auto next = TRY(m_store.segments().firstInstantRecorded(at));
-                if (!next)
-                    break;
-                const auto day = m_calendar.dayOf(*next);
-                if (isAsked(day))
-                    days.insert(day);
-                at = m_calendar.nextDayStart(*next);
-            }
+        // Days without a record are passed over at once, however many lie between two recordings.
+        auto at = from ? from->start : Instant{-std::numeric_limits<double>::infinity()};
+        while (const auto recorded = TRY(m_store.segments().firstRecorded(at))) {
+            const auto day = m_calendar.dayOf(*recorded);
+            if (to && day.start > to->start)
+                break;
+            if (isAsked(day))
+                days.insert(day);
+            at = m_calendar.nextDayStart(*recorded);
         }
         const ExclusionEngine exclusion(TRY(m_store.review().exclusionRules()));
         std::map<std::string, std::string> exportedRevisions;

@@ -4,6 +4,7 @@
 
 #include "App/ClientBook.h"
 #include "App/FileReplacement.h"
+#include "Base/Try.h"
 #include "Export/CSVDocument.h"
 #include "Export/SummaryText.h"
 #include "Store/PersistentReviewStore.h"
@@ -19,8 +20,7 @@ std::string sentence(const PersistenceError& error)
 
 std::string sentence(const ExportBlocked& blocked)
 {
-    std::string text =
-        blocked.block == ExportBlock::daysNotReady ? "Export blocked." : "There is nothing to export yet.";
+    auto text = message(blocked.block);
     for (const auto& day : blocked.days)
         text += fmt::format("\n{}: {}", dayID(day.day),
                             day.reason.value_or("This day is not marked ready to bill."));
@@ -57,14 +57,6 @@ std::string reason(const ExportStoreProblem& problem)
     return message(problem);
 }
 
-/// The range in order.
-std::pair<LocalDay, LocalDay> range(const ExportRequest& request)
-{
-    if (request.rangeEnd.start < request.rangeStart.start)
-        return {request.rangeEnd, request.rangeStart};
-    return {request.rangeStart, request.rangeEnd};
-}
-
 } // namespace
 
 std::string message(const ExportDeskProblem& problem)
@@ -82,10 +74,10 @@ std::expected<ExportPreview, ExportDeskProblem> ExportDesk::preview(const Export
 {
     return m_store.database().read([&](StoreConnection&) -> std::expected<ExportPreview, ExportDeskProblem> {
         const DayBook book(m_store, m_calendar);
-        const auto [from, to] = range(request);
+        const auto asked = request.normalised();
         std::vector<ExportDayInput> inputs;
         Seconds unreviewed;
-        for (const auto& listed : TRY(book.list(from, to))) {
+        for (const auto& listed : TRY(book.list(asked.rangeStart, asked.rangeEnd))) {
             if (listed.summary.state == DayReviewState::noActivity && !listed.hasReviewedWork)
                 continue;
             auto day = TRY(book.open(listed.summary.day));
@@ -100,9 +92,7 @@ std::expected<ExportPreview, ExportDeskProblem> ExportDesk::preview(const Export
         }
         const auto directory = TRY(ClientBook(m_store).directory());
         const auto billing = TRY(m_store.review().billing());
-        auto document = buildDocument(request, std::move(inputs), directory, billing);
-        if (const auto block = document.block())
-            return std::unexpected(ExportBlocked{*block, document.blockedDays});
+        auto document = buildDocument(asked, std::move(inputs), directory, billing);
         return ExportPreview{std::move(document), unreviewed};
     });
 }
@@ -111,6 +101,8 @@ std::expected<ExportReceipt, ExportDeskProblem> ExportDesk::deliver(const Export
                                                                     std::string_view locale, Instant now,
                                                                     const Delivery& delivery)
 {
+    if (const auto block = document.block())
+        return std::unexpected(ExportBlocked{*block, document.blockedDays});
     const auto current = TRY(preview(document.request));
     if (current.document.days != document.days)
         return std::unexpected(PreviewOutdated{});
@@ -124,11 +116,7 @@ std::expected<ExportReceipt, ExportDeskProblem> ExportDesk::deliver(const Export
         return std::unexpected(ExportFailure(DeliveredButNotRecorded{
             std::visit([](const auto& problem) { return reason(problem); }, recorded.error())}));
     }
-    return ExportReceipt{.snapshotID = snapshot.id,
-                         .createdAt = snapshot.createdAt,
-                         .format = snapshot.format,
-                         .dayCount = static_cast<int>(snapshot.days.size()),
-                         .lineCount = static_cast<int>(snapshot.lines.size())};
+    return receiptFor(snapshot);
 }
 
 Stored<std::vector<ExportSnapshot>> ExportDesk::history() const

@@ -45,6 +45,7 @@ class ExportDesk {
 public:
     ExportDesk(OpenedStore& store, CalendarContext calendar);
 
+    /// Also of a range that has nothing to export: the document tells why.
     std::expected<ExportPreview, ExportDeskProblem> preview(const ExportRequest& request) const;
 
     /// Brings the rendered bytes to where they are wanted; the error is the system's own words.

@@ -27,7 +27,7 @@ std::string message(const StoreOpeningProblem& problem)
 std::expected<std::unique_ptr<OpenedStore>, StoreOpeningProblem> OpenedStore::open(
     const Environment& environment, StoreRole role)
 {
-    auto location = storeLocation({.environment = environment});
+    auto location = storeLocation({.baseDirectory = {}, .environment = environment});
     if (!location)
         return std::unexpected(StoreUnavailable{message(location.error(), home(environment))});
 
@@ -39,7 +39,7 @@ std::expected<std::unique_ptr<OpenedStore>, StoreOpeningProblem> OpenedStore::op
             return std::unexpected(StoreHeld{store->m_file, lock.error()});
         store->m_lock = std::move(*lock);
     }
-    auto database = StoreDatabase::open({.file = store->m_file, .role = role});
+    auto database = StoreDatabase::open({.file = store->m_file, .role = role, .fileSystem = {}});
     if (!database)
         return std::unexpected(StoreUnavailable{message(database.error())});
     store->m_database = *std::move(database);

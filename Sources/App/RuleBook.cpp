@@ -1,6 +1,7 @@
 #include "App/RuleBook.h"
 
 #include "App/ClientBook.h"
+#include "Base/Try.h"
 #include "Rules/RuleConflicts.h"
 #include "Store/PersistentReviewStore.h"
 

@@ -59,7 +59,7 @@ const std::optional<std::string>& Verb::option(const std::string& name, const st
     return text;
 }
 
-const std::optional<std::string>& Verb::option(const std::string& name,
+const std::optional<std::string>& Verb::choice(const std::string& name,
                                                const std::vector<std::string>& choices,
                                                const std::string& description)
 {

@@ -29,7 +29,8 @@ public:
     /// One of the given words.
     const std::string& argument(const std::string& name, const std::string& description,
                                 const std::vector<std::string>& choices);
-    const std::optional<std::string>& option(const std::string& name, const std::vector<std::string>& choices,
+    /// An option whose value is one of the given words.
+    const std::optional<std::string>& choice(const std::string& name, const std::vector<std::string>& choices,
                                              const std::string& description);
     const bool& flag(const std::string& name, const std::string& description);
     /// Not listed in help: for tests and for measuring.

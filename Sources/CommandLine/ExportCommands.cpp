@@ -33,7 +33,7 @@ RequestOptions requestOptions(Verb& verb)
     return {
         verb.requiredOption("--from", "DAY", "The first day"),
         verb.requiredOption("--to", "DAY", "The last day"),
-        verb.option("--mode", {"detailed", "summarized"}, "A row an item, or a row a group of equal terms"),
+        verb.choice("--mode", {"detailed", "summarized"}, "A row an item, or a row a group of equal terms"),
         verb.option("--fields", "LIST",
                     "Columns, separated by commas: date, client, project, duration, timeOfDay, "
                     "description, billableState, rateAndAmount"),

@@ -45,11 +45,6 @@ void printTotals(Session& session, const ExportTotals& totals, const std::option
                                     shownAmount(session, totals.amount, currency));
 }
 
-std::string needingReview(std::size_t count)
-{
-    return count == 1 ? "1 day needs review" : fmt::format("{} days need review", count);
-}
-
 } // namespace
 
 void printPreview(Session& session, const CalendarContext&, const ExportPreview& preview)
@@ -63,7 +58,7 @@ void printRemarks(Session& session, const ExportPreview& preview)
 {
     const auto& blocked = preview.document.blockedDays;
     if (!blocked.empty()) {
-        session.errors() << needingReview(blocked.size()) << '\n';
+        session.errors() << blockedDaysHeading(blocked) << '\n';
         for (const auto& day : blocked)
             session.errors() << fmt::format("  {}  {}\n", dayID(day.day), day.reason.value_or(""));
     }

@@ -45,7 +45,7 @@ void addAdd(Noun& noun)
     const auto& client = verb.argument("CLIENT", "The client");
     const auto& name = verb.argument("NAME", "Its name");
     const auto& billable =
-        verb.option("--billable", {"yes", "no"}, "Whether its work is billed; yes unless said otherwise");
+        verb.choice("--billable", {"yes", "no"}, "Whether its work is billed; yes unless said otherwise");
     const auto& rate = verb.option("--rate", "RATE", "Money an hour, instead of the client's");
     const auto& rounding =
         verb.option("--rounding", "POLICY", "How its time is rounded, instead of the client's");

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "Base/Instant.h"
+#include "Capture/CaptureConfiguration.h"
 #include "CommandLine/Session.h"
 
 namespace stintbook {
@@ -12,11 +13,10 @@ struct RecordRequest {
     /// Absent: until interrupted.
     std::optional<Seconds> duration;
     std::optional<std::filesystem::path> trace;
-    /// Absent: the ordinary one. For tests that cannot wait for it.
-    std::optional<Seconds> idleThreshold;
+    CaptureConfiguration configuration;
 };
 
-/// Records on this thread until the time is over or SIGINT or SIGTERM arrives, then flushes.
+/// Records until the time is over or SIGINT or SIGTERM arrives, then flushes.
 void record(Session& session, const RecordRequest& request);
 
 } // namespace stintbook

@@ -6,6 +6,7 @@
 #include "App/PreferencesFile.h"
 #include "App/RecordingPause.h"
 #include "Base/BuildInformation.h"
+#include "Base/Log.h"
 #include "Capture/TraceReplay.h"
 #include "CommandLine/Arguments.h"
 #include "CommandLine/CommandTree.h"
@@ -28,12 +29,15 @@ void addRecord(CommandTree& tree)
     const auto& trace =
         verb.option("--trace", "FILE", "Also write everything that capture is told as a trace");
     const auto& idleThreshold = verb.hiddenOption("--idle-threshold", "SECONDS");
+    const auto& idlePoll = verb.hiddenOption("--idle-poll-interval", "SECONDS");
     verb.runs([&](Session& session) {
         RecordRequest request;
         if (duration)
             request.duration = secondsArgument(*duration);
         if (idleThreshold)
-            request.idleThreshold = secondsArgument(*idleThreshold);
+            request.configuration.idleThreshold = secondsArgument(*idleThreshold);
+        if (idlePoll)
+            request.configuration.idlePollInterval = secondsArgument(*idlePoll);
         if (trace)
             request.trace = *trace;
         record(session, request);
@@ -49,6 +53,8 @@ void addReplay(CommandTree& tree)
         if (!stream)
             throw Refusal{fmt::format("The trace “{}” could not be read, so nothing was replayed.", file)};
         const auto store = orRefuse(session.ownStore());
+        // What the log would tell of is another day's, and the report tells it.
+        log::replaceSink([](log::Level, std::string_view) {});
         const auto result =
             replayTrace(stream, store->sharedSegments(),
                         session.isJSON() ? ReplayedSegments::handedBack : ReplayedSegments::counted);

@@ -57,7 +57,7 @@ void addAdd(Noun& noun)
     const auto& clientText = verb.requiredOption("--client", "CLIENT", "Whom matching work is for");
     const auto& projectText = verb.requiredOption("--project", "PROJECT", "What matching work is for");
     const auto match = matchOptions(verb);
-    const auto& billable = verb.option("--billable", {"yes", "no"}, "Instead of the project's default");
+    const auto& billable = verb.choice("--billable", {"yes", "no"}, "Instead of the project's default");
     verb.runs([&, match](Session& session) {
         const auto directory = orRefuse(ClientBook(session.store()).directory());
         const auto client = clientArgument(clientText, directory);

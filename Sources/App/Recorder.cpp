@@ -1,0 +1,114 @@
+#include "App/Recorder.h"
+
+#include <unistd.h>
+
+#include "Base/Log.h"
+#include "Store/PersistentActivitySegmentRepository.h"
+
+namespace stintbook {
+
+namespace {
+
+/// Accessibility that is switched on or off shows within this time.
+constexpr Seconds permissionPollInterval{15};
+
+} // namespace
+
+Recorder::Recorder(OpenedStore& store, Desktop desktop, Clockwork clockwork,
+                   CaptureConfiguration configuration, CapturePauseStoring& pauses)
+    : m_store(store)
+    , m_sources(std::move(desktop.sources))
+    , m_timeSource(clockwork.timeSource)
+    , m_capture(clockwork.capture)
+    , m_unsavedSegments(store.file())
+    , m_repository(m_storeQueue, store.sharedSegments())
+    , m_coordinator(configuration,
+                    {.repository = m_repository,
+                     .capture = clockwork.capture,
+                     .timers = clockwork.timers,
+                     .pauseStore = pauses,
+                     .unsavedSegments = &m_unsavedSegments})
+    , m_permission({.capture = clockwork.capture,
+                    .timers = clockwork.timers,
+                    .probe = {m_accessibilityQueue, std::move(desktop.accessibilityTrust)},
+                    .pollInterval = permissionPollInterval})
+    , m_pipeline(
+          configuration,
+          {.frontmost = desktop.frontmost,
+           .focusedWindow = {m_accessibilityQueue, std::move(desktop.focusedWindow)},
+           .browserDomain = {m_accessibilityQueue, std::move(desktop.browserDomain)},
+           .boundaries = desktop.boundaries,
+           .idle = desktop.idle,
+           .permission = m_permission,
+           .calendar = desktop.calendar},
+          {.timeSource = clockwork.timeSource, .timers = clockwork.timers, .capture = clockwork.capture},
+          m_coordinator)
+{
+}
+
+bool Recorder::traceTo(const std::filesystem::path& file)
+{
+    m_traceFile.open(file, std::ios::binary | std::ios::trunc);
+    if (!m_traceFile)
+        return false;
+    m_pipeline.traceTo(m_trace.emplace(m_traceFile));
+    return true;
+}
+
+void Recorder::start(const AppPreferences& preferences)
+{
+    const auto recovered = m_unsavedSegments.recover(m_store.segments());
+    if (!recovered)
+        log::error("Segments of an earlier run could not be saved yet: {}", message(recovered.error()));
+    else if (*recovered > 0)
+        log::event("Recovered {} segment(s) of an earlier run", *recovered);
+    m_pipeline.start(preferences.retainsTitleContext(), preferences.browserContextEnabled());
+}
+
+void Recorder::settle(std::function<void()> done)
+{
+    // The store's queue is in order: behind whatever was handed to it before.
+    m_repository.ask([](ActivitySegmentRepository&) { return true; }, m_capture,
+                     [done = std::move(done)](bool) { done(); });
+}
+
+void Recorder::shutdown(CaptureCoordinator::ShutDown done)
+{
+    m_pipeline.shutdown([this, done = std::move(done)](CaptureShutdownOutcome outcome) mutable {
+        m_traceFile.flush();
+        done(outcome);
+    });
+}
+
+InstanceStatus Recorder::status()
+{
+    InstanceStatus status{.capture = m_coordinator.status(),
+                          .storeFile = m_store.file().string(),
+                          .processIdentifier = ::getpid(),
+                          .providers = m_sources,
+                          .openSegment = {},
+                          .unsavedSegmentCount = static_cast<int>(m_coordinator.unsavedCount())};
+    if (const auto& open = m_coordinator.openSegment()) {
+        status.openSegment = {.start = open->start,
+                              .kind = std::string(rawValue(open->kind)),
+                              .applicationName = open->application ? open->application->displayName : ""};
+    }
+    return status;
+}
+
+void Recorder::pause(std::optional<Instant> until)
+{
+    m_pipeline.pause({.deadline = until, .length = until ? *until - m_timeSource.now() : Seconds{}});
+}
+
+void Recorder::resume()
+{
+    m_pipeline.resume();
+}
+
+void Recorder::activate()
+{
+    log::event("Another launch asked this copy to come forward");
+}
+
+} // namespace stintbook

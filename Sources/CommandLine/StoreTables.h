@@ -1,0 +1,9 @@
+#pragma once
+
+#include "CommandLine/Session.h"
+
+namespace stintbook {
+
+void printStoreInformation(Session& session);
+
+} // namespace stintbook
