@@ -1,0 +1,91 @@
+#!/usr/bin/python3
+"""Measures velloran-cli as whole processes: measure_processes.py build/release/bin/velloran-cli [YEARS]
+
+Replays a year, then shows one day out of a month and the same day out of YEARS (10) years of history, and, where
+there is a display, watches a recorder for a minute. Everything happens in a temporary directory, which takes about
+3 GB for ten years.
+"""
+
+import os
+import pathlib
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+HERE = pathlib.Path(__file__).parent
+DAY = "2026-11-18@Europe/Berlin"
+RUNS = 21
+
+
+def measured(command, environment):
+    """Wall-clock seconds, processor seconds and greatest resident size in MB of one process."""
+    began = time.monotonic()
+    process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL)
+    _, status, usage = os.wait4(process.pid, 0)
+    if status != 0:
+        sys.exit(f"{' '.join(command)} failed.")
+    return time.monotonic() - began, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024
+
+
+def with_history(program, directory, days):
+    """The environment of a store that holds so many days, and what filling it took."""
+    trace = directory / "trace.jsonl"
+    with trace.open("w") as output:
+        subprocess.run([HERE / "make_history.py", str(days)], stdout=output, check=True)
+    environment = os.environ | {"STINTBOOK_STORE_DIRECTORY": str(directory / f"store-{days}"),
+                                "VELLORAN_CLI": program, "XDG_CONFIG_HOME": str(directory)}
+    figures = measured([program, "replay", str(trace)], environment)
+    trace.unlink()
+    subprocess.run([HERE.parent / "Samples" / "apply_rules.sh"], env=environment, check=True)
+    return environment, figures
+
+
+def median_times(program, environment, *command):
+    return statistics.median(measured([program, *command], environment)[1] for _ in range(RUNS)) * 1000
+
+
+def watch_recorder(program, directory):
+    environment = os.environ | {"STINTBOOK_STORE_DIRECTORY": str(directory / "recorded"),
+                                "XDG_CONFIG_HOME": str(directory)}
+    recorder = subprocess.Popen([program, "record"], env=environment, stdout=subprocess.DEVNULL)
+    status = pathlib.Path(f"/proc/{recorder.pid}/status")
+
+    def field(name):
+        return next(int(line.split()[1]) for line in status.read_text().splitlines() if line.startswith(name))
+
+    def wake_ups():
+        return sum(int(line.split()[1]) for task in pathlib.Path(f"/proc/{recorder.pid}/task").iterdir()
+                   for line in (task / "status").read_text().splitlines()
+                   if line.startswith("voluntary_ctxt_switches"))
+
+    time.sleep(10)
+    before = wake_ups()
+    time.sleep(60)
+    print(f"record: {field('VmRSS') / 1024:.1f} MB resident, {(wake_ups() - before) / 60:.2f} wake-ups a second")
+    recorder.send_signal(signal.SIGTERM)
+    recorder.wait()
+
+
+def main():
+    program = str(pathlib.Path(sys.argv[1]).resolve())
+    years = int(sys.argv[2]) if len(sys.argv) > 2 else 10
+    with tempfile.TemporaryDirectory() as name:
+        directory = pathlib.Path(name)
+        _, (seconds, _, megabytes) = with_history(program, directory, 365)
+        print(f"replay of a year, 350,000 switches: {seconds:.1f} s, {megabytes:.0f} MB", flush=True)
+
+        month, _ = with_history(program, directory, 30)
+        long, _ = with_history(program, directory, 365 * years)
+        for command in (("segments", DAY), ("day", "show", DAY)):
+            short_time, long_time = (median_times(program, store, *command) for store in (month, long))
+            print(f"{' '.join(command[:-1])} DAY: {short_time:.1f} ms in a month's store, "
+                  f"{long_time:.1f} ms in one of {years} years", flush=True)
+        if os.environ.get("DISPLAY") or os.environ.get("WAYLAND_DISPLAY"):
+            watch_recorder(program, directory)
+
+
+if __name__ == "__main__":
+    main()
