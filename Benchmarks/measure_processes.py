@@ -30,12 +30,12 @@ def measured(command, environment):
     return time.monotonic() - began, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024
 
 
-def with_history(program, directory, days):
+def with_history(program, directory, name, days):
     """The environment of a store that holds so many days, and what filling it took."""
     trace = directory / "trace.jsonl"
     with trace.open("w") as output:
         subprocess.run([HERE / "make_history.py", str(days)], stdout=output, check=True)
-    environment = os.environ | {"STINTBOOK_STORE_DIRECTORY": str(directory / f"store-{days}"),
+    environment = os.environ | {"STINTBOOK_STORE_DIRECTORY": str(directory / name),
                                 "VELLORAN_CLI": program, "XDG_CONFIG_HOME": str(directory)}
     figures = measured([program, "replay", str(trace)], environment)
     trace.unlink()
@@ -74,11 +74,12 @@ def main():
     years = int(sys.argv[2]) if len(sys.argv) > 2 else 10
     with tempfile.TemporaryDirectory() as name:
         directory = pathlib.Path(name)
-        _, (seconds, _, megabytes) = with_history(program, directory, 365)
-        print(f"replay of a year, 350,000 switches: {seconds:.1f} s, {megabytes:.0f} MB", flush=True)
+        _, (seconds, processor, megabytes) = with_history(program, directory, "year", 365)
+        print(f"replay of a year, 350,000 switches: {seconds:.1f} s ({processor:.1f} s of processor time), "
+              f"{megabytes:.0f} MB", flush=True)
 
-        month, _ = with_history(program, directory, 30)
-        long, _ = with_history(program, directory, 365 * years)
+        month, _ = with_history(program, directory, "month", 30)
+        long, _ = with_history(program, directory, "long", 365 * years)
         for command in (("segments", DAY), ("day", "show", DAY)):
             short_time, long_time = (median_times(program, store, *command) for store in (month, long))
             print(f"{' '.join(command[:-1])} DAY: {short_time:.1f} ms in a month's store, "
