@@ -1,8 +1,8 @@
 #include "Review/RunFolding.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <iterator>
-#include <numeric>
 #include <utility>
 
 namespace stintbook {
@@ -36,11 +36,11 @@ public:
         , m_questions(questions)
         , m_links(m_runs.size())
     {
-        for (Place place = 0; place < m_links.size(); ++place)
+        for (Place place = 0; place < m_links.size(); ++place) {
             m_links[place] = {.previous = place == 0 ? nowhere : place - 1,
                               .next = place + 1 == m_links.size() ? nowhere : place + 1};
-        m_toAbsorb.resize(m_runs.size());
-        std::iota(m_toAbsorb.begin(), m_toAbsorb.end(), Place{0});
+            m_toAbsorb.push_back(place);
+        }
         m_toJoin = m_toAbsorb;
     }
 
