@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Billing/BillingBook.h"
+#include "Domain/PersistenceError.h"
+#include "Store/StoreConnection.h"
+
+/// Billing settings, rates and roundings. Callers hold the transaction.
+namespace stintbook {
+
+Stored<BillingBook> readBilling(StoreConnection& connection);
+void writeSettings(StoreConnection& connection, const BillingSettings& settings);
+/// A record without any value is removed.
+void writeClientBilling(StoreConnection& connection, ClientID client, const ClientBillingDefaults& defaults);
+void writeProjectBilling(StoreConnection& connection, ProjectID project,
+                         const ProjectBillingOverrides& overrides);
+
+} // namespace stintbook

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "Domain/PersistenceError.h"
+#include "Review/ReviewedLayerMutation.h"
+#include "Store/StoreConnection.h"
+
+/// Reviewed items with their slices and dispositions, and day approvals. Callers hold the transaction.
+namespace stintbook {
+
+/// Lists of items come by start, then identifier.
+Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, const LocalDay& day);
+Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Interval overlapping);
+Stored<std::vector<ReviewedWorkItem>> readAllItems(StoreConnection& connection);
+
+Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connection, const LocalDay& day);
+/// By the day's start, then its zone.
+Stored<std::vector<ReviewedDayApproval>> readAllApprovals(StoreConnection& connection);
+std::vector<LocalDay> readReviewedDays(StoreConnection& connection,
+                                       const std::optional<Interval>& startingIn);
+
+Stored<void> applyMutation(StoreConnection& connection, const ReviewedLayerMutation& mutation);
+
+} // namespace stintbook

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <vector>
+
+#include "Domain/PersistenceError.h"
+#include "Rules/AttributionRule.h"
+#include "Store/StoreConnection.h"
+
+/// Rules with their browser-domain conditions. Callers hold the transaction.
+namespace stintbook {
+
+/// By priority, then identifier.
+Stored<std::vector<AttributionRule>> readAttributionRules(StoreConnection& connection);
+Stored<std::vector<ExclusionRule>> readExclusionRules(StoreConnection& connection);
+void replaceAttributionRules(StoreConnection& connection, const std::vector<AttributionRule>& rules);
+void replaceExclusionRules(StoreConnection& connection, const std::vector<ExclusionRule>& rules);
+
+} // namespace stintbook

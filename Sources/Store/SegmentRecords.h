@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "Capture/ActivitySegmentRepository.h"
+#include "Store/StoreConnection.h"
+
+/// Recorded segments as rows. Callers hold the transaction; errors of the database are thrown.
+namespace stintbook {
+
+/// Inserts, or replaces the segment of that identifier.
+void writeSegment(StoreConnection& connection, const ActivitySegment& segment);
+/// False when a segment of that identifier is there already.
+bool insertSegmentIfAbsent(StoreConnection& connection, const ActivitySegment& segment);
+
+/// By `segmentOrder`. The time that it takes depends on what is found, not on what is stored.
+Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, Interval overlapping);
+Stored<std::vector<ActivitySegment>> readAllSegments(StoreConnection& connection);
+/// The first recorded instant that is not before the given one.
+std::optional<Instant> readFirstRecorded(StoreConnection& connection, Instant from);
+Stored<std::optional<ActivitySegment>> readLatestSegment(StoreConnection& connection);
+std::vector<ObservedApplication> readObservedApplications(StoreConnection& connection);
+
+} // namespace stintbook

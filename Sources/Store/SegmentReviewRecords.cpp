@@ -1,0 +1,79 @@
+#include "Store/SegmentReviewRecords.h"
+
+#include "Base/Try.h"
+#include "Store/StoredFields.h"
+
+namespace stintbook {
+
+namespace {
+
+#define REVIEW_ROWS                                                                                          \
+    "SELECT segmentID, assignedClientID, assignedProjectID, assignedBillable, isIgnored, isConfirmed"        \
+    " FROM SegmentReview"
+
+using SegmentAndReview = std::pair<SegmentID, SegmentReview>;
+
+Stored<SegmentAndReview> readReview(Query& row)
+{
+    const auto id = row.take<SegmentID>();
+    SegmentReview review;
+    const auto client = row.take<std::optional<ClientID>>();
+    const auto project = row.take<std::optional<ProjectID>>();
+    const auto isBillable = row.take<std::optional<bool>>();
+    review.isIgnored = row.take<bool>();
+    review.isConfirmed = row.take<bool>();
+    if (client.has_value() != project.has_value() || client.has_value() != isBillable.has_value())
+        return unreadable(id, "review.assignment");
+    if (client)
+        review.assignment = AttributionAssignment{*client, *project, *isBillable};
+    return SegmentAndReview{id, review};
+}
+
+} // namespace
+
+Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const SegmentID> segments)
+{
+    SegmentReviews reviews;
+    for (const auto id : segments) {
+        auto row = connection.query(REVIEW_ROWS " WHERE segmentID = ?1");
+        if (row.bind(id).next())
+            reviews.insert(TRY(readReview(row)));
+    }
+    return reviews;
+}
+
+Stored<std::map<SegmentID, SegmentReview>> readAllReviews(StoreConnection& connection)
+{
+    auto rows = connection.query(REVIEW_ROWS " ORDER BY segmentID");
+    std::map<SegmentID, SegmentReview> reviews;
+    while (rows.next())
+        reviews.insert(TRY(readReview(rows)));
+    return reviews;
+}
+
+void writeReviews(StoreConnection& connection, const std::map<SegmentID, SegmentReview>& reviews)
+{
+    for (const auto& [id, review] : reviews) {
+        if (review == SegmentReview{}) {
+            connection.query("DELETE FROM SegmentReview WHERE segmentID = ?1").bind(id).run();
+            continue;
+        }
+        const auto& assignment = review.assignment;
+        connection
+            .query(
+                "INSERT INTO SegmentReview (segmentID, assignedClientID, assignedProjectID, assignedBillable,"
+                " isIgnored, isConfirmed) VALUES (?1, ?2, ?3, ?4, ?5, ?6) ON CONFLICT (segmentID) DO UPDATE "
+                "SET"
+                " assignedClientID = excluded.assignedClientID, assignedProjectID = "
+                "excluded.assignedProjectID,"
+                " assignedBillable = excluded.assignedBillable, isIgnored = excluded.isIgnored,"
+                " isConfirmed = excluded.isConfirmed")
+            .bind(id, assignment ? std::optional(assignment->clientID) : std::nullopt,
+                  assignment ? std::optional(assignment->projectID) : std::nullopt,
+                  assignment ? std::optional(assignment->isBillable) : std::nullopt, review.isIgnored,
+                  review.isConfirmed)
+            .run();
+    }
+}
+
+} // namespace stintbook

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <map>
+#include <span>
+
+#include "Domain/PersistenceError.h"
+#include "Review/SegmentReview.h"
+#include "Store/StoreConnection.h"
+
+/// The user's corrections of recorded segments. Callers hold the transaction.
+namespace stintbook {
+
+Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const SegmentID> segments);
+/// By the segment's identifier.
+Stored<std::map<SegmentID, SegmentReview>> readAllReviews(StoreConnection& connection);
+/// An empty review removes the record.
+void writeReviews(StoreConnection& connection, const std::map<SegmentID, SegmentReview>& reviews);
+
+} // namespace stintbook

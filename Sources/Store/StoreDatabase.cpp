@@ -1,0 +1,84 @@
+#include "Store/StoreDatabase.h"
+
+#include <system_error>
+
+#include <sqlite3.h>
+
+#include "Store/StoreFileInspection.h"
+#include "Store/StoreInstanceLock.h"
+#include "Store/StoreSchema.h"
+
+namespace stintbook {
+
+namespace {
+
+/// From here on a guest that leaves no running copy behind folds the log in itself.
+constexpr std::uintmax_t longLog = 4 << 20;
+
+/// A log that only guests have written to would grow until the next recording.
+void foldLongLog(const std::filesystem::path& file, StoreConnection& connection)
+{
+    std::error_code missing;
+    const auto size = std::filesystem::file_size(besideStore(file, "-wal"), missing);
+    if (missing || size < longLog || connection.isReadOnly())
+        return;
+    if (const auto lock = StoreInstanceLock::acquire(file); lock && lock->isGuarded())
+        connection.database().tryExec("PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+} // namespace
+
+StoreDatabase::Transaction::Transaction(StoreConnection& connection, const char* begin)
+    : m_connection(connection)
+    , m_isNested(sqlite3_get_autocommit(connection.handle()) == 0)
+{
+    m_connection.query(m_isNested ? "SAVEPOINT nested" : begin).run();
+}
+
+StoreDatabase::Transaction::~Transaction()
+{
+    // A failure as grave as a full disk has ended the transaction already.
+    if (m_isKept || sqlite3_get_autocommit(m_connection.handle()) != 0)
+        return;
+    m_connection.database().tryExec(m_isNested ? "ROLLBACK TO nested; RELEASE nested" : "ROLLBACK");
+}
+
+void StoreDatabase::Transaction::commit()
+{
+    m_connection.query(m_isNested ? "RELEASE nested" : "COMMIT").run();
+    m_isKept = true;
+}
+
+StoreDatabase::StoreDatabase(const StoreOpening& opening, std::unique_ptr<StoreConnection> connection)
+    : m_file(opening.file)
+    , m_role(opening.role)
+    , m_connection(std::move(connection))
+{
+}
+
+StoreDatabase::~StoreDatabase()
+{
+    if (m_role == StoreRole::guest)
+        foldLongLog(m_file, *m_connection);
+}
+
+std::shared_ptr<StoreDatabase> StoreDatabase::inMemory()
+{
+    auto connection = StoreConnection::inMemory();
+    applySchemaSteps(*connection, 0, currentSchemaVersion);
+    return std::shared_ptr<StoreDatabase>(new StoreDatabase({}, std::move(connection)));
+}
+
+Stored<std::int64_t> StoreDatabase::dataVersion()
+{
+    const std::scoped_lock lock(m_mutex);
+    try {
+        auto version = m_connection->query("PRAGMA data_version");
+        version.next();
+        return version.take<std::int64_t>();
+    } catch (const SQLite::Exception& exception) {
+        return std::unexpected(storeFailure(exception, m_connection->handle()));
+    }
+}
+
+} // namespace stintbook

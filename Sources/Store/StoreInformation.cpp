@@ -1,0 +1,61 @@
+#include "Store/StoreInformation.h"
+
+#include <system_error>
+
+#include <fmt/format.h>
+
+#include "Store/StoreFileInspection.h"
+
+namespace stintbook {
+
+namespace {
+
+std::uintmax_t sizeOf(const std::filesystem::path& file)
+{
+    std::error_code missing;
+    const auto size = std::filesystem::file_size(file, missing);
+    return missing ? 0 : size;
+}
+
+std::vector<StoreInformation::Table> tables(StoreConnection& connection)
+{
+    auto names = connection.query("SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE "
+                                  "'sqlite\\_%' ESCAPE '\\' ORDER BY name");
+    std::vector<StoreInformation::Table> tables;
+    while (names.next()) {
+        auto name = names.take<std::string>();
+        const auto count = connection.number(fmt::format("SELECT count(*) FROM \"{}\"", name));
+        tables.push_back({std::move(name), count});
+    }
+    return tables;
+}
+
+std::optional<Interval> recordedTime(StoreConnection& connection)
+{
+    auto row =
+        connection.query("SELECT (SELECT min(start) FROM ActivitySegment), max(start) FROM ActivitySegment");
+    row.next();
+    const auto first = row.take<std::optional<Instant>>();
+    const auto last = row.take<std::optional<Instant>>();
+    if (!first || !last)
+        return std::nullopt;
+    return Interval{*first, *last};
+}
+
+} // namespace
+
+Stored<StoreInformation> storeInformation(StoreDatabase& database)
+{
+    return database.read([&](StoreConnection& connection) -> Stored<StoreInformation> {
+        return StoreInformation{
+            .file = database.file(),
+            .schemaVersion = static_cast<int>(connection.number("PRAGMA user_version")),
+            .tables = tables(connection),
+            .fileSize = sizeOf(database.file()),
+            .logSize = sizeOf(besideStore(database.file(), "-wal")),
+            .recorded = recordedTime(connection),
+        };
+    });
+}
+
+} // namespace stintbook

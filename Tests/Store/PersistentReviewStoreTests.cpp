@@ -1,0 +1,406 @@
+#include <gmock/gmock.h>
+
+#include "Export/ExportDocumentModel.h"
+#include "StoreSamples.h"
+
+namespace stintbook {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const auto client = numbered<ClientID>(1);
+const auto project = numbered<ProjectID>(1);
+
+ExportSnapshot sampleSnapshot(std::uint32_t index)
+{
+    const auto line = [](const char* name, std::optional<Decimal> rate, std::optional<Decimal> amount) {
+        return ExportLine{.dayID = "2026-11-20@Europe/Berlin",
+                          .dayStart = sampleDay.start,
+                          .timeZoneIdentifier = sampleDay.timeZoneIdentifier,
+                          .start = sampleDay.start,
+                          .end = sampleDay.start + Seconds{901},
+                          .clientName = name,
+                          .projectName = "Website",
+                          .actualSeconds = 901,
+                          .billedSeconds = 1080,
+                          .hourlyRate = rate,
+                          .amount = amount,
+                          .currencyCode = "EUR",
+                          .rounding = RoundingPolicy::nearestSixMinutes};
+    };
+    ExportSnapshot snapshot{.id = numbered<ExportSnapshotID>(index + 1),
+                            .createdAt = {1795190000.5 + index},
+                            .format = ExportFormat::timesheetPDF,
+                            .mode = ExportMode::detailed,
+                            .rangeStart = sampleDay,
+                            .rangeEnd = sampleDay,
+                            .clientFilterID = client,
+                            .clientFilterName = "Müller"};
+    snapshot.fields.includesDate = true;
+    snapshot.fields.includesBillableState = true;
+    snapshot.lines = {line("B", Decimal::parse("87.5"), Decimal::parse("26.25")),
+                      line("A", Decimal::parse("0.1"), Decimal::parse("0.03")), line("C", {}, {})};
+    snapshot.lines[0].description = "Offer, \"urgent\"\n🙂";
+    snapshot.lines[2].isBillable = false;
+    snapshot.days = {
+        {"2026-11-20@Europe/Berlin", sampleDay.start, sampleDay.timeZoneIdentifier, std::string(64, 'a')}};
+    snapshot.totals = totals(snapshot.lines, BillingCurrency::fromText("EUR"));
+    return snapshot;
+}
+
+struct ReviewStore : testing::Test {
+    std::shared_ptr<StoreDatabase> database = StoreDatabase::inMemory();
+    PersistentReviewStore store{database};
+
+    ReviewStore()
+    {
+        EXPECT_TRUE(store.saveClient({client, "Müller & Co"}));
+        EXPECT_TRUE(store.saveProject({project, client, "Website"}));
+    }
+
+    template <typename Refusal, typename Result> static bool isRefusedWith(const Result& result)
+    {
+        return !result && std::holds_alternative<Refusal>(result.error());
+    }
+};
+
+TEST_F(ReviewStore, ListsClientsAndProjectsInTheOrderOfTheirCreation)
+{
+    const Client second{numbered<ClientID>(0), "Zoë", true, ClientColor::fromText("1a2b3c")};
+    ASSERT_TRUE(store.saveClient(second));
+    ASSERT_TRUE(store.saveProject({numbered<ProjectID>(0), client, "Afterwards", false, true}));
+    ASSERT_TRUE(store.saveClient({client, "Renamed", false, ClientColor::fromText("#ffffff")}));
+    ASSERT_TRUE(store.saveClient({client, "Renamed"}));
+    EXPECT_THAT(*store.clients(), ElementsAre(Client{client, "Renamed"}, second));
+    EXPECT_THAT(*store.projects(),
+                ElementsAre(Project{project, client, "Website"},
+                            Project{numbered<ProjectID>(0), client, "Afterwards", false, true}));
+}
+
+TEST_F(ReviewStore, RefusesEditsOfTheClientListWithoutSavingAnything)
+{
+    ASSERT_TRUE(store.saveClient({numbered<ClientID>(2), "Archived", true}));
+    const auto clients = *store.clients();
+    const auto projects = *store.projects();
+    EXPECT_TRUE(isRefusedWith<BlankNameRefused>(store.saveClient({numbered<ClientID>(3), " \n"})));
+    EXPECT_TRUE(isRefusedWith<BlankNameRefused>(store.saveProject({project, client, ""})));
+    EXPECT_TRUE(isRefusedWith<ProjectOwnershipRefused>(
+        store.saveProject({project, numbered<ClientID>(2), "Website"})));
+    EXPECT_TRUE(isRefusedWith<ArchivedClientRefused>(
+        store.saveProject({numbered<ProjectID>(2), numbered<ClientID>(2), "New"})));
+    EXPECT_TRUE(isRefusedWith<ArchivedClientRefused>(
+        store.saveProject({numbered<ProjectID>(2), numbered<ClientID>(99), "Nobody's"})));
+    EXPECT_EQ(*store.clients(), clients);
+    EXPECT_EQ(*store.projects(), projects);
+}
+
+TEST_F(ReviewStore, CountsWhatNamesAClientAndRefusesToDeleteIt)
+{
+    ASSERT_TRUE(store.replaceAttributionRules({{.id = numbered<RuleID>(1),
+                                                .match = {.titleContains = "x"},
+                                                .clientID = client,
+                                                .projectID = project}}));
+    const auto refused = store.deleteClient(client);
+    ASSERT_TRUE(isRefusedWith<ClientDeletionRefused>(refused));
+    EXPECT_EQ(std::get<ClientDeletionRefused>(refused.error()),
+              (ClientDeletionRefused{{.rules = 1}, "Müller & Co"}));
+
+    ASSERT_TRUE(store.apply(
+        {.upserts = {sampleItem(0), sampleItem(1)},
+         .reviewUpserts = {{numbered<SegmentID>(7), {AttributionAssignment{client, project, true}}},
+                           {numbered<SegmentID>(8), {.isIgnored = true}}}}));
+    ASSERT_TRUE(store.append(sampleSnapshot(0)));
+    const auto census = *store.referenceCensus();
+    EXPECT_EQ(census.byClient.at(client), (ClientReferences{1, 2, 1, 1}));
+    EXPECT_EQ(census.byProject.at(project), (ClientReferences{1, 2, 1, 0}));
+    EXPECT_TRUE(isRefusedWith<ClientDeletionRefused>(store.deleteProject(project)));
+    EXPECT_EQ(store.clients()->size(), 1U);
+}
+
+TEST_F(ReviewStore, DeletesAnUnusedClientWithItsProjectsAndBilling)
+{
+    ASSERT_TRUE(store.saveClient({client, "Müller & Co", false, ClientColor::fromText("#000000")}));
+    ASSERT_TRUE(store.saveClientBilling(client, {Decimal(10), std::nullopt}));
+    ASSERT_TRUE(store.saveProjectBilling(project, {std::nullopt, RoundingPolicy::exact}));
+    ASSERT_TRUE(store.deleteClient(client));
+    for (const auto* table : {"Client", "ClientAppearance", "ClientBilling", "Project", "ProjectBilling"})
+        EXPECT_EQ(number(*database, std::string("SELECT count(*) FROM ") + table), 0) << table;
+}
+
+TEST_F(ReviewStore, KeepsAClientWhoseProjectIsNamedAlone)
+{
+    auto snapshot = sampleSnapshot(0);
+    snapshot.clientFilterID.reset();
+    snapshot.projectFilterID = project;
+    ASSERT_TRUE(store.append(snapshot));
+    const auto refused = store.deleteClient(client);
+    ASSERT_TRUE(isRefusedWith<ClientDeletionRefused>(refused));
+    EXPECT_EQ(std::get<ClientDeletionRefused>(refused.error()).references, (ClientReferences{.exports = 1}));
+}
+
+TEST_F(ReviewStore, ReplacesTheRulesOfAKindAsAWhole)
+{
+    const auto domain = BrowserDomain::fromText("example.org");
+    const AttributionRule last{
+        numbered<RuleID>(1), false, 5, {"org.example.Editor", domain, "É\0x"}, client, project, false};
+    const AttributionRule first{
+        numbered<RuleID>(2), true, -1, {std::nullopt, domain, std::nullopt}, client, project, {}};
+    const AttributionRule tied{numbered<RuleID>(3), true, 5, {.titleContains = "t"}, client, project, true};
+    const ExclusionRule exclusion{numbered<RuleID>(4), true, 0, {std::nullopt, domain, std::nullopt}};
+    ASSERT_TRUE(store.replaceAttributionRules({tied, last, first}));
+    ASSERT_TRUE(store.replaceExclusionRules({exclusion}));
+    EXPECT_THAT(*store.attributionRules(), ElementsAre(first, last, tied));
+
+    ASSERT_TRUE(store.replaceAttributionRules({tied}));
+    EXPECT_THAT(*store.attributionRules(), ElementsAre(tied));
+    EXPECT_THAT(*store.exclusionRules(), ElementsAre(exclusion));
+    EXPECT_EQ(number(*database, "SELECT count(*) FROM RuleBrowserDomain"), 1);
+}
+
+TEST_F(ReviewStore, KeepsReviewsUntilTheyAreEmpty)
+{
+    const auto one = numbered<SegmentID>(1);
+    const auto two = numbered<SegmentID>(2);
+    const SegmentReview review{AttributionAssignment{client, project, false}, true, true};
+    ASSERT_TRUE(store.saveReviews({{one, review}, {two, {.isConfirmed = true}}}));
+    EXPECT_EQ(*store.reviews(std::vector{one, two, numbered<SegmentID>(3)}),
+              (SegmentReviews{{one, review}, {two, {.isConfirmed = true}}}));
+    ASSERT_TRUE(store.saveReviews({{one, {}}, {two, review}}));
+    EXPECT_EQ(*store.reviews(std::vector{one, two}), (SegmentReviews{{two, review}}));
+}
+
+TEST_F(ReviewStore, AppliesAMutationAsAWhole)
+{
+    auto changed = sampleItem(1);
+    changed.description = "Call, \"offer\"";
+    changed.disposition = ReviewedItemDisposition::ignored;
+    changed.assignment.isBillable = false;
+    auto manual = sampleItem(2);
+    manual.origin = ReviewedItemOrigin::manual;
+    manual.slices.clear();
+    auto twoSlices = sampleItem(3);
+    twoSlices.slices = {{numbered<SegmentID>(50), twoSlices.start, twoSlices.start + Seconds{20}},
+                        {numbered<SegmentID>(51), twoSlices.start + Seconds{20}, twoSlices.end}};
+    const ReviewedDayApproval approval{sampleDay, {std::string(64, 'f')}, {1795190000.25}};
+
+    ASSERT_TRUE(store.apply({.upserts = {sampleItem(0), sampleItem(1)}}));
+    ASSERT_TRUE(store.apply({.upserts = {twoSlices, manual, changed},
+                             .deletions = {sampleItem(0).id},
+                             .reviewUpserts = {{numbered<SegmentID>(1), {.isConfirmed = true}}},
+                             .approval = approval}));
+    EXPECT_THAT(*store.items(sampleDay), ElementsAre(changed, manual, twoSlices));
+    EXPECT_THAT(*store.items({changed.end, manual.end}), ElementsAre(manual));
+    EXPECT_EQ(*store.approval(sampleDay), approval);
+    EXPECT_EQ(store.reviews(std::vector{numbered<SegmentID>(1)})->size(), 1U);
+    EXPECT_EQ(number(*database, "SELECT count(*) FROM ReviewedSourceSlice"), 3);
+}
+
+TEST_F(ReviewStore, RefusesAMutationWithAnInconsistentItem)
+{
+    auto broken = sampleItem(1);
+    broken.slices.clear();
+    ASSERT_TRUE(store.apply({.upserts = {sampleItem(0)}}));
+    const auto refused = store.apply({.upserts = {sampleItem(2), broken}, .deletions = {sampleItem(0).id}});
+    ASSERT_FALSE(refused);
+    EXPECT_TRUE(message(refused.error()).contains("observedItemHasNoSlices"));
+    EXPECT_THAT(*store.items(sampleDay), ElementsAre(sampleItem(0)));
+}
+
+TEST_F(ReviewStore, ListsDaysThatHaveItemsOrAnApproval)
+{
+    const LocalDay elsewhere{sampleDay.start, "Europe/Paris"};
+    const LocalDay next{sampleDay.start + Seconds{86400}, "Europe/Berlin"};
+    ASSERT_TRUE(store.apply(
+        {.upserts = {sampleItem(0), sampleItem(1)}, .approval = ReviewedDayApproval{next, {"r"}, {}}}));
+    ASSERT_TRUE(store.apply({.approval = ReviewedDayApproval{elsewhere, {"r"}, {}}}));
+    EXPECT_THAT(*store.reviewedDays({}), ElementsAre(sampleDay, elsewhere, next));
+    EXPECT_THAT(*store.reviewedDays(Interval{sampleDay.start, next.start}),
+                ElementsAre(sampleDay, elsewhere));
+    EXPECT_THAT(*store.reviewedDays(Interval{next.start, next.start}), IsEmpty());
+    EXPECT_EQ(store.approval(elsewhere)->value().day, elsewhere);
+    EXPECT_THAT(*store.items(elsewhere), IsEmpty());
+}
+
+TEST_F(ReviewStore, KeepsBillingExactly)
+{
+    const auto rate = Decimal::parse("0.12345678901234567890123456789012345678");
+    ASSERT_TRUE(rate);
+    const BillingSettings settings{BillingCurrency::fromText("EUR"), RoundingPolicy::upToNextSixMinutes};
+    EXPECT_EQ(store.billing()->settings, BillingSettings{});
+    ASSERT_TRUE(store.saveSettings(settings));
+    ASSERT_TRUE(store.saveClientBilling(client, {rate, RoundingPolicy::exact}));
+    ASSERT_TRUE(store.saveProjectBilling(project, {Decimal(0), std::nullopt}));
+    auto book = *store.billing();
+    EXPECT_EQ(book.settings, settings);
+    EXPECT_EQ(book.clients,
+              (std::map<ClientID, ClientBillingDefaults>{{client, {rate, RoundingPolicy::exact}}}));
+    EXPECT_EQ(book.projects,
+              (std::map<ProjectID, ProjectBillingOverrides>{{project, {Decimal(0), std::nullopt}}}));
+
+    ASSERT_TRUE(store.saveClientBilling(client, {}));
+    ASSERT_TRUE(store.saveSettings({std::nullopt, RoundingPolicy::exact}));
+    book = *store.billing();
+    EXPECT_TRUE(book.clients.empty());
+    EXPECT_EQ(book.settings, (BillingSettings{std::nullopt, RoundingPolicy::exact}));
+}
+
+TEST_F(ReviewStore, KeepsSnapshotsInTheOrderOfTheirLinesAndNeverOverwritesOne)
+{
+    const auto snapshot = sampleSnapshot(0);
+    const auto newer = sampleSnapshot(1);
+    ASSERT_TRUE(store.append(newer));
+    ASSERT_TRUE(store.append(snapshot));
+    EXPECT_THAT(*store.snapshots(), ElementsAre(newer, snapshot));
+    EXPECT_EQ(*store.snapshot(snapshot.id), snapshot);
+    EXPECT_EQ(*store.snapshot(numbered<ExportSnapshotID>(99)), std::nullopt);
+
+    auto again = snapshot;
+    again.lines.pop_back();
+    const auto refused = store.append(again);
+    ASSERT_TRUE(isRefusedWith<ExportStoreProblem>(refused));
+    EXPECT_EQ(std::get<ExportStoreProblem>(refused.error()).snapshotIdentityAlreadyExists, snapshot.id);
+    EXPECT_EQ(*store.snapshot(snapshot.id), snapshot);
+}
+
+TEST_F(ReviewStore, TellsTheRevisionThatTheLatestExportOfADayHad)
+{
+    auto older = sampleSnapshot(0);
+    auto newer = sampleSnapshot(1);
+    newer.days[0].revision = std::string(64, 'b');
+    older.days.push_back({"2026-11-19@Europe/Berlin", {}, "Europe/Berlin", std::string(64, 'c')});
+    ASSERT_TRUE(store.append(newer));
+    ASSERT_TRUE(store.append(older));
+    const auto days = *store.exportedDays();
+    ASSERT_EQ(days.size(), 2U);
+    EXPECT_EQ(days[0].dayID + days[0].revision, "2026-11-19@Europe/Berlin" + std::string(64, 'c'));
+    EXPECT_EQ(days[1].dayID + days[1].revision, "2026-11-20@Europe/Berlin" + std::string(64, 'b'));
+}
+
+TEST_F(ReviewStore, CreatesAFirstContextWholeOrNotAtAll)
+{
+    using Kind = FirstWorkContextProblem::Kind;
+    const auto refusal = [&](const FirstWorkContext& context) {
+        const auto created = store.create(context);
+        return std::get<FirstWorkContextProblem>(created.error());
+    };
+    const FirstWorkContext context{{numbered<ClientID>(9), "New"},
+                                   {numbered<ProjectID>(9), numbered<ClientID>(9), "First"},
+                                   ClientBillingDefaults{Decimal(80), std::nullopt}};
+    auto changed = context;
+    changed.project.clientID = client;
+    EXPECT_EQ(refusal(changed).kind, Kind::projectNotOwnedByNewClient);
+    changed = context;
+    changed.project.name = " ";
+    EXPECT_EQ(refusal(changed).field, "project name");
+    changed = context;
+    changed.clientBilling->hourlyRate = Decimal(-1);
+    EXPECT_EQ(refusal(changed).field, "hourly rate");
+    changed = context;
+    changed.client.id = client;
+    changed.project.clientID = client;
+    EXPECT_EQ(refusal(changed).field, "client identifier");
+    EXPECT_EQ(store.clients()->size(), 1U);
+
+    ASSERT_TRUE(store.create(context));
+    EXPECT_EQ(store.clients()->back(), context.client);
+    EXPECT_EQ(store.projects()->back(), context.project);
+    EXPECT_EQ(store.billing()->clients.at(context.client.id), *context.clientBilling);
+}
+
+/// A store with every kind of record.
+struct FilledStore {
+    std::shared_ptr<StoreDatabase> database = StoreDatabase::inMemory();
+    PersistentActivitySegmentRepository recorded{database};
+    PersistentReviewStore store{database};
+
+    FilledStore()
+    {
+        const auto domain = BrowserDomain::fromText("example.org");
+        auto segment = sampleSegment(0);
+        segment.browserDomain = domain;
+        EXPECT_TRUE(recorded.save({{segment}}));
+        EXPECT_TRUE(
+            store.apply({.upserts = {sampleItem(0)},
+                         .reviewUpserts = {{segment.id, {AttributionAssignment{client, project, true}}}},
+                         .approval = ReviewedDayApproval{sampleDay, {"r"}, {}}}));
+        EXPECT_TRUE(store.saveClient({client, "Müller & Co", false, ClientColor::fromText("#000000")}));
+        EXPECT_TRUE(store.saveSettings({BillingCurrency::fromText("EUR"), RoundingPolicy::exact}));
+        EXPECT_TRUE(store.saveClientBilling(client, {Decimal(1), RoundingPolicy::exact}));
+        EXPECT_TRUE(store.saveProjectBilling(project, {Decimal(1), RoundingPolicy::exact}));
+        EXPECT_TRUE(store.append(sampleSnapshot(0)));
+        EXPECT_TRUE(store.replaceAttributionRules(
+            {{numbered<RuleID>(1), true, 0, {"a", domain, "t"}, client, project, {}}}));
+        EXPECT_TRUE(store.replaceExclusionRules({{numbered<RuleID>(2), true, 0, {.titleContains = "t"}}}));
+    }
+
+    /// The fields that stop reads, one after the other.
+    std::string unreadableFields() const
+    {
+        return field(recorded.segments(allTime)) + field(store.items(allTime))
+            + field(store.approval(sampleDay)) + field(store.reviews(std::vector{sampleSegment(0).id}))
+            + field(store.clients()) + field(store.billing()) + field(store.snapshots())
+            + field(store.attributionRules()) + field(store.exclusionRules());
+    }
+
+private:
+    template <typename T> static std::string field(const Stored<T>& read)
+    {
+        if (read || !std::holds_alternative<UnreadableRecord>(read.error()))
+            return "";
+        return std::get<UnreadableRecord>(read.error()).field;
+    }
+};
+
+TEST(UnreadableRecords, StopTheReadAndNameTheField)
+{
+    EXPECT_EQ(FilledStore().unreadableFields(), "");
+
+    struct Damage {
+        const char* change;
+        const char* field;
+    };
+    for (const auto& [change, field] : std::initializer_list<Damage>{
+             {"ActivitySegment SET kindRaw = 'Work'", "segment.kind"},
+             {"ActivitySegment SET gapReasonRaw = 'lunch'", "segment.gapReason"},
+             {"ActivitySegment SET gapReasonRaw = 'systemSleep'", "segment.gapReason"},
+             {"ActivitySegment SET contextKindRaw = 'tab'", "segment.context"},
+             {"ActivitySegment SET contextTitle = NULL", "segment.context"},
+             {"ActivitySegment SET bundleIdentifier = NULL", "segment.application"},
+             {"ActivitySegment SET evidenceRaw = ''", "segment.evidence"},
+             {"ActivitySegment SET originRaw = 'x'", "segment.origin"},
+             {"ActivitySegment SET utcOffsetSeconds = 100000", "segment.timeZone"},
+             {"SegmentBrowserDomain SET host = 'a b'", "segment.browserDomain"},
+             {"ReviewedWorkItem SET originRaw = 'x'", "reviewedItem.origin"},
+             {"ReviewedWorkItem SET dayTimeZoneIdentifier = 'Mars/Base'", "reviewedItem.dayTimeZone"},
+             {"ReviewedDisposition SET dispositionRaw = 'x'", "reviewedDisposition"},
+             {"DayReviewApproval SET dayID = 'x'", "dayApproval.dayID"},
+             {"SegmentReview SET assignedProjectID = NULL", "review.assignment"},
+             {"ClientAppearance SET colorHex = 'blue'", "client.color"},
+             {"BillingSettings SET currencyCode = 'EURO'", "billingSettings.currency"},
+             {"BillingRounding SET roundingRaw = 'x'", "billingSettings.rounding"},
+             {"ClientBilling SET hourlyRate = '-1'", "clientBilling.hourlyRate"},
+             {"ClientBilling SET hourlyRate = '1,5'", "clientBilling.hourlyRate"},
+             {"ClientBilling SET roundingRaw = 'nearest'", "clientBilling.rounding"},
+             {"ProjectBilling SET hourlyRate = 'x'", "projectBilling.hourlyRate"},
+             {"ProjectBilling SET roundingRaw = 'x'", "projectBilling.rounding"},
+             {"ExportSnapshot SET formatRaw = 'csv'", "exportSnapshot.format"},
+             {"ExportSnapshot SET modeRaw = 'x'", "exportSnapshot.mode"},
+             {"ExportSnapshot SET rangeEndTimeZoneIdentifier = 'x'", "exportSnapshot.rangeEnd"},
+             {"ExportSnapshot SET totalsBillableSeconds = '-3'", "exportSnapshot.totals"},
+             {"ExportSnapshot SET totalsAmount = 'x'", "exportSnapshot.totalsAmount"},
+             {"ExportLine SET billedSeconds = 'x'", "exportLine.duration"},
+             {"ExportLine SET hourlyRate = 'x'", "exportLine.hourlyRate"},
+             {"ExportLine SET amount = 'x'", "exportLine.amount"},
+             {"ExportLine SET roundingRaw = 'x'", "exportLine.rounding"},
+             {"RuleBrowserDomain SET host = 'a..b'", "rule.browserDomain"},
+             {"ExclusionRule SET titleContains = NULL", "exclusionRule.match"},
+         }) {
+        const FilledStore filled;
+        execute(*filled.database, std::string("UPDATE ") + change);
+        EXPECT_EQ(filled.unreadableFields(), field) << change;
+    }
+}
+
+} // namespace
+} // namespace stintbook

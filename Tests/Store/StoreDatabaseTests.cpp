@@ -1,0 +1,312 @@
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "Store/StoreInformation.h"
+#include "Store/StoreInstanceLock.h"
+#include "Store/StoreSchema.h"
+#include "StoreSamples.h"
+
+namespace stintbook {
+namespace {
+
+using testing::HasSubstr;
+
+unsigned permissions(const std::filesystem::path& file)
+{
+    return static_cast<unsigned>(std::filesystem::status(file).permissions());
+}
+
+TEST(StoreDatabase, CreatesAPrivateStoreOfTheCurrentVersion)
+{
+    const SampleStore store;
+    const auto database = store.open();
+    EXPECT_EQ(number(*database, "PRAGMA user_version"), 9);
+    EXPECT_EQ(number(*database, "PRAGMA application_id"), storeApplicationID);
+    EXPECT_EQ(number(*database, "PRAGMA auto_vacuum"), 2);
+    EXPECT_EQ(number(*database, "PRAGMA secure_delete"), 1);
+    EXPECT_EQ(number(*database, "PRAGMA synchronous"), 2);
+    EXPECT_EQ(number(*database, "PRAGMA foreign_keys"), 1);
+    ASSERT_TRUE(PersistentActivitySegmentRepository(database).save(sampleSegments(0, 1)));
+    for (const auto* suffix : {"", "-wal", "-shm"})
+        EXPECT_EQ(permissions(store.file.string() + suffix), 0600U) << suffix;
+}
+
+TEST(StoreDatabase, KeepsWhatAGuestWroteBesideTheOwner)
+{
+    const SampleStore store;
+    const auto owner = store.open();
+    const auto version = *owner->dataVersion();
+    {
+        PersistentActivitySegmentRepository guest(store.open(StoreRole::guest));
+        ASSERT_TRUE(guest.save(sampleSegments(0, 3)));
+    }
+    EXPECT_NE(*owner->dataVersion(), version);
+    const auto seen = *owner->dataVersion();
+    ASSERT_TRUE(PersistentActivitySegmentRepository(owner).save(sampleSegments(3, 1)));
+    EXPECT_EQ(*owner->dataVersion(), seen);
+    EXPECT_EQ(*PersistentActivitySegmentRepository(owner).segments(allTime), sampleSegments(0, 4));
+}
+
+TEST(StoreDatabase, AGuestLeavesTheLogToTheOwner)
+{
+    const SampleStore store;
+    store.open();
+    const auto before = contentsOf(store.file);
+    ASSERT_TRUE(PersistentActivitySegmentRepository(store.open(StoreRole::guest)).save(sampleSegments(0, 3)));
+    EXPECT_EQ(contentsOf(store.file), before);
+    EXPECT_GT(std::filesystem::file_size(store.file.string() + "-wal"), 0U);
+
+    store.open();
+    EXPECT_NE(contentsOf(store.file), before);
+    EXPECT_FALSE(std::filesystem::exists(store.file.string() + "-wal"));
+}
+
+TEST(StoreDatabase, AGuestFoldsInALongLogWhenNobodyElseWill)
+{
+    const SampleStore store;
+    store.open();
+    const auto writeALot = [&] {
+        PersistentActivitySegmentRepository guest(store.open(StoreRole::guest));
+        ASSERT_TRUE(guest.save(sampleSegments(0, 20'000)));
+    };
+    {
+        const auto lock = StoreInstanceLock::acquire(store.file);
+        writeALot();
+        EXPECT_GT(std::filesystem::file_size(store.file.string() + "-wal"), 4U << 20U);
+    }
+    writeALot();
+    EXPECT_EQ(std::filesystem::file_size(store.file.string() + "-wal"), 0U);
+}
+
+TEST(StoreDatabase, RollsBackWorkThatEndsInARefusal)
+{
+    const auto database = StoreDatabase::inMemory();
+    const auto refused = database->write([](StoreConnection& connection) -> Stored<void> {
+        connection.execute("INSERT INTO BillingSettings VALUES ('billing-settings', 'EUR')");
+        return std::unexpected(StoreFailure{"no"});
+    });
+    EXPECT_FALSE(refused);
+    EXPECT_EQ(number(*database, "SELECT count(*) FROM BillingSettings"), 0);
+}
+
+TEST(StoreDatabase, SaysThatAnotherProgramIsWriting)
+{
+    const SampleStore store;
+    const auto one = store.open();
+    const auto other = store.open(StoreRole::guest);
+    ASSERT_TRUE(other->read([](StoreConnection& connection) -> Stored<void> {
+        connection.execute("PRAGMA busy_timeout = 0");
+        return {};
+    }));
+    ASSERT_TRUE(one->write([&](StoreConnection&) -> Stored<void> {
+        const auto saved = PersistentActivitySegmentRepository(other).save(sampleSegments(0, 1));
+        EXPECT_FALSE(saved);
+        EXPECT_THAT(message(saved.error()), HasSubstr("Another program is using the store"));
+        return {};
+    }));
+}
+
+TEST(StoreDatabase, TellsWhatItHolds)
+{
+    const SampleStore store;
+    const auto database = store.open();
+    ASSERT_TRUE(PersistentActivitySegmentRepository(database).save(sampleSegments(5, 3)));
+    const auto information = *storeInformation(*database);
+    EXPECT_EQ(information.file, store.file);
+    EXPECT_EQ(information.schemaVersion, 9);
+    EXPECT_EQ(information.tables.size(), 20U);
+    EXPECT_EQ(information.tables.front().name, "ActivitySegment");
+    EXPECT_EQ(information.tables.front().recordCount, 3);
+    EXPECT_GT(information.fileSize, 0U);
+    EXPECT_GT(information.logSize, 0U);
+    EXPECT_EQ(information.recorded, (Interval{sampleSegment(5).start, sampleSegment(7).start}));
+}
+
+/// Opening is refused in either role, and nothing in the directory changes.
+void expectRefusal(const SampleStore& store, const std::string& sentence)
+{
+    const auto before = filesIn(store.directory.path());
+    for (const auto role : {StoreRole::guest, StoreRole::owner}) {
+        EXPECT_THAT(store.refusal(role), HasSubstr(sentence));
+        EXPECT_EQ(filesIn(store.directory.path()), before) << sentence;
+    }
+}
+
+struct StoreRefusal : testing::Test {
+    SampleStore store;
+
+    /// A store with a segment, closed so that its file holds everything.
+    StoreRefusal()
+    {
+        EXPECT_TRUE(PersistentActivitySegmentRepository(store.open()).save(sampleSegments(0, 500)));
+    }
+
+    void overwrite(std::size_t offset, std::string_view bytes) const
+    {
+        writeFile(store.file, contentsOf(store.file).replace(offset, bytes.size(), bytes));
+    }
+};
+
+TEST_F(StoreRefusal, LeavesAStoreOfANewerVersion)
+{
+    overwrite(60, std::string_view("\0\0\0\x0a", 4));
+    expectRefusal(store, "was written by a newer version of Velloran");
+}
+
+TEST_F(StoreRefusal, LeavesAForeignFile)
+{
+    overwrite(68, "XYZW");
+    expectRefusal(store, "is not a Velloran store");
+    writeFile(store.file, "Dear diary, today I did not write a database.");
+    expectRefusal(store, "is not a Velloran store");
+    writeFile(store.file, "");
+    expectRefusal(store, "is empty and not a Velloran store");
+    std::filesystem::remove(store.file);
+    std::filesystem::create_directory(store.file);
+    expectRefusal(store, "is not a Velloran store");
+}
+
+TEST_F(StoreRefusal, LeavesAStoreThatIsCutShort)
+{
+    const auto whole = contentsOf(store.file);
+    for (const auto size :
+         {std::size_t{20}, std::size_t{99}, std::size_t{4096}, whole.size() / 2, whole.size() - 1}) {
+        writeFile(store.file, whole.substr(0, size));
+        expectRefusal(store, "is cut short");
+    }
+}
+
+TEST_F(StoreRefusal, NoticesMissingPagesBehindALogToo)
+{
+    ASSERT_TRUE(
+        PersistentActivitySegmentRepository(store.open(StoreRole::guest)).save(sampleSegments(500, 1)));
+    const auto whole = contentsOf(store.file);
+    writeFile(store.file, whole.substr(0, 8192));
+    expectRefusal(store, "is cut short");
+}
+
+TEST_F(StoreRefusal, LeavesADamagedStore)
+{
+    const auto whole = contentsOf(store.file);
+    overwrite(16, "\x11\x11");
+    expectRefusal(store, "is damaged");
+    writeFile(store.file, whole);
+    overwrite(56, std::string_view("\0\0\0\x02", 4));
+    expectRefusal(store, "is damaged");
+    writeFile(store.file, whole);
+    overwrite(100, std::string(200, '\xee'));
+    expectRefusal(store, "is damaged");
+}
+
+TEST_F(StoreRefusal, LeavesAStoreWithOtherTables)
+{
+    const auto whole = contentsOf(store.file);
+    for (const auto* change : {"CREATE TABLE Other (id INTEGER)", "DROP TABLE ClientAppearance",
+                               "ALTER TABLE Client ADD COLUMN mood TEXT", "DROP INDEX ActivitySegmentByStart",
+                               "CREATE TRIGGER Spy AFTER INSERT ON Client BEGIN DELETE FROM Client; END"}) {
+        writeFile(store.file, whole);
+        {
+            SQLite::Database database(store.file.string(), SQLite::OPEN_READWRITE);
+            database.exec(change);
+        }
+        expectRefusal(store, "are not those that its version has");
+    }
+}
+
+/// Runs `work` in another process as a user who owns nothing here; answers whether it was true.
+template <typename Work> bool asAnotherUser(Work work)
+{
+    const auto child = fork();
+    if (child == 0) {
+        constexpr unsigned nobody = 65534;
+        if (geteuid() == 0
+            && (setresgid(nobody, nobody, nobody) != 0 || setresuid(nobody, nobody, nobody) != 0))
+            _exit(2);
+        _exit(work() ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+TEST_F(StoreRefusal, ReadsButDoesNotWriteInAReadOnlyDirectory)
+{
+    chmod(store.file.c_str(), 0444);
+    chmod(store.directory.path().c_str(), 0555);
+    const auto before = filesIn(store.directory.path());
+    EXPECT_TRUE(asAnotherUser([&] {
+        const auto guest = StoreDatabase::open({.file = store.file, .role = StoreRole::guest});
+        if (!guest || !(*guest)->isReadOnly())
+            return false;
+        PersistentActivitySegmentRepository repository(*guest);
+        const auto saved = repository.save(sampleSegments(0, 1));
+        return repository.segments(allTime)->size() == 500 && !saved
+            && message(saved.error()) == "The store cannot be written to.";
+    }));
+    EXPECT_TRUE(
+        asAnotherUser([&] { return store.refusal().contains("cannot be written to: Permission denied"); }));
+    EXPECT_EQ(filesIn(store.directory.path()), before);
+    chmod(store.directory.path().c_str(), 0755);
+}
+
+TEST_F(StoreRefusal, SaysWhenItMayNotReadOrCreateTheFile)
+{
+    chmod(store.directory.path().c_str(), 0555);
+    chmod(store.file.c_str(), 0000);
+    EXPECT_TRUE(
+        asAnotherUser([&] { return store.refusal().contains("could not be read: Permission denied"); }));
+    EXPECT_TRUE(asAnotherUser([&] {
+        const auto created =
+            StoreDatabase::open({.file = store.directory / "New.store", .role = StoreRole::guest});
+        return !created && message(created.error()).contains("cannot be written to: Permission denied");
+    }));
+    chmod(store.directory.path().c_str(), 0755);
+}
+
+TEST(StoreDatabaseThreads, BothStoresWriteAtTheSameTimeOverOneConnection)
+{
+    const SampleStore store;
+    const auto database = store.open();
+    {
+        const std::jthread capture([&] {
+            PersistentActivitySegmentRepository segments(database);
+            for (std::uint32_t minute = 0; minute < 200; ++minute)
+                EXPECT_TRUE(segments.save({{sampleSegment(minute)}}));
+        });
+        const std::jthread review([&] {
+            PersistentReviewStore reviews(database);
+            for (std::uint32_t minute = 0; minute < 200; ++minute)
+                EXPECT_TRUE(reviews.apply({.upserts = {sampleItem(minute)}}));
+        });
+        const std::jthread guest([&] {
+            PersistentReviewStore other(store.open(StoreRole::guest));
+            for (std::uint32_t index = 0; index < 50; ++index)
+                EXPECT_TRUE(other.saveReviews({{numbered<SegmentID>(index), {.isIgnored = true}}}));
+        });
+    }
+    EXPECT_EQ(number(*database, "SELECT count(*) FROM ActivitySegment"), 200);
+    EXPECT_EQ(number(*database, "SELECT count(*) FROM ReviewedSourceSlice"), 200);
+    EXPECT_EQ(number(*database, "SELECT count(*) FROM SegmentReview"), 50);
+    EXPECT_TRUE(isSound(*database));
+}
+
+TEST(StoreDatabaseThreads, GuestsThatStartTogetherCreateOneStore)
+{
+    const SampleStore store;
+    {
+        std::vector<std::jthread> guests;
+        for (std::uint32_t index = 0; index < 6; ++index)
+            guests.emplace_back([&, index] {
+                PersistentReviewStore guest(store.open(StoreRole::guest));
+                EXPECT_TRUE(guest.saveClient({numbered<ClientID>(index), "Client"}));
+            });
+    }
+    EXPECT_EQ(PersistentReviewStore(store.open()).clients()->size(), 6U);
+}
+
+} // namespace
+} // namespace stintbook
