@@ -73,11 +73,10 @@ icu::UnicodeString withoutNonspacingMarks(icu::UnicodeString text)
     char16_t* const units = text.getBuffer(size);
     int32_t kept = 0;
     for (int32_t i = 0; i < size;) {
-        const int32_t begin = i;
         UChar32 character = 0;
         U16_NEXT(units, i, size, character);
         if (character < firstMark || u_charType(character) != U_NON_SPACING_MARK)
-            kept = static_cast<int32_t>(std::copy(units + begin, units + i, units + kept) - units);
+            U16_APPEND_UNSAFE(units, kept, character);
     }
     text.releaseBuffer(kept);
     return text;

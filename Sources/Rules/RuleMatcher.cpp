@@ -41,7 +41,7 @@ std::vector<RuleMatcher::Position> RuleMatcher::matching(const RuleSubject& subj
             ask(candidates->second);
     };
 
-    if (subject.foldedTitle) {
+    if (subject.foldedTitle && !m_byTitle.empty()) {
         for (const auto text : m_titles.occurringIn(*subject.foldedTitle))
             ask(m_byTitle[text]);
     }
