@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
-#include <unordered_map>
 
 #include "Base/Instant.h"
 
@@ -31,7 +31,7 @@ private:
         std::size_t firstSeen = 0;
     };
 
-    std::unordered_map<Number, Total> m_totals;
+    std::map<Number, Total> m_totals;
     std::optional<Number> m_dominant;
 };
 

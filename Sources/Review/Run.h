@@ -2,24 +2,36 @@
 
 #include <cstddef>
 #include <list>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "Base/Instant.h"
 #include "Review/ApplicationTotals.h"
-#include "Review/WorkBlock.h"
+#include "Review/FreeSegments.h"
+#include "Review/SegmentReview.h"
+#include "Rules/AttributionRule.h"
 
 namespace stintbook {
 
-/// One piece of work on its way into a block.
+/// One piece of work on its way into a block. Refers to what its day was given, and copies none of it: most
+/// of building a crowded day is waiting for memory.
 struct RunEntry {
-    WorkBlockSegment work;
+    const FreeSegment* piece = nullptr;
+    /// The same one for segments that look alike to rules.
+    const AttributionEvaluation* evaluation = nullptr;
+    const SegmentReview* review = nullptr;
+    /// The piece's own.
+    Interval interval;
     /// The first instant of the calendar day in which the piece starts.
     Instant day;
     /// Absent when the segment has no application.
     std::optional<ApplicationTotals::Number> application;
-    /// Equal for equal evaluations of the day.
-    std::size_t evaluationNumber = 0;
+
+    const std::optional<AttributionAssignment>& effectiveAssignment() const
+    {
+        return review->assignment ? review->assignment : evaluation->assignment;
+    }
 };
 
 /// A provisional block: neighbours among the day's entries, which stand in segment order. Runs are only
@@ -52,10 +64,7 @@ public:
 private:
     const RunEntry& first(const Run& run) const { return m_entries[run.firstEntry]; }
     const RunEntry& last(const Run& run) const { return m_entries[run.pastEntry - 1]; }
-    const WorkBlockSegment& explaining(const Run& run) const
-    {
-        return m_entries[run.explanation.front()].work;
-    }
+    const RunEntry& explaining(const Run& run) const { return m_entries[run.explanation.front()]; }
 
     std::span<const RunEntry> m_entries;
 };

@@ -20,20 +20,19 @@ std::size_t SegmentEvaluator::KindHash::operator()(const Kind& kind) const
     return (hash(kind.application) * factor + hash(kind.host)) * factor + hash(kind.title);
 }
 
-const SegmentEvaluator::Verdict& SegmentEvaluator::verdict(const ActivitySegment& segment)
+const AttributionEvaluation* SegmentEvaluator::evaluation(const ActivitySegment& segment)
 {
-    const auto [place, isNew] = m_verdicts.try_emplace(Kind(segment));
-    auto& verdict = place->second;
+    const auto [place, isNew] = m_evaluations.try_emplace(Kind(segment));
+    auto& evaluation = place->second;
     if (isNew) {
-        verdict.number = m_verdicts.size();
         const auto [title, isNewTitle] = m_foldedTitles.try_emplace(segment.context.text);
         if (isNewTitle)
             title->second = foldedTitle(segment);
         const RuleSubject subject(segment, title->second);
         if (!m_exclusion.excludes(subject))
-            verdict.evaluation = m_engine.evaluate(subject);
+            evaluation = m_engine.evaluate(subject);
     }
-    return verdict;
+    return evaluation ? &*evaluation : nullptr;
 }
 
 } // namespace stintbook

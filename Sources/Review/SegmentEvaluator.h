@@ -15,20 +15,15 @@ namespace stintbook {
 /// to the engines and to the segments it was asked about, and lives as long as the building of one day.
 class SegmentEvaluator {
 public:
-    struct Verdict {
-        /// Absent when the segment is excluded.
-        std::optional<AttributionEvaluation> evaluation;
-        /// Which kind of segment this is.
-        std::size_t number = 0;
-    };
-
     SegmentEvaluator(const AttributionEngine& engine, const ExclusionEngine& exclusion)
         : m_engine(engine)
         , m_exclusion(exclusion)
     {
     }
 
-    const Verdict& verdict(const ActivitySegment& segment);
+    /// Null when the segment is excluded. The same object for segments that look alike; it lives as long as
+    /// this does.
+    const AttributionEvaluation* evaluation(const ActivitySegment& segment);
 
 private:
     /// What rules can tell segments apart by.
@@ -47,7 +42,8 @@ private:
 
     const AttributionEngine& m_engine;
     const ExclusionEngine& m_exclusion;
-    std::unordered_map<Kind, Verdict, KindHash> m_verdicts;
+    /// Absent where the kind is excluded.
+    std::unordered_map<Kind, std::optional<AttributionEvaluation>, KindHash> m_evaluations;
     std::unordered_map<std::string_view, std::string> m_foldedTitles;
 };
 

@@ -17,9 +17,12 @@ namespace {
 /// A shorter segment explains a run only where all of the run's are shorter.
 constexpr Seconds shortestExplanation{60};
 
+/// That of a segment which nobody corrected.
+const SegmentReview noReview;
+
 /// Work that rules do not exclude, in segment order.
 std::vector<RunEntry> workEntries(const std::vector<FreeSegment>& segments, const SegmentReviews& reviews,
-                                  const CalendarContext& calendar, SegmentEvaluator evaluator)
+                                  const CalendarContext& calendar, SegmentEvaluator& evaluator)
 {
     std::vector<const FreeSegment*> work;
     work.reserve(segments.size());
@@ -38,19 +41,18 @@ std::vector<RunEntry> workEntries(const std::vector<FreeSegment>& segments, cons
     std::vector<RunEntry> entries;
     entries.reserve(work.size());
     for (const FreeSegment* free : work) {
-        const auto& [evaluation, number] = evaluator.verdict(free->segment);
+        const auto* evaluation = evaluator.evaluation(free->segment);
         if (!evaluation)
             continue;
         const auto review = reviews.find(free->sourceSegmentID);
         auto& entry = entries.emplace_back();
-        entry.work = {.segment = free->segment,
-                      .sourceSegmentID = free->sourceSegmentID,
-                      .evaluation = *evaluation,
-                      .review = review == reviews.end() ? SegmentReview() : review->second};
+        entry.piece = free;
+        entry.evaluation = evaluation;
+        entry.review = review == reviews.end() ? &noReview : &review->second;
+        entry.interval = free->segment.interval();
         entry.day = calendar.boundsOfDayAt(free->segment.start).start;
         if (const auto& application = free->segment.application)
             entry.application = numberOf(*application);
-        entry.evaluationNumber = number;
     }
     return entries;
 }
@@ -58,16 +60,16 @@ std::vector<RunEntry> workEntries(const std::vector<FreeSegment>& segments, cons
 /// Whether two neighbours belong to one run from the outset.
 bool areOneRun(const RunEntry& earlier, const RunEntry& later)
 {
-    return earlier.work.segment.end == later.work.segment.start && earlier.day == later.day
-        && earlier.application == later.application && earlier.work.review == later.work.review
-        && earlier.work.effectiveAssignment() == later.work.effectiveAssignment();
+    return earlier.interval.end == later.interval.start && earlier.day == later.day
+        && earlier.application == later.application && *earlier.review == *later.review
+        && earlier.effectiveAssignment() == later.effectiveAssignment();
 }
 
 Run makeRun(std::span<const RunEntry> entries, std::size_t first, std::size_t past)
 {
     Run run{.firstEntry = first, .pastEntry = past};
     for (std::size_t i = first; i < past; ++i) {
-        const auto length = entries[i].work.segment.length();
+        const auto length = entries[i].interval.length();
         if (length >= shortestExplanation)
             run.explanation.push_back(i);
         if (entries[i].application)
@@ -96,24 +98,26 @@ AttributionEvaluation attribution(const Run& run, std::span<const RunEntry> entr
 {
     BlockAttribution attribution;
     // What was said once adds nothing when it is said again.
-    std::unordered_set<std::size_t> heard;
+    std::unordered_set<const AttributionEvaluation*> heard;
     for (const auto i : run.explanation) {
-        if (heard.insert(entries[i].evaluationNumber).second)
-            attribution.add(entries[i].work.evaluation);
+        if (heard.insert(entries[i].evaluation).second)
+            attribution.add(*entries[i].evaluation);
     }
     return attribution.combined();
 }
 
-/// Moves the run's work out of the entries.
-WorkBlock makeBlock(const Run& run, std::span<RunEntry> entries)
+WorkBlock makeBlock(const Run& run, std::span<const RunEntry> entries)
 {
     WorkBlock block;
     block.attribution = attribution(run, entries);
-    block.review = entries[run.explanation.front()].work.review;
+    block.review = *entries[run.explanation.front()].review;
 
     block.lineage.reserve(run.pastEntry - run.firstEntry);
-    for (auto& entry : entries.subspan(run.firstEntry, run.pastEntry - run.firstEntry))
-        block.lineage.push_back(std::move(entry.work));
+    for (const auto& entry : entries.subspan(run.firstEntry, run.pastEntry - run.firstEntry))
+        block.lineage.push_back({.segment = entry.piece->segment,
+                                 .sourceSegmentID = entry.piece->sourceSegmentID,
+                                 .evaluation = *entry.evaluation,
+                                 .review = *entry.review});
     const auto& first = block.lineage.front().segment;
     block.id = first.id.uuid;
     block.start = first.start;
@@ -141,7 +145,8 @@ std::vector<WorkBlock> WorkBlockBuilder::blocks(const std::vector<FreeSegment>& 
 {
     // A calendar remembers the day it was last asked for; a copy lets two threads share this builder.
     const CalendarContext calendar = m_calendar;
-    auto entries = workEntries(segments, reviews, calendar, SegmentEvaluator(m_engine, m_exclusion));
+    SegmentEvaluator evaluator(m_engine, m_exclusion);
+    const auto entries = workEntries(segments, reviews, calendar, evaluator);
     const RunQuestions questions(entries);
     const auto runs = chained(folded(cutIntoRuns(entries), questions), questions);
 
