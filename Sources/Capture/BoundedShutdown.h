@@ -45,25 +45,24 @@ private:
 };
 
 /// Waits for an operation on another thread, but not beyond a deadline.
-namespace BoundedShutdown {
+struct BoundedShutdown {
+    struct DeadlineExpired {
+        friend bool operator==(const DeadlineExpired&, const DeadlineExpired&) = default;
+    };
 
-struct DeadlineExpired {
-    friend bool operator==(const DeadlineExpired&, const DeadlineExpired&) = default;
+    /// The operation's value (`completed`), or that it came too late.
+    template <typename T> using Outcome = std::variant<T, DeadlineExpired>;
+
+    static constexpr Seconds deadline{3};
+
+    /// `operation(complete)` starts it and returns; `complete(value)` is called from wherever it ends.
+    template <typename T, typename Operation>
+    static Outcome<T> run(const Operation& operation, Seconds limit = deadline)
+    {
+        const auto first = std::make_shared<FirstOutcome<Outcome<T>>>();
+        operation([first](T value) { first->offer(std::move(value)); });
+        return first->waitFor(limit, DeadlineExpired{});
+    }
 };
-
-/// The operation's value (`completed`), or that it came too late.
-template <typename T> using Outcome = std::variant<T, DeadlineExpired>;
-
-inline constexpr Seconds deadline{3};
-
-/// `operation(complete)` starts it and returns; `complete(value)` is called from wherever it ends.
-template <typename T, typename Operation> Outcome<T> run(Operation operation, Seconds limit = deadline)
-{
-    const auto first = std::make_shared<FirstOutcome<Outcome<T>>>();
-    operation([first](T value) { first->offer(std::move(value)); });
-    return first->waitFor(limit, DeadlineExpired{});
-}
-
-} // namespace BoundedShutdown
 
 } // namespace stintbook

@@ -164,9 +164,8 @@ void CaptureCoordinator::detectSleep(const AwakeSample& previous, const input::I
         return;
     log::event("Detected unreported sleep of {}s", wholeSeconds(missing));
 
-    auto start = sample.at - missing;
-    if (m_builder.open)
-        start = std::max(start, m_builder.open->start);
+    const auto earliest = m_builder.open ? m_builder.open->start : previous.at;
+    const auto start = std::max(sample.at - missing, earliest);
     feed(GapBegan{GapReason::systemSleep, start});
     if (m_currentSnapshot)
         observe(sample.at);

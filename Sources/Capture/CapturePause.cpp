@@ -60,7 +60,7 @@ std::optional<CapturePause> PreferencesCapturePauseStore::load() const
     const auto length = storedNumber(m_preferences, lengthKey);
     if (!deadline || !length)
         return std::nullopt;
-    return CapturePause{*deadline, {*length}};
+    return CapturePause{deadline, {*length}};
 }
 
 void PreferencesCapturePauseStore::save(const std::optional<CapturePause>& pause)

@@ -87,11 +87,12 @@ Read<double> number(const Value& value, std::string_view key)
     return value.GetDouble();
 }
 
-/// Of the years that a calendar date can name.
+/// The years that a calendar date can name.
+constexpr Instant yearOne{-62'135'596'800.0};
+constexpr Instant yearTenThousand{253'402'300'800.0};
+
 Read<Instant> instant(const Value& value, std::string_view key)
 {
-    constexpr Instant yearOne{-62'135'596'800.0};
-    constexpr Instant yearTenThousand{253'402'300'800.0};
     const Instant at{TRY(number(value, key))};
     if (at < yearOne || at >= yearTenThousand)
         return std::unexpected(fmt::format("\"{}\" lies outside the years 1 to 9999", key));
@@ -207,6 +208,8 @@ Read<Event> idleSample(const Value& value, std::string_view key, Instant at)
     const auto idle = TRY(members.required("idleSeconds", number));
     if (idle < 0)
         return std::unexpected("\"idleSeconds\" is negative");
+    if (at - Seconds{idle} < yearOne)
+        return std::unexpected("\"idleSeconds\" reaches back before the year 1");
     return PipelineInput(input::IdleSample{{idle}, {TRY(members.required("awakeSeconds", number))}, at});
 }
 

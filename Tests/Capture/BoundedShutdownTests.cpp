@@ -12,14 +12,15 @@ TEST(BoundedShutdown, TakesTheOperationsValueFromAnotherThread)
 {
     std::jthread worker;
     const auto outcome = BoundedShutdown::run<int>(
-        [&](auto complete) { worker = std::jthread([complete]() mutable { complete(7); }); }, Seconds{60});
+        [&](const auto& complete) { worker = std::jthread([complete] { complete(7); }); }, Seconds{60});
     EXPECT_EQ(outcome, BoundedShutdown::Outcome<int>(7));
 }
 
 TEST(BoundedShutdown, DiscardsAValueThatComesAfterTheDeadline)
 {
     std::function<void(int)> late;
-    const auto outcome = BoundedShutdown::run<int>([&](auto complete) { late = complete; }, Seconds{0});
+    const auto outcome =
+        BoundedShutdown::run<int>([&](const auto& complete) { late = complete; }, Seconds{0});
     EXPECT_EQ(outcome, BoundedShutdown::Outcome<int>(BoundedShutdown::DeadlineExpired{}));
     late(7);
 }

@@ -16,7 +16,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 
 /// Holds jobs back until a test runs them: a store that takes its time.
 class HeldExecutor final : public Executor {

@@ -10,7 +10,6 @@ namespace stintbook {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A trace with one character less to read for each of JSON's quotes.
 TraceReplayResult replayed(std::string trace)
