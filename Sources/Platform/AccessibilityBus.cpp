@@ -69,15 +69,18 @@ Seconds AccessibilityBus::timeLeft() const
     return {std::max(0.0, m_deadline - uptime())};
 }
 
+BusResult<std::string> AccessibilityBus::address()
+{
+    auto reply = TRY(call(*m_session, {"org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"}, ""));
+    if (auto address = reply.readText())
+        return std::move(*address);
+    return malformed();
+}
+
 BusResult<void> AccessibilityBus::connectToTree()
 {
-    if (m_bus)
-        return {};
-    auto reply = TRY(call(*m_session, {"org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"}, ""));
-    auto address = reply.readText();
-    if (!address)
-        return malformed();
-    m_bus = TRY(BusConnection::at(*address));
+    if (!m_bus)
+        m_bus = TRY(BusConnection::at(TRY(address())));
     return {};
 }
 

@@ -43,6 +43,9 @@ public:
     BusResult<bool> isEnabled();
     BusResult<void> enable();
 
+    /// Where the accessibility bus is, for those who listen to it.
+    BusResult<std::string> address();
+
     /// The programs that take part; each is the root of its tree. Comes before all questions about objects.
     BusResult<std::vector<AccessibleObject>> applications();
     BusResult<std::int32_t> processOf(const AccessibleObject& application);

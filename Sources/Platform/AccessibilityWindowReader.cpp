@@ -190,7 +190,7 @@ AccessibilityWindowReader::Read<BrowserDomain> AccessibilityWindowReader::domain
         auto found = address(expression, frame, document);
         if (!found) {
             domain = std::unexpected(found.error());
-            if (found.error().kind == Kind::failed)
+            if (found.error().errorNumber == -ETIMEDOUT)
                 return domain;
             continue;
         }
@@ -221,7 +221,7 @@ AccessibilityWindowReader::Read<std::string> AccessibilityWindowReader::address(
     if (!expression.ends_with(ofDocument))
         return addressField(frame);
     if (!document)
-        return unread(Kind::noFrontmostWindow);
+        return std::string();
     auto key = std::string(expression.substr(0, expression.size() - ofDocument.size()));
     return answered(m_bus.documentAttribute(*document, key.c_str()));
 }

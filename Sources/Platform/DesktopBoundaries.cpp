@@ -8,12 +8,15 @@ namespace {
 
 /// Logind sleeps after five seconds whether or not the work is done.
 constexpr Seconds longestWork{4};
+/// A locker that confirms at all does so by then.
+constexpr Seconds longestUnconfirmedLock{60};
 
 } // namespace
 
 DesktopBoundaries::DesktopBoundaries(EventLoop& loop, const TimeSource& timeSource)
     : m_loop(loop)
     , m_timeSource(timeSource)
+    , m_hasLogind(LoginSession::isThere())
 {
 }
 
@@ -25,7 +28,8 @@ void DesktopBoundaries::follow(Follower follower)
     m_login = LoginSession::follow(m_loop,
                                    {.willSleep = [this] { willSleep(); },
                                     .didWake = [this] { didWake(); },
-                                    .lockedChanged = [this](bool isLocked) { setAbsent(locked, isLocked); },
+                                    .lockedChanged = [this](bool isLocked) { setLocked(isLocked); },
+                                    .lockAsked = [this](bool isLocking) { setLockAsked(isLocking); },
                                     .activeChanged = [this](bool isActive) { setAbsent(away, !isActive); }});
     followScreenSavers();
     m_screenSaver = X11ScreenSaver::follow(m_loop, [this](bool isOn) { setAbsent(screenOff, isOn); });
@@ -40,11 +44,6 @@ void DesktopBoundaries::stop()
     m_sessionBus.reset();
     m_login.reset();
     m_absences.reset();
-}
-
-std::string DesktopBoundaries::name() const
-{
-    return m_login ? "logind" : "none";
 }
 
 void DesktopBoundaries::willSleep()
@@ -69,6 +68,30 @@ void DesktopBoundaries::didWake()
 {
     m_sleepLimit.reset();
     report(ActivityResumed{SystemResumeCause::systemWake, m_timeSource.now()});
+}
+
+void DesktopBoundaries::setLockAsked(bool isLocking)
+{
+    if (!isLocking) {
+        setLocked(false);
+        return;
+    }
+    m_lockAskedAt = m_timeSource.now();
+    setAbsent(lockAsked, true);
+}
+
+void DesktopBoundaries::setLocked(bool isLocked)
+{
+    setAbsent(locked, isLocked);
+    if (!isLocked)
+        setAbsent(lockAsked, false);
+}
+
+void DesktopBoundaries::noteSwitch()
+{
+    bool isUnconfirmed = m_absences.test(lockAsked) && !m_absences.test(locked);
+    if (isUnconfirmed && m_timeSource.now() - m_lockAskedAt > longestUnconfirmedLock)
+        setAbsent(lockAsked, false);
 }
 
 void DesktopBoundaries::setAbsent(Absence kind, bool isAbsent)

@@ -34,23 +34,30 @@ public:
 
     void follow(Follower follower) override;
     void stop() override;
+    /// Another application came to the front. A session that was asked to lock a while ago, without anything
+    /// having said that it did, is in use again: its locker does not tell when it lets its user in.
+    void noteSwitch();
     /// "logind", or "none" where sleep is noticed by the clocks alone.
-    std::string name() const override;
+    std::string name() const override { return m_hasLogind ? "logind" : "none"; }
 
 private:
-    enum Absence { locked, screenSaved, screenOff, away, absenceCount };
+    enum Absence { lockAsked, locked, screenSaved, screenOff, away, absenceCount };
 
     void willSleep();
     void didWake();
+    void setLockAsked(bool isLocking);
+    void setLocked(bool isLocked);
     void setAbsent(Absence kind, bool isAbsent);
     void followScreenSavers();
     void report(const SystemBoundary& boundary);
 
     EventLoop& m_loop;
     const TimeSource& m_timeSource;
+    bool m_hasLogind;
     BeforeSleep m_beforeSleep;
     Follower m_follower;
     std::bitset<absenceCount> m_absences;
+    Instant m_lockAskedAt;
 
     std::unique_ptr<LoginSession> m_login;
     std::unique_ptr<Timers::Scheduled> m_sleepLimit;

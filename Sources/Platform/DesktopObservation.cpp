@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Platform/AccessibilityFrontmostApplication.h"
 #include "Platform/BusIdle.h"
 #include "Platform/WaylandIdle.h"
 #include "Platform/WlrFrontmostApplication.h"
@@ -32,9 +33,33 @@ public:
     std::string name() const override { return "none"; }
 };
 
-struct Sources {
-    std::unique_ptr<IdleStateProviding> idle;
-    std::unique_ptr<FrontmostApplicationProviding> frontmost;
+/// Tells of every switch of applications before it passes it on.
+class AttendedFrontmostApplication final : public FrontmostApplicationProviding {
+public:
+    AttendedFrontmostApplication(std::unique_ptr<FrontmostApplicationProviding> source,
+                                 std::function<void()> onSwitch)
+        : m_source(std::move(source))
+        , m_onSwitch(std::move(onSwitch))
+    {
+    }
+
+    std::optional<FrontmostWindow> current() override { return m_source->current(); }
+    void follow(Follower follower) override
+    {
+        m_source->follow([this, follower = std::move(follower)](const FrontmostWindow& front) {
+            if (m_inFront && *m_inFront != front.application.identity)
+                m_onSwitch();
+            m_inFront = front.application.identity;
+            follower(front);
+        });
+    }
+    void stop() override { m_source->stop(); }
+    std::string name() const override { return m_source->name(); }
+
+private:
+    std::unique_ptr<FrontmostApplicationProviding> m_source;
+    std::function<void()> m_onSwitch;
+    std::optional<ApplicationIdentity> m_inFront;
 };
 
 std::unique_ptr<IdleStateProviding> idleFromBus(const TimeSource& timeSource, const AwakeClock& awakeClock)
@@ -46,41 +71,19 @@ std::unique_ptr<IdleStateProviding> idleFromBus(const TimeSource& timeSource, co
     return std::make_unique<NoIdle>();
 }
 
-Sources ofWayland(const WaylandConnection& compositor, EventLoop& loop, const TimeSource& timeSource,
-                  const AwakeClock& awakeClock, ApplicationIdentities& identities)
+std::unique_ptr<FrontmostApplicationProviding> frontmostOf(const WaylandConnection& compositor,
+                                                           EventLoop& loop, const TimeSource& timeSource,
+                                                           ApplicationIdentities& identities)
 {
-    Sources sources;
-    auto wayland = WaylandIdle::find(loop, awakeClock);
-    std::function<void()> onSwitch;
-    if (wayland)
-        onSwitch = [idle = wayland.get()] { idle->noteSwitch(); };
     if (WlrFrontmostApplication::isOfferedBy(compositor))
-        sources.frontmost =
-            std::make_unique<WlrFrontmostApplication>(loop, timeSource, identities, std::move(onSwitch));
-    else
-        sources.frontmost = std::make_unique<NoFrontmostApplication>();
-    if (wayland)
-        sources.idle = std::move(wayland);
-    else
-        sources.idle = idleFromBus(timeSource, awakeClock);
-    return sources;
-}
-
-/// Under a compositor there is an X server as well, which knows only some of the windows: the compositor
-/// goes first.
-Sources choose(EventLoop& loop, const TimeSource& timeSource, const AwakeClock& awakeClock,
-               ApplicationIdentities& identities)
-{
-    if (auto compositor = WaylandConnection::open())
-        return ofWayland(*compositor, loop, timeSource, awakeClock, identities);
-    if (X11Connection::open())
-        return {std::make_unique<X11Idle>(awakeClock),
-                std::make_unique<X11FrontmostApplication>(loop, timeSource, identities)};
-    return {idleFromBus(timeSource, awakeClock), std::make_unique<NoFrontmostApplication>()};
+        return std::make_unique<WlrFrontmostApplication>(loop, timeSource, identities);
+    return std::make_unique<AccessibilityFrontmostApplication>(loop, timeSource, identities);
 }
 
 } // namespace
 
+/// Under a compositor there is an X server as well, which knows only some of the windows: the compositor
+/// goes first.
 DesktopObservation::DesktopObservation(EventLoop& loop, const TimeSource& timeSource,
                                        const AwakeClock& awakeClock)
     : m_boundaries(loop, timeSource)
@@ -88,9 +91,26 @@ DesktopObservation::DesktopObservation(EventLoop& loop, const TimeSource& timeSo
     , m_windowReader(std::make_shared<AccessibilityWindowReader>())
     , m_accessibilityTrust(std::make_shared<SystemAccessibilityTrust>())
 {
-    auto sources = choose(loop, timeSource, awakeClock, m_identities);
-    m_idle = std::move(sources.idle);
-    m_frontmost = std::move(sources.frontmost);
+    std::unique_ptr<FrontmostApplicationProviding> source;
+    std::function<void()> restartIdle = [] { };
+    if (auto compositor = WaylandConnection::open()) {
+        source = frontmostOf(*compositor, loop, timeSource, m_identities);
+        if (auto idle = WaylandIdle::find(loop, awakeClock)) {
+            restartIdle = [measure = idle.get()] { measure->noteSwitch(); };
+            m_idle = std::move(idle);
+        }
+    } else if (X11Connection::open()) {
+        source = std::make_unique<X11FrontmostApplication>(loop, timeSource, m_identities);
+        m_idle = std::make_unique<X11Idle>(awakeClock);
+    } else {
+        source = std::make_unique<NoFrontmostApplication>();
+    }
+    if (!m_idle)
+        m_idle = idleFromBus(timeSource, awakeClock);
+    m_frontmost = std::make_unique<AttendedFrontmostApplication>(std::move(source), [this, restartIdle] {
+        restartIdle();
+        m_boundaries.noteSwitch();
+    });
 }
 
 bool DesktopObservation::canSeeApplications() const

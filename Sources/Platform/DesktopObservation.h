@@ -37,10 +37,10 @@ public:
 
 private:
     ApplicationIdentities m_identities;
-    /// Before the frontmost application, which may tell it of switches.
     std::unique_ptr<IdleStateProviding> m_idle;
-    std::unique_ptr<FrontmostApplicationProviding> m_frontmost;
     DesktopBoundaries m_boundaries;
+    /// Behind the two above, which it tells of switches.
+    std::unique_ptr<FrontmostApplicationProviding> m_frontmost;
     SystemZone m_zone;
     std::shared_ptr<AccessibilityWindowReader> m_windowReader;
     std::shared_ptr<AccessibilityTrustProbing> m_accessibilityTrust;

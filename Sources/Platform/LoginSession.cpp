@@ -74,6 +74,12 @@ BusResult<bool> loginSessionFlag(BusConnection& bus, const std::string& session,
     return std::unexpected(BusConnection::problem(-EBADMSG));
 }
 
+bool LoginSession::isThere()
+{
+    auto bus = BusConnection::system();
+    return bus && (*bus)->call(manager("ListSessions"), patience);
+}
+
 std::unique_ptr<LoginSession> LoginSession::follow(EventLoop& loop, Events events)
 {
     auto bus = BusConnection::system();
@@ -104,8 +110,8 @@ void LoginSession::subscribe(const std::string& session)
     });
     if (session.empty())
         return;
-    on(session, logindSessionInterface, "Lock", [this](BusMessage&) { m_events.lockedChanged(true); });
-    on(session, logindSessionInterface, "Unlock", [this](BusMessage&) { m_events.lockedChanged(false); });
+    on(session, logindSessionInterface, "Lock", [this](BusMessage&) { m_events.lockAsked(true); });
+    on(session, logindSessionInterface, "Unlock", [this](BusMessage&) { m_events.lockAsked(false); });
     on(session, "org.freedesktop.DBus.Properties", "PropertiesChanged",
        [this](BusMessage& signal) { handleChange(signal); });
     m_session = session;

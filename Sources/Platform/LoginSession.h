@@ -29,9 +29,14 @@ public:
         std::function<void()> willSleep;
         std::function<void()> didWake;
         std::function<void(bool)> lockedChanged;
+        /// A desktop was asked to lock or unlock; not every one says what became of it.
+        std::function<void(bool)> lockAsked;
         /// Whether the session is the one that its seat shows.
         std::function<void(bool)> activeChanged;
     };
+
+    /// Whether a logind answers.
+    static bool isThere();
 
     /// Reports the present state of the lock and of the seat at once. Null where no logind answers.
     static std::unique_ptr<LoginSession> follow(EventLoop& loop, Events events);
@@ -47,7 +52,7 @@ private:
 
     void subscribe(const std::string& session);
     void handleSleep(bool isAboutToSleep);
-    void handleChange(BusMessage& propertiesChanged);
+    void handleChange(BusMessage& signal);
     void inhibitSleep();
 
     std::unique_ptr<BusConnection> m_bus;

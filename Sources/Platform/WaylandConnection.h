@@ -8,9 +8,11 @@
 
 #include "Platform/EventLoop.h"
 
+// NOLINTBEGIN(readability-identifier-naming)
 struct wl_display;
 struct wl_interface;
 struct wl_registry;
+// NOLINTEND(readability-identifier-naming)
 
 namespace stintbook {
 

@@ -7,11 +7,13 @@
 #include "Capture/IdleStateProviding.h"
 #include "Platform/WaylandConnection.h"
 
+// NOLINTBEGIN(readability-identifier-naming)
 struct ext_idle_notification_v1;
 struct ext_idle_notifier_v1;
 struct org_kde_kwin_idle;
 struct org_kde_kwin_idle_timeout;
 struct wl_seat;
+// NOLINTEND(readability-identifier-naming)
 
 namespace stintbook {
 

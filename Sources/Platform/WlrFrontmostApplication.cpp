@@ -14,10 +14,8 @@ bool WlrFrontmostApplication::isOfferedBy(const WaylandConnection& connection)
 }
 
 WlrFrontmostApplication::WlrFrontmostApplication(EventLoop& loop, const TimeSource& timeSource,
-                                                 ApplicationIdentities& identities,
-                                                 std::function<void()> onSwitch)
+                                                 ApplicationIdentities& identities)
     : m_loop(loop)
-    , m_onSwitch(std::move(onSwitch))
     , m_reporter(loop, timeSource, identities, [this] { return read(); })
     , m_reconnection(loop, "compositor", [this] { return connect(); })
 {
@@ -64,7 +62,7 @@ bool WlrFrontmostApplication::connect()
         disconnect();
         m_reconnection.start();
     });
-    noteSwitch();
+    m_reporter.noteSwitch();
     return true;
 }
 
@@ -117,7 +115,7 @@ void WlrFrontmostApplication::remove(Toplevel& toplevel)
     zwlr_foreign_toplevel_handle_v1_destroy(toplevel.handle);
     std::erase_if(m_toplevels, [&](const Toplevel& candidate) { return &candidate == &toplevel; });
     if (wasActivated)
-        noteSwitch();
+        m_reporter.noteSwitch();
 }
 
 void WlrFrontmostApplication::apply(Toplevel& toplevel)
@@ -130,16 +128,9 @@ void WlrFrontmostApplication::apply(Toplevel& toplevel)
     }
     if (former.isActivated != toplevel.state.isActivated
         || (toplevel.state.isActivated && former.applicationID != toplevel.state.applicationID))
-        noteSwitch();
+        m_reporter.noteSwitch();
     else if (toplevel.state.isActivated && former.title != toplevel.state.title)
         m_reporter.noteTitle();
-}
-
-void WlrFrontmostApplication::noteSwitch()
-{
-    m_reporter.noteSwitch();
-    if (m_onSwitch)
-        m_onSwitch();
 }
 
 std::optional<SeenWindow> WlrFrontmostApplication::read() const

@@ -9,9 +9,11 @@
 #include "Platform/Reconnection.h"
 #include "Platform/WaylandConnection.h"
 
+// NOLINTBEGIN(readability-identifier-naming)
 struct wl_array;
 struct zwlr_foreign_toplevel_handle_v1;
 struct zwlr_foreign_toplevel_manager_v1;
+// NOLINTEND(readability-identifier-naming)
 
 namespace stintbook {
 
@@ -21,9 +23,7 @@ class WlrFrontmostApplication final : public FrontmostApplicationProviding {
 public:
     static bool isOfferedBy(const WaylandConnection& connection);
 
-    /// `onSwitch` is called at every switch, settled or not.
-    WlrFrontmostApplication(EventLoop& loop, const TimeSource& timeSource, ApplicationIdentities& identities,
-                            std::function<void()> onSwitch = {});
+    WlrFrontmostApplication(EventLoop& loop, const TimeSource& timeSource, ApplicationIdentities& identities);
     ~WlrFrontmostApplication() override;
     WlrFrontmostApplication(const WlrFrontmostApplication&) = delete;
     WlrFrontmostApplication& operator=(const WlrFrontmostApplication&) = delete;
@@ -53,11 +53,9 @@ private:
     void add(zwlr_foreign_toplevel_handle_v1* handle);
     void remove(Toplevel& toplevel);
     void apply(Toplevel& toplevel);
-    void noteSwitch();
     std::optional<SeenWindow> read() const;
 
     EventLoop& m_loop;
-    std::function<void()> m_onSwitch;
     std::unique_ptr<WaylandConnection> m_connection;
     zwlr_foreign_toplevel_manager_v1* m_manager = nullptr;
     std::uint64_t m_lastNumber = 0;

@@ -13,39 +13,38 @@ namespace fs = std::filesystem;
 namespace {
 
 class ApplicationIdentitiesTest : public testing::Test {
+public:
+    ~ApplicationIdentitiesTest() override { fs::remove_all(root); }
+
 protected:
     ApplicationIdentitiesTest()
     {
         auto pattern = (fs::temp_directory_path() / "velloran-entries-XXXXXX").string();
-        m_root = mkdtemp(pattern.data());
-        m_places.dataDirectories = {m_root / "user", m_root / "system"};
-        m_places.locale = "de_AT.UTF-8";
-        m_places.processes = m_root / "proc";
+        root = mkdtemp(pattern.data());
+        places.dataDirectories = {root / "user", root / "system"};
+        places.locale = "de_AT.UTF-8";
+        places.processes = root / "proc";
     }
-    ~ApplicationIdentitiesTest() override { fs::remove_all(m_root); }
 
     void addEntry(const std::string& place, const std::string& file, const std::string& lines)
     {
-        auto path = m_root / place / "applications" / file;
+        auto path = root / place / "applications" / file;
         fs::create_directories(path.parent_path());
         std::ofstream(path) << "# A comment\n[Desktop Entry]\nType=Application\n"
                             << lines << "\n[Desktop Action new]\nName=Not this\nExec=other\n";
     }
     void addProcess(int number, const std::string& executable)
     {
-        auto directory = m_root / "proc" / std::to_string(number);
+        auto directory = root / "proc" / std::to_string(number);
         fs::create_directories(directory);
         fs::create_symlink(executable, directory / "exe");
     }
-    std::string idOf(const WindowHints& hints)
-    {
-        return m_identities.value().identify(hints).bundleIdentifier;
-    }
-    void read() { m_identities.emplace(m_places); }
+    std::string idOf(const WindowHints& hints) { return identities.value().identify(hints).bundleIdentifier; }
+    void read() { identities.emplace(places); }
 
-    fs::path m_root;
-    ApplicationIdentities::Places m_places;
-    std::optional<ApplicationIdentities> m_identities;
+    fs::path root;
+    ApplicationIdentities::Places places;
+    std::optional<ApplicationIdentities> identities;
 };
 
 } // namespace
@@ -75,11 +74,11 @@ TEST_F(ApplicationIdentitiesTest, FallsBackToTheClassThenTheProgramThenTheUnknow
 {
     addProcess(7, "/opt/tool/Tool");
     read();
-    EXPECT_EQ(m_identities->identify({"", "Navigator", 3}),
+    EXPECT_EQ(identities->identify({"", "Navigator", 3}),
               (ApplicationIdentity{"x11:navigator", "Navigator"}));
-    EXPECT_EQ(m_identities->identify({"app.only", "", 3}), (ApplicationIdentity{"x11:app.only", "app.only"}));
-    EXPECT_EQ(m_identities->identify({"", "", 7}), (ApplicationIdentity{"x11:tool", "Tool"}));
-    EXPECT_EQ(m_identities->identify({}), (ApplicationIdentity{"x11:unknown", unknownApplicationName}));
+    EXPECT_EQ(identities->identify({"app.only", "", 3}), (ApplicationIdentity{"x11:app.only", "app.only"}));
+    EXPECT_EQ(identities->identify({"", "", 7}), (ApplicationIdentity{"x11:tool", "Tool"}));
+    EXPECT_EQ(identities->identify({}), (ApplicationIdentity{"x11:unknown", unknownApplicationName}));
 }
 
 TEST_F(ApplicationIdentitiesTest, ShowsTheNameInTheUsersLanguage)
@@ -88,9 +87,9 @@ TEST_F(ApplicationIdentitiesTest, ShowsTheNameInTheUsersLanguage)
     addEntry("system", "language.desktop", "Name=One\nName[de]=Zwei\nName[de_CH]=Zwöi");
     addEntry("system", "neither.desktop", "Name=One\nName[fr]=Trois");
     read();
-    EXPECT_EQ(m_identities->identify({"", "both", 0}).displayName, "Zwa");
-    EXPECT_EQ(m_identities->identify({"", "language", 0}).displayName, "Zwei");
-    EXPECT_EQ(m_identities->identify({"", "neither", 0}).displayName, "One");
+    EXPECT_EQ(identities->identify({"", "both", 0}).displayName, "Zwa");
+    EXPECT_EQ(identities->identify({"", "language", 0}).displayName, "Zwei");
+    EXPECT_EQ(identities->identify({"", "neither", 0}).displayName, "One");
 }
 
 TEST_F(ApplicationIdentitiesTest, LetsTheUsersEntriesReplaceAndHideTheSystems)
@@ -101,7 +100,7 @@ TEST_F(ApplicationIdentitiesTest, LetsTheUsersEntriesReplaceAndHideTheSystems)
     addEntry("user", "gone.desktop", "Name=User's\nHidden=true");
     addEntry("system", "vendor/tool.desktop", "Name=In a folder");
     read();
-    EXPECT_EQ(m_identities->identify({"", "kept", 0}).displayName, "User's");
+    EXPECT_EQ(identities->identify({"", "kept", 0}).displayName, "User's");
     EXPECT_EQ(idOf({"", "gone", 0}), "x11:gone");
     EXPECT_EQ(idOf({"vendor-tool", "", 0}), "vendor-tool");
 }

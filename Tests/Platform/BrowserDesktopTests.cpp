@@ -17,17 +17,17 @@ class BrowserDesktopTest : public DesktopTest {
 protected:
     BrowserDesktopTest()
     {
-        m_desktop.startDisplay();
-        m_desktop.startSessionBus();
-        m_desktop.startAccessibility();
-        m_port =
-            servePages(m_desktop, {{"guide", "The guide"}, {"inbox", "The inbox"}, {"secret", "The secret"}});
-        m_provider.emplace(m_loop, m_clock, m_identities);
+        desktop.startDisplay();
+        desktop.startSessionBus();
+        desktop.startAccessibility();
+        port =
+            servePages(desktop, {{"guide", "The guide"}, {"inbox", "The inbox"}, {"secret", "The secret"}});
+        provider.emplace(loop, clock, identities);
     }
 
     std::string address(const std::string& host, const std::string& page) const
     {
-        return "http://" + host + ":" + std::to_string(m_port) + "/" + page;
+        return "http://" + host + ":" + std::to_string(port) + "/" + page;
     }
     /// The front window, once its title is that page's.
     FrontmostWindow front(const std::string& title)
@@ -35,71 +35,80 @@ protected:
         std::optional<FrontmostWindow> window;
         EXPECT_TRUE(PrivateDesktop::eventually(
             [&] {
-                window = m_provider->current();
+                window = provider->current();
                 return window && window->title.starts_with(title);
             },
             {60}))
             << "in front is " << (window ? window->title : "nothing");
         return window.value_or(FrontmostWindow{});
     }
-    /// The first successful reading of a window: a program that has just started joins late.
-    std::string hostIn(const FrontmostWindow& window)
+    /// Reads again only while the program is too busy to answer: on a machine at work that is no fault.
+    BrowserDomainReading read(const FrontmostWindow& window)
     {
         BrowserDomainReading reading;
         PrivateDesktop::eventually([&] {
-            reading = m_reader.reading(window);
-            return reading.kind == Kind::domain;
+            reading = reader.reading(window);
+            return reading.kind != Kind::failed;
         });
+        return reading;
+    }
+    std::string hostIn(const FrontmostWindow& window)
+    {
+        auto reading = read(window);
         return reading.domain ? reading.domain->host() : std::string(rawValue(reading.kind));
     }
+    /// A program that has just started joins late.
+    bool comesToShow(const FrontmostWindow& window, const std::string& host)
+    {
+        return PrivateDesktop::eventually([&] {
+            return hostIn(window) == host
+                && reader.context(window) == FocusedContext::windowTitle(window.title);
+        });
+    }
 
-    int m_port = 0;
-    ApplicationIdentities m_identities;
-    std::optional<X11FrontmostApplication> m_provider;
-    AccessibilityWindowReader m_reader;
+    int port = 0;
+    ApplicationIdentities identities;
+    std::optional<X11FrontmostApplication> provider;
+    AccessibilityWindowReader reader;
 };
 
 } // namespace
 
 TEST_F(BrowserDesktopTest, ReadsFirefoxTabByTabAndNothingOfAPrivateWindow)
 {
-    startFirefox(m_desktop, {address("docs.example.test", "guide")});
+    startFirefox(desktop, {address("docs.example.test", "guide")});
     auto guide = front("The guide");
     EXPECT_EQ(guide.application.identity.bundleIdentifier, "firefox-esr");
-    EXPECT_EQ(hostIn(guide), "docs.example.test");
-    EXPECT_EQ(m_reader.context(guide), FocusedContext::windowTitle(guide.title));
+    EXPECT_TRUE(comesToShow(guide, "docs.example.test"));
 
-    startFirefox(m_desktop, {"--new-tab", address("mail.example.test", "inbox")});
-    auto inbox = front("The inbox");
+    startFirefox(desktop, {"--new-tab", address("mail.example.test", "inbox")});
     // At once, as capture asks when the title changes.
-    EXPECT_EQ(m_reader.reading(inbox).domain.value().host(), "mail.example.test");
-    m_desktop.run({"xdotool", "key", "alt+1"});
-    EXPECT_EQ(m_reader.reading(front("The guide")).domain.value().host(), "docs.example.test");
+    EXPECT_EQ(hostIn(front("The inbox")), "mail.example.test");
+    desktop.run({"xdotool", "key", "alt+1"});
+    EXPECT_EQ(hostIn(front("The guide")), "docs.example.test");
 
-    startFirefox(m_desktop, {"--private-window", address("code.example.test", "secret")});
+    startFirefox(desktop, {"--private-window", address("code.example.test", "secret")});
     auto secret = front("The secret");
-    EXPECT_EQ(m_reader.reading(secret).kind, Kind::pageHasNoWebDomain);
-    EXPECT_EQ(m_reader.context(secret), FocusedContext::none());
+    EXPECT_EQ(read(secret).kind, Kind::pageHasNoWebDomain);
+    EXPECT_EQ(reader.context(secret), FocusedContext::none());
 }
 
 TEST_F(BrowserDesktopTest, WakesChromiumAndReadsItTabByTabAndNothingOfAnIncognitoWindow)
 {
-    startChromium(m_desktop, {address("docs.example.test", "guide")});
+    startChromium(desktop, {address("docs.example.test", "guide")});
     auto guide = front("The guide");
     EXPECT_EQ(guide.application.identity.bundleIdentifier, "chromium");
-    EXPECT_EQ(hostIn(guide), "docs.example.test");
-    EXPECT_EQ(m_reader.context(guide), FocusedContext::windowTitle(guide.title));
+    EXPECT_TRUE(comesToShow(guide, "docs.example.test"));
 
-    startChromium(m_desktop, {address("mail.example.test", "inbox")});
-    EXPECT_EQ(m_reader.reading(front("The inbox")).domain.value().host(), "mail.example.test");
-    m_desktop.run({"xdotool", "key", "alt+1"});
-    EXPECT_EQ(m_reader.reading(front("The guide")).domain.value().host(), "docs.example.test");
+    startChromium(desktop, {address("mail.example.test", "inbox")});
+    EXPECT_EQ(hostIn(front("The inbox")), "mail.example.test");
+    desktop.run({"xdotool", "key", "alt+1"});
+    EXPECT_EQ(hostIn(front("The guide")), "docs.example.test");
 
-    startChromium(m_desktop, {"--incognito", address("code.example.test", "secret")});
+    startChromium(desktop, {"--incognito", address("code.example.test", "secret")});
     auto secret = front("The secret");
-    EXPECT_TRUE(PrivateDesktop::eventually(
-        [&] { return m_reader.reading(secret).kind == Kind::pageHasNoWebDomain; }));
-    EXPECT_EQ(m_reader.context(secret), FocusedContext::none());
+    EXPECT_EQ(read(secret).kind, Kind::pageHasNoWebDomain);
+    EXPECT_EQ(reader.context(secret), FocusedContext::none());
 }
 
 } // namespace stintbook

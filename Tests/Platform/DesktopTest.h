@@ -16,14 +16,14 @@ protected:
     bool comesTrue(const std::function<bool()>& condition, Seconds limit = {20})
     {
         // Also looks when nothing happens in the loop.
-        auto looking = m_loop.every({0.02}, [] { });
-        return m_loop.runUntil(condition, limit);
+        auto looking = loop.every({0.02}, [] { });
+        return loop.runUntil(condition, limit);
     }
 
-    PrivateDesktop m_desktop;
-    EventLoop m_loop;
-    SystemTimeSource m_clock;
-    SystemAwakeClock m_awakeClock;
+    PrivateDesktop desktop;
+    EventLoop loop;
+    SystemTimeSource clock;
+    SystemAwakeClock awakeClock;
 };
 
 } // namespace stintbook

@@ -13,30 +13,30 @@ namespace {
 
 class X11DesktopTest : public DesktopTest {
 protected:
-    X11DesktopTest() { m_desktop.startDisplay(); }
+    X11DesktopTest() { desktop.startDisplay(); }
 
     void follow()
     {
-        m_provider.emplace(m_loop, m_clock, m_identities);
-        m_provider->follow([this](const FrontmostWindow& front) { m_reports.push_back(front); });
+        provider.emplace(loop, clock, identities);
+        provider->follow([this](const FrontmostWindow& front) { reports.push_back(front); });
     }
     /// Runs a command while the loop goes on.
     std::string startTerminal(const std::string& title)
     {
-        m_processes.push_back(m_desktop.start({"xterm", "-title", title, "-e", "cat"}));
-        auto window = m_desktop.windowTitled(title);
-        m_desktop.activate(window);
+        processes.push_back(desktop.start({"xterm", "-title", title, "-e", "cat"}));
+        auto window = desktop.windowTitled(title);
+        desktop.activate(window);
         return window;
     }
     bool reportComes(const std::string& title)
     {
-        return comesTrue([&] { return !m_reports.empty() && m_reports.back().title == title; });
+        return comesTrue([&] { return !reports.empty() && reports.back().title == title; });
     }
 
-    ApplicationIdentities m_identities;
-    std::optional<X11FrontmostApplication> m_provider;
-    std::vector<FrontmostWindow> m_reports;
-    std::vector<pid_t> m_processes;
+    ApplicationIdentities identities;
+    std::optional<X11FrontmostApplication> provider;
+    std::vector<FrontmostWindow> reports;
+    std::vector<pid_t> processes;
 };
 
 } // namespace
@@ -45,30 +45,30 @@ TEST_F(X11DesktopTest, FollowsSwitchesAndTitlesWithTheApplicationAndItsProcess)
 {
     auto first = startTerminal("First");
     follow();
-    ASSERT_EQ(m_reports.size(), 1u);
-    EXPECT_EQ(m_reports[0].title, "First");
-    EXPECT_EQ(m_reports[0].application.identity, (ApplicationIdentity{"debian-xterm", "XTerm"}));
-    EXPECT_EQ(m_reports[0].application.processIdentifier, m_processes[0]);
+    ASSERT_EQ(reports.size(), 1u);
+    EXPECT_EQ(reports[0].title, "First");
+    EXPECT_EQ(reports[0].application.identity, (ApplicationIdentity{"debian-xterm", "XTerm"}));
+    EXPECT_EQ(reports[0].application.processIdentifier, processes[0]);
 
     startTerminal("Second");
     ASSERT_TRUE(reportComes("Second"));
-    EXPECT_EQ(m_reports.back().application.processIdentifier, m_processes[1]);
+    EXPECT_EQ(reports.back().application.processIdentifier, processes[1]);
 
-    auto before = m_clock.now();
-    m_desktop.activate(first);
-    auto after = m_clock.now();
+    auto before = clock.now();
+    desktop.activate(first);
+    auto after = clock.now();
     ASSERT_TRUE(reportComes("First"));
     // Between the two the loop did not run, so that the notification was seen at its next turn.
-    EXPECT_GE(m_reports.back().application.observedAt, before);
-    EXPECT_LE(m_reports.back().application.observedAt, after + Seconds{0.05});
+    EXPECT_GE(reports.back().application.observedAt, before);
+    EXPECT_LE(reports.back().application.observedAt, after + Seconds{0.05});
 
-    m_desktop.run({"xdotool", "set_window", "--name", "Größe — 東京", first});
+    desktop.run({"xdotool", "set_window", "--name", "Größe — 東京", first});
     ASSERT_TRUE(reportComes("Größe — 東京"));
-    auto reportsBefore = m_reports.size();
-    m_provider->stop();
-    m_desktop.run({"xdotool", "set_window", "--name", "Unseen", first});
-    EXPECT_FALSE(comesTrue([&] { return m_reports.size() > reportsBefore; }, {0.3}));
-    EXPECT_EQ(m_provider->current()->title, "Unseen");
+    auto reportsBefore = reports.size();
+    provider->stop();
+    desktop.run({"xdotool", "set_window", "--name", "Unseen", first});
+    EXPECT_FALSE(comesTrue([&] { return reports.size() > reportsBefore; }, {0.3}));
+    EXPECT_EQ(provider->current()->title, "Unseen");
 }
 
 TEST_F(X11DesktopTest, GoesOnWhenTheFrontWindowClosesAndWhenTheServerDies)
@@ -76,37 +76,37 @@ TEST_F(X11DesktopTest, GoesOnWhenTheFrontWindowClosesAndWhenTheServerDies)
     startTerminal("First");
     startTerminal("Second");
     follow();
-    m_desktop.kill(m_processes[1]);
+    desktop.kill(processes[1]);
     ASSERT_TRUE(reportComes("First"));
 
-    m_desktop.killDisplay();
-    EXPECT_FALSE(comesTrue([&] { return m_reports.size() > 2; }, {0.3}));
-    EXPECT_EQ(m_provider->current(), std::nullopt);
+    desktop.killDisplay();
+    EXPECT_FALSE(comesTrue([&] { return reports.size() > 2; }, {0.3}));
+    EXPECT_EQ(provider->current(), std::nullopt);
 
-    m_desktop.startDisplay();
+    desktop.startDisplay();
     startTerminal("Third");
     EXPECT_TRUE(reportComes("Third"));
 }
 
 TEST_F(X11DesktopTest, MeasuresTheTimeSinceTheLastInput)
 {
-    X11Idle idle(m_awakeClock);
-    m_desktop.run({"xdotool", "mousemove", "50", "50"});
+    X11Idle idle(awakeClock);
+    desktop.run({"xdotool", "mousemove", "50", "50"});
     EXPECT_TRUE(PrivateDesktop::eventually([&] { return idle.sample().value().idle >= Seconds{0.5}; }));
-    m_desktop.run({"xdotool", "mousemove", "60", "60"});
+    desktop.run({"xdotool", "mousemove", "60", "60"});
     auto state = idle.sample();
     ASSERT_TRUE(state);
     EXPECT_LT(state->idle, Seconds{0.5});
-    EXPECT_NEAR(state->awake.value, m_awakeClock.awake().value, 0.5);
+    EXPECT_NEAR(state->awake.value, awakeClock.awake().value, 0.5);
 
-    m_desktop.killDisplay();
+    desktop.killDisplay();
     EXPECT_FALSE(idle.sample());
 }
 
 TEST_F(X11DesktopTest, NoticesABlankScreen)
 {
     std::vector<bool> states;
-    auto saver = X11ScreenSaver::follow(m_loop, [&](bool isOn) { states.push_back(isOn); });
+    auto saver = X11ScreenSaver::follow(loop, [&](bool isOn) { states.push_back(isOn); });
     ASSERT_TRUE(saver);
     auto server = X11Connection::open();
     auto force = [&](int mode) {
@@ -122,13 +122,13 @@ TEST_F(X11DesktopTest, NoticesABlankScreen)
 TEST_F(X11DesktopTest, IsChosenWhereThereIsADisplayAndNothingWhereThereIsNone)
 {
     {
-        DesktopObservation observation(m_loop, m_clock, m_awakeClock);
+        DesktopObservation observation(loop, clock, awakeClock);
         EXPECT_TRUE(observation.canSeeApplications());
         EXPECT_EQ(observation.sources(),
                   (std::vector<std::string>{"frontmost: x11", "idle: xscreensaver", "boundaries: none"}));
     }
-    m_desktop.unsetEnvironment("DISPLAY");
-    DesktopObservation observation(m_loop, m_clock, m_awakeClock);
+    desktop.unsetEnvironment("DISPLAY");
+    DesktopObservation observation(loop, clock, awakeClock);
     EXPECT_FALSE(observation.canSeeApplications());
     EXPECT_FALSE(observation.idle().sample());
     EXPECT_EQ(observation.frontmost().current(), std::nullopt);
