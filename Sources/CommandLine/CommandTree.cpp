@@ -1,5 +1,9 @@
 #include "CommandLine/CommandTree.h"
 
+#include <algorithm>
+#include <span>
+
+#include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <CLI/Validators.hpp>
@@ -95,6 +99,28 @@ Verb Noun::verb(const std::string& name, const std::string& description)
     return {*m_app->add_subcommand(name, description), *m_storage};
 }
 
+namespace {
+
+/// The innermost command that a command line named.
+const CLI::App& named(const CLI::App& app)
+{
+    const auto parsed = app.get_subcommands();
+    return parsed.empty() ? app : named(*parsed.front());
+}
+
+std::string fullName(const CLI::App& app)
+{
+    return app.get_parent() == nullptr ? app.get_name() : fullName(*app.get_parent()) + " " + app.get_name();
+}
+
+/// The help of just this command, whatever the command line named.
+std::string helpOf(const CLI::App& app)
+{
+    return app.get_formatter()->make_help(&app, fullName(app), CLI::AppFormatMode::Normal);
+}
+
+} // namespace
+
 CommandTree::CommandTree()
     : m_app(std::make_unique<CLI::App>("Reconstructs a working day, and bills it.", "velloran-cli"))
     , m_storage(std::make_unique<Verb::Storage>())
@@ -104,9 +130,11 @@ CommandTree::CommandTree()
     app.require_subcommand(1);
     app.set_version_flag("--version", fmt::format("velloran-cli {}", version()), "Print the version");
     app.add_option("--store", m_storage->options.storeDirectory, "The directory of the store")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->take_last();
     app.add_option("--time-zone", m_storage->options.timeZone, "The zone that cuts time into days")
-        ->type_name("ZONE");
+        ->type_name("ZONE")
+        ->take_last();
     app.add_flag("--json", m_storage->options.isJSON, "Print one JSON document");
 
     auto& help = *app.add_subcommand("help", "Explain a command");
@@ -123,7 +151,7 @@ CommandTree::CommandTree()
                     throw WrongUsage{fmt::format("There is no command '{}'.", fmt::join(noun, " "))};
                 explained = found.front();
             }
-            session.output() << explained->help();
+            session.output() << helpOf(*explained);
         };
     });
 }
@@ -144,16 +172,9 @@ Verb CommandTree::verb(const std::string& name, const std::string& description)
 
 namespace {
 
-/// The innermost command that a command line named.
-const CLI::App& named(const CLI::App& app)
+bool hasCommands(const CLI::App& app)
 {
-    const auto parsed = app.get_subcommands();
-    return parsed.empty() ? app : named(*parsed.front());
-}
-
-std::string fullName(const CLI::App& app)
-{
-    return app.get_parent() == nullptr ? app.get_name() : fullName(*app.get_parent()) + " " + app.get_name();
+    return !app.get_subcommands([](const CLI::App*) { return true; }).empty();
 }
 
 /// "Usage: velloran-cli day show DAY [OPTIONS]".
@@ -168,9 +189,35 @@ std::string usageLine(const CLI::App& app)
         if (!option->get_positional() && option->get_required())
             line += " " + option->get_name() + " " + option->get_type_name();
     }
-    if (!app.get_subcommands([](const CLI::App*) { return true; }).empty())
+    if (hasCommands(app))
         line += " COMMAND";
     return line + " [OPTION…]";
+}
+
+/// What the parser objects to; of an unknown command it would only say that one is required.
+std::string objection(const CLI::App& app, const CLI::ParseError& error)
+{
+    const auto unknown = app.remaining(true);
+    return hasCommands(named(app)) && !unknown.empty()
+        ? fmt::format("There is no command '{}'.", unknown.front())
+        : error.what();
+}
+
+/// The words of the command line, last one first, as the parser takes them. It would call the value of
+/// "--title=" missing, but an empty word of its own is a value.
+std::vector<std::string> parserWords(int argumentCount, const char* const* arguments)
+{
+    std::vector<std::string> words;
+    bool areOptionsOver = false;
+    for (const std::string_view word : std::span(arguments, argumentCount).subspan(1)) {
+        areOptionsOver = areOptionsOver || word == "--";
+        const bool isEmptied = !areOptionsOver && word.starts_with("--") && word.find('=') == word.size() - 1;
+        words.emplace_back(isEmptied ? word.substr(0, word.size() - 1) : word);
+        if (isEmptied)
+            words.emplace_back();
+    }
+    std::ranges::reverse(words);
+    return words;
 }
 
 int complain(const CLI::App& app, std::string_view sentence, std::ostream& errors)
@@ -184,21 +231,32 @@ int complain(const CLI::App& app, std::string_view sentence, std::ostream& error
 int CommandTree::run(int argumentCount, const char* const* arguments, const Environment& environment,
                      std::ostream& output, std::ostream& errors)
 {
+    const int status = runCommand(argumentCount, arguments, environment, output, errors);
+    if (status != 0 || output.flush())
+        return status;
+    errors << "Standard output did not take the answer.\n";
+    return 1;
+}
+
+int CommandTree::runCommand(int argumentCount, const char* const* arguments, const Environment& environment,
+                            std::ostream& output, std::ostream& errors)
+{
     try {
-        m_app->parse(argumentCount, arguments);
+        m_app->parse(parserWords(argumentCount, arguments));
     } catch (const CLI::CallForHelp&) {
-        output << named(*m_app).help();
+        output << helpOf(named(*m_app));
         return 0;
     } catch (const CLI::CallForVersion& versionCall) {
         output << versionCall.what() << '\n';
         return 0;
     } catch (const CLI::ParseError& error) {
-        return complain(*m_app, error.what(), errors);
+        return complain(*m_app, objection(*m_app, error), errors);
     }
 
     try {
         Session session(m_storage->options, environment, output, errors);
         m_storage->chosen(session);
+        session.printEmptyUnlessPrinted();
         return 0;
     } catch (const Refusal& refusal) {
         errors << refusal.sentence << '\n';

@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
-#include <CLI/App.hpp>
-
 #include "CommandLine/Session.h"
+
+namespace CLI {
+class App;
+}
 
 namespace stintbook {
 
@@ -84,6 +86,9 @@ public:
             std::ostream& output, std::ostream& errors);
 
 private:
+    int runCommand(int argumentCount, const char* const* arguments, const Environment& environment,
+                   std::ostream& output, std::ostream& errors);
+
     std::unique_ptr<CLI::App> m_app;
     std::unique_ptr<Verb::Storage> m_storage;
 };
