@@ -10,7 +10,7 @@ namespace stintbook {
 /// may cost the last group and leaves everything before it. `flush` ends a replay.
 class GroupingSegmentRepository final : public ActivitySegmentRepository {
 public:
-    explicit GroupingSegmentRepository(ActivitySegmentRepository& repository, std::size_t groupSize = 2000)
+    explicit GroupingSegmentRepository(ActivitySegmentRepository& repository, std::size_t groupSize = 20'000)
         : m_repository(repository)
         , m_groupSize(groupSize)
     {

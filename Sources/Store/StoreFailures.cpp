@@ -47,6 +47,13 @@ StoreFault faultOf(const SQLite::Exception& exception, sqlite3* connection)
     }
 }
 
+std::string causeOf(const SQLite::Exception& exception, sqlite3* connection)
+{
+    const int error = systemError(connection);
+    const bool isOfTheSystem = faultOf(exception, connection) == StoreFault::inputOutput && error != 0;
+    return isOfTheSystem ? std::generic_category().message(error) : exception.what();
+}
+
 StoreFailure storeFailure(const SQLite::Exception& exception, sqlite3* connection)
 {
     switch (faultOf(exception, connection)) {
@@ -61,12 +68,9 @@ StoreFailure storeFailure(const SQLite::Exception& exception, sqlite3* connectio
         return {"The store cannot be written to."};
     case StoreFault::cannotOpen:
         return {"The store's file could not be opened."};
-    case StoreFault::inputOutput: {
-        const int error = systemError(connection);
-        const auto cause =
-            error == 0 ? std::string(exception.what()) : std::generic_category().message(error);
-        return {fmt::format("The store's file could not be read or written ({}).", cause)};
-    }
+    case StoreFault::inputOutput:
+        return {fmt::format("The store's file could not be read or written ({}).",
+                            causeOf(exception, connection))};
     case StoreFault::other:
         break;
     }

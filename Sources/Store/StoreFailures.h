@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include <SQLiteCpp/Exception.h>
 
 #include "Domain/PersistenceError.h"
@@ -12,6 +14,9 @@ namespace stintbook {
 enum class StoreFault { diskFull, damaged, notAStore, busy, readOnly, cannotOpen, inputOutput, other };
 
 StoreFault faultOf(const SQLite::Exception& exception, sqlite3* connection);
+
+/// The system's words for a failed read or write, else the database's.
+std::string causeOf(const SQLite::Exception& exception, sqlite3* connection);
 
 /// A sentence in plain words; the database's own where it has none.
 StoreFailure storeFailure(const SQLite::Exception& exception, sqlite3* connection);

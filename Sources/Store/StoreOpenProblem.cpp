@@ -64,7 +64,7 @@ StoreOpenProblem storeOpenProblem(const std::filesystem::path& file, const SQLit
         }
         return Kind::other;
     }();
-    return {kind, file, exception.what()};
+    return {kind, file, causeOf(exception, connection)};
 }
 
 } // namespace stintbook

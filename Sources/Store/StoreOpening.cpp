@@ -32,7 +32,7 @@ std::optional<Kind> contentProblem(StoreConnection& connection)
     const auto version = connection.number("PRAGMA user_version");
     if (version > currentSchemaVersion)
         return Kind::writtenByNewerVersion;
-    if (version < 1 || declaredLayout(connection) != expectedLayout(static_cast<int>(version)))
+    if (version < 1 || layoutDigest(connection) != expectedLayoutDigest(static_cast<int>(version)))
         return Kind::unexpectedLayout;
     return std::nullopt;
 }
@@ -51,6 +51,24 @@ Opened connect(const StoreOpening& opening, Access access)
         return std::unexpected(
             storeOpenProblem(opening.file, exception, connection ? connection->handle() : nullptr));
     }
+}
+
+/// Some damage shows only on a connection that may write, which by then has made its companions: they go
+/// again where there were none and nothing was written to them.
+Opened connectWritably(const StoreOpening& opening)
+{
+    const auto log = besideStore(opening.file, "-wal");
+    const auto memory = besideStore(opening.file, "-shm");
+    std::error_code ignored;
+    const bool hadCompanions =
+        std::filesystem::exists(log, ignored) || std::filesystem::exists(memory, ignored);
+    auto connection = connect(opening, Access::readWrite);
+    const bool leavesNothing = !connection && connection.error().kind != Kind::busy && !hadCompanions;
+    if (leavesNothing && std::filesystem::exists(log, ignored) && std::filesystem::is_empty(log, ignored)) {
+        std::filesystem::remove(log, ignored);
+        std::filesystem::remove(memory, ignored);
+    }
+    return connection;
 }
 
 /// The system's words when the store's file or directory cannot be written to.
@@ -75,7 +93,7 @@ std::expected<void, StoreOpenProblem> mustHaveReadableContent(const StoreOpening
 
 std::expected<void, StoreOpenProblem> migrateIfNeeded(const StoreOpening& opening)
 {
-    auto connection = TRY(connect(opening, Access::readWrite));
+    auto connection = TRY(connectWritably(opening));
     return migrateStore(opening.file, *connection, opening.fileSystem);
 }
 
@@ -138,7 +156,7 @@ std::expected<std::shared_ptr<StoreDatabase>, StoreOpenProblem> StoreDatabase::o
     } else {
         if (state.schemaVersion < currentSchemaVersion)
             TRY(alone(opening, Kind::earlierVersionInUse, [&] { return migrateIfNeeded(opening); }));
-        connection = TRY(connect(opening, Access::readWrite));
+        connection = TRY(connectWritably(opening));
     }
     if (opening.role == StoreRole::owner)
         connection->set(StoreConnection::Checkpoints::own);

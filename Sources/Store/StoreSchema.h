@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "Store/StoreConnection.h"
 
@@ -20,10 +19,10 @@ std::string_view schemaStep(int version);
 /// Runs the steps after `from` up to `to` and stores the version; the caller holds the transaction.
 void applySchemaSteps(StoreConnection& connection, int from, int to);
 
-/// Tables with their columns, indices and whatever else a database declares, as comparable lines. It does not
-/// depend on the wording of the declarations, which other releases of SQLite may keep in another form.
-std::vector<std::string> declaredLayout(StoreConnection& connection);
-/// The layout that the steps up to `version` make.
-std::vector<std::string> expectedLayout(int version);
+/// A digest over tables with their columns, indices and whatever else a database declares. It does not depend
+/// on the wording of the declarations, which other releases of SQLite may keep in another form.
+std::string layoutDigest(StoreConnection& connection);
+/// What it is after the steps up to `version`.
+std::string_view expectedLayoutDigest(int version);
 
 } // namespace stintbook

@@ -121,6 +121,13 @@ TEST_P(StoreMigration, EndsInTheLayoutOfAFreshStoreAndKeepsACopy)
     }
 }
 
+TEST_P(StoreMigration, KnowsTheLayoutThatItsStepsMake)
+{
+    const auto made = StoreConnection::inMemory();
+    applySchemaSteps(*made, 0, GetParam());
+    EXPECT_EQ(layoutDigest(*made), expectedLayoutDigest(GetParam()));
+}
+
 INSTANTIATE_TEST_SUITE_P(FromEveryVersion, StoreMigration, testing::Range(1, currentSchemaVersion + 1));
 
 TEST(StoreMigrationRefused, LeavesAnEarlierStoreToTheCopyThatRuns)
