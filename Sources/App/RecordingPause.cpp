@@ -20,6 +20,15 @@ std::expected<void, InstanceProblem> answered(std::expected<void, std::string> a
     return {};
 }
 
+/// What a copy that starts later is to find.
+std::expected<void, InstanceProblem> kept(bool isKept)
+{
+    if (!isKept)
+        return std::unexpected(
+            InstanceProblem{"The preferences could not be saved, so nothing was changed."});
+    return {};
+}
+
 } // namespace
 
 std::string message(const InstanceProblem& problem)
@@ -35,8 +44,7 @@ std::expected<void, InstanceProblem> pauseRecording(RunningInstance& instance, C
         return std::unexpected(isThere.error());
     if (*isThere)
         return answered(instance.pause(pause.deadline));
-    pauses.save(CapturePause{pause.deadline, pause.length});
-    return {};
+    return kept(pauses.save(CapturePause{pause.deadline, pause.length}));
 }
 
 std::expected<void, InstanceProblem> resumeRecording(RunningInstance& instance, CapturePauseStoring& pauses)
@@ -46,8 +54,7 @@ std::expected<void, InstanceProblem> resumeRecording(RunningInstance& instance, 
         return std::unexpected(isThere.error());
     if (*isThere)
         return answered(instance.resume());
-    pauses.save(std::nullopt);
-    return {};
+    return kept(pauses.save(std::nullopt));
 }
 
 } // namespace stintbook

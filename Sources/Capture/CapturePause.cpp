@@ -63,7 +63,7 @@ std::optional<CapturePause> PreferencesCapturePauseStore::load() const
     return CapturePause{deadline, {*length}};
 }
 
-void PreferencesCapturePauseStore::save(const std::optional<CapturePause>& pause)
+bool PreferencesCapturePauseStore::save(const std::optional<CapturePause>& pause)
 {
     std::optional<PreferenceValue> kind;
     std::optional<PreferenceValue> deadline;
@@ -76,12 +76,11 @@ void PreferencesCapturePauseStore::save(const std::optional<CapturePause>& pause
     }
     // The kind comes last when there is a pause and first when there is none: what stands there after an
     // interruption is never a kind without its deadline.
-    if (!pause)
-        m_preferences.store(kindKey, kind);
-    m_preferences.store(deadlineKey, deadline);
-    m_preferences.store(lengthKey, length);
-    if (pause)
-        m_preferences.store(kindKey, kind);
+    const auto saveKind = [&] { return m_preferences.store(kindKey, kind); };
+    const auto saveTime = [&] {
+        return m_preferences.store(deadlineKey, deadline) && m_preferences.store(lengthKey, length);
+    };
+    return pause ? saveTime() && saveKind() : saveKind() && saveTime();
 }
 
 } // namespace stintbook

@@ -45,14 +45,18 @@ class CapturePauseStoring {
 public:
     virtual ~CapturePauseStoring() = default;
     virtual std::optional<CapturePause> load() const = 0;
-    /// Absent clears it.
-    virtual void save(const std::optional<CapturePause>& pause) = 0;
+    /// Absent clears it. False when it could not be kept.
+    virtual bool save(const std::optional<CapturePause>& pause) = 0;
 };
 
 class InMemoryCapturePauseStore final : public CapturePauseStoring {
 public:
     std::optional<CapturePause> load() const override { return pause; }
-    void save(const std::optional<CapturePause>& newPause) override { pause = newPause; }
+    bool save(const std::optional<CapturePause>& newPause) override
+    {
+        pause = newPause;
+        return true;
+    }
 
     std::optional<CapturePause> pause;
 };
@@ -65,7 +69,7 @@ public:
     {
     }
     std::optional<CapturePause> load() const override;
-    void save(const std::optional<CapturePause>& pause) override;
+    bool save(const std::optional<CapturePause>& pause) override;
 
 private:
     PreferenceStoring& m_preferences;

@@ -13,8 +13,26 @@ namespace {
 int cells(std::string_view grapheme)
 {
     const auto first = static_cast<UChar32>(codePoints(grapheme).front());
+    // Marks of the writing direction and their like take no room.
+    if (u_charType(first) == U_FORMAT_CHAR)
+        return 0;
     const auto width = u_getIntPropertyValue(first, UCHAR_EAST_ASIAN_WIDTH);
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+}
+
+bool isControl(std::string_view grapheme)
+{
+    const auto kind = u_charType(static_cast<UChar32>(codePoints(grapheme).front()));
+    return kind == U_CONTROL_CHAR || kind == U_LINE_SEPARATOR || kind == U_PARAGRAPH_SEPARATOR;
+}
+
+/// What a terminal would obey becomes room: names and titles come from anywhere.
+std::string printable(std::string_view text)
+{
+    std::string shown;
+    for (const auto grapheme : graphemes(text))
+        shown += isControl(grapheme) ? " " : grapheme;
+    return shown;
 }
 
 std::string padded(const std::string& text, int width, Table::Alignment alignment)
@@ -32,6 +50,7 @@ Table::Table(std::vector<Column> columns)
 
 void Table::add(std::vector<std::string> cells)
 {
+    std::ranges::transform(cells, cells.begin(), printable);
     m_rows.push_back(std::move(cells));
 }
 
@@ -71,14 +90,13 @@ std::string shownInCells(std::string_view text, int width)
     std::string shown;
     int used = 0;
     for (const auto grapheme : graphemes(text)) {
-        const bool isControl = u_iscntrl(static_cast<UChar32>(codePoints(grapheme).front()));
-        const int needed = isControl ? 1 : cells(grapheme);
+        const int needed = cells(grapheme);
         if (used + needed > width) {
             while (!shown.empty() && displayWidth(shown) >= width)
                 shown.erase(shown.size() - graphemes(shown).back().size());
             return shown + "…";
         }
-        shown += isControl ? " " : grapheme;
+        shown += grapheme;
         used += needed;
     }
     return shown;

@@ -16,7 +16,7 @@ public:
     };
 
     explicit Table(std::vector<Column> columns);
-    /// As many cells as there are columns.
+    /// As many cells as there are columns; control characters are shown as spaces.
     void add(std::vector<std::string> cells);
     bool isEmpty() const { return m_rows.empty(); }
 
@@ -30,7 +30,7 @@ private:
 /// How many terminal cells a text takes.
 int displayWidth(std::string_view text);
 
-/// Control characters as spaces and no line breaks, at most `width` cells; a cut text ends in "…".
+/// At most `width` cells of a text; a cut one ends in "…".
 std::string shownInCells(std::string_view text, int width);
 
 } // namespace stintbook

@@ -67,7 +67,11 @@ struct Running {
         {
         }
         std::optional<CapturePause> load() const override { return pause; }
-        void save(const std::optional<CapturePause>& newPause) override { pause = newPause; }
+        bool save(const std::optional<CapturePause>& newPause) override
+        {
+            pause = newPause;
+            return true;
+        }
         std::optional<CapturePause> pause;
     } pauseStore;
     KeptSegments kept;
@@ -107,10 +111,11 @@ TEST(CaptureCoordinator, HasOneSaveAtATimeUnderWayAndKeepsTheOrderWhenItIsRefuse
     running.show(30, "d");
     ASSERT_EQ(store->waiting(), 1U);
     EXPECT_EQ(running.coordinator.unsavedCount(), 3U);
+    // Already before the store has answered.
+    EXPECT_THAT(described(running.kept.kept), ElementsAre("0-10 work a", "10-20 work b", "20-30 work c"));
 
     running.repository->refuses = [&] { return running.repository->saveCount == 1; };
     store->runOne();
-    EXPECT_THAT(described(running.kept.kept), ElementsAre("0-10 work a", "10-20 work b", "20-30 work c"));
     running.sample(35, 1);
     ASSERT_EQ(store->waiting(), 1U);
     store->runOne();
