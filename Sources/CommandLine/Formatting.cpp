@@ -1,7 +1,9 @@
 #include "CommandLine/Formatting.h"
 
 #include <cmath>
+#include <map>
 #include <memory>
+#include <utility>
 
 #include <fmt/format.h>
 #include <unicode/datefmt.h>
@@ -11,23 +13,41 @@ namespace stintbook {
 
 namespace {
 
-std::string shown(Instant at, const CalendarContext& calendar, std::unique_ptr<icu::DateFormat> format)
-{
-    if (!format)
-        return fmt::format("{}", at.secondsSinceEpoch);
-    // The calendar knows the zone's rules; the format only spells the civil time.
-    format->setTimeZone(*icu::TimeZone::getGMT());
-    icu::UnicodeString text;
-    format->format(std::floor(at.secondsSinceEpoch + calendar.secondsFromGMT(at)) * 1000.0, text);
-    std::string utf8;
-    return text.toUTF8String(utf8);
-}
-
 icu::Locale icuLocale(std::string_view locale)
 {
     if (locale == "C" || locale == "POSIX")
         return icu::Locale("en", "GB");
     return icu::Locale(std::string(locale).c_str());
+}
+
+enum class Spelling { time, dateAndTime };
+
+/// Making a format takes a hundred times as long as using it, and a table asks for the same one in every row.
+icu::DateFormat* format(Spelling spelling, std::string_view locale)
+{
+    static std::map<std::pair<Spelling, std::string>, std::unique_ptr<icu::DateFormat>> formats;
+    auto [place, isNew] = formats.try_emplace({spelling, std::string(locale)});
+    if (isNew) {
+        place->second.reset(
+            spelling == Spelling::time
+                ? icu::DateFormat::createTimeInstance(icu::DateFormat::kMedium, icuLocale(locale))
+                : icu::DateFormat::createDateTimeInstance(icu::DateFormat::kMedium, icu::DateFormat::kShort,
+                                                          icuLocale(locale)));
+        // The calendar knows the zone's rules; the format only spells the civil time.
+        if (place->second)
+            place->second->setTimeZone(*icu::TimeZone::getGMT());
+    }
+    return place->second.get();
+}
+
+std::string shown(Instant at, const CalendarContext& calendar, icu::DateFormat* format)
+{
+    if (format == nullptr)
+        return fmt::format("{}", at.secondsSinceEpoch);
+    icu::UnicodeString text;
+    format->format(std::floor(at.secondsSinceEpoch + calendar.secondsFromGMT(at)) * 1000.0, text);
+    std::string utf8;
+    return text.toUTF8String(utf8);
 }
 
 } // namespace
@@ -46,16 +66,12 @@ std::string shownDuration(const Decimal& seconds)
 
 std::string shownTime(Instant at, const CalendarContext& calendar, std::string_view locale)
 {
-    return shown(at, calendar,
-                 std::unique_ptr<icu::DateFormat>(
-                     icu::DateFormat::createTimeInstance(icu::DateFormat::kMedium, icuLocale(locale))));
+    return shown(at, calendar, format(Spelling::time, locale));
 }
 
 std::string shownDateTime(Instant at, const CalendarContext& calendar, std::string_view locale)
 {
-    return shown(at, calendar,
-                 std::unique_ptr<icu::DateFormat>(icu::DateFormat::createDateTimeInstance(
-                     icu::DateFormat::kMedium, icu::DateFormat::kShort, icuLocale(locale))));
+    return shown(at, calendar, format(Spelling::dateAndTime, locale));
 }
 
 std::string shownAmount(const Session& session, const std::optional<Decimal>& amount,

@@ -121,9 +121,10 @@ void printDay(Session& session, const CalendarContext& calendar, const OpenedDay
 
     Table lines({{"Client / Project"}, {"Tracked", right}, {"Billed", right}, {"Amount", right}});
     for (const auto& line : day.lines) {
-        lines.add({fmt::format("{} / {}{}", line.clientName.value_or("Unavailable client"),
-                               line.projectName.value_or("Unavailable project"),
-                               line.isBillable ? "" : " (not billable)"),
+        lines.add({line.clientID ? fmt::format("{} / {}{}", line.clientName.value_or("Unavailable client"),
+                                               line.projectName.value_or("Unavailable project"),
+                                               line.isBillable ? "" : " (not billable)")
+                                 : "Unassigned",
                    shownDuration(line.trackedSeconds), shownDuration(line.billedSeconds),
                    shownAmount(session, line.amount, day.currency)});
     }
