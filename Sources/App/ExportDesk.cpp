@@ -143,7 +143,11 @@ std::expected<std::string, ExportFailure> render(const ExportDocumentModel& docu
 
 ExportDesk::Delivery fileDelivery(std::filesystem::path file)
 {
-    return [file = std::move(file)](const std::string& bytes) { return replaceFile(file, bytes, 0666); };
+    return [file = std::move(file)](const std::string& bytes) -> std::expected<void, std::string> {
+        if (const auto replaced = replaceFile(file, bytes, 0666); !replaced)
+            return std::unexpected("The export could not be saved: " + replaced.error() + ".");
+        return {};
+    };
 }
 
 } // namespace stintbook

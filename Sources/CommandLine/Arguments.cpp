@@ -1,7 +1,9 @@
 #include "CommandLine/Arguments.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <vector>
 
 #include <fmt/format.h>
@@ -21,22 +23,25 @@ std::optional<int> twoDigits(std::string_view text)
     return number;
 }
 
-/// The one entry that `matches`, or a refusal.
+/// The entries that `matches`.
 template <typename Entry, typename Matches>
-auto theOne(const std::vector<Entry>& entries, std::string_view what, std::string_view text, Matches matches)
+std::vector<Entry> those(const std::vector<Entry>& entries, Matches matches)
 {
-    const Entry* found = nullptr;
-    for (const auto& entry : entries) {
-        if (!matches(entry))
-            continue;
-        if (found != nullptr)
-            throw Refusal{
-                fmt::format("More than one {} is called “{}”; give its identifier instead.", what, text)};
-        found = &entry;
-    }
-    if (found == nullptr)
+    std::vector<Entry> found;
+    std::ranges::copy_if(entries, std::back_inserter(found), matches);
+    return found;
+}
+
+/// The one entry that was found under a name, or a refusal.
+template <typename Entry>
+auto theOne(const std::vector<Entry>& found, std::string_view what, std::string_view text)
+{
+    if (found.size() > 1)
+        throw Refusal{
+            fmt::format("More than one {} is called “{}”; give its identifier instead.", what, text)};
+    if (found.empty())
         throw Refusal{fmt::format("No {} is called “{}”.", what, text)};
-    return found->id;
+    return found.front().id;
 }
 
 } // namespace
@@ -128,8 +133,8 @@ ClientID clientArgument(std::string_view text, const AssignmentDirectory& direct
 {
     if (const auto id = ClientID::parse(text))
         return *id;
-    return theOne(directory.clients(), "client", text,
-                  [&](const Client& client) { return client.name == text; });
+    const auto isCalled = [&](const Client& client) { return client.name == text; };
+    return theOne(those(directory.clients(), isCalled), "client", text);
 }
 
 ProjectID projectArgument(std::string_view text, const AssignmentDirectory& directory,
@@ -137,12 +142,13 @@ ProjectID projectArgument(std::string_view text, const AssignmentDirectory& dire
 {
     if (const auto id = ProjectID::parse(text))
         return *id;
-    return theOne(directory.projects(), "project", text, [&](const Project& project) {
+    const auto named = those(directory.projects(), [&](const Project& project) {
         const auto* owner = directory.client(project.clientID);
-        const bool isAtClient = !client || project.clientID == *client;
-        return (isAtClient && project.name == text)
+        return project.name == text
             || (owner != nullptr && fmt::format("{}/{}", owner->name, project.name) == text);
     });
+    const auto atClient = those(named, [&](const Project& project) { return project.clientID == client; });
+    return theOne(atClient.empty() ? named : atClient, "project", text);
 }
 
 } // namespace stintbook

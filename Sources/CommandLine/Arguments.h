@@ -44,7 +44,8 @@ int positionArgument(std::string_view text);
 
 /// A UUID, or a name that is unambiguous. An unknown UUID passes: whoever uses it refuses it.
 ClientID clientArgument(std::string_view text, const AssignmentDirectory& directory);
-/// A UUID, a name, or "Client/Project". A client that is already named narrows the search.
+/// A UUID, a name, or "Client/Project". Of several with one name, the one of the client that is already named is
+/// meant; a project of that name that another client has is left for the target check to refuse.
 ProjectID projectArgument(std::string_view text, const AssignmentDirectory& directory,
                           std::optional<ClientID> client = std::nullopt);
 

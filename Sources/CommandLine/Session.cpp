@@ -58,7 +58,13 @@ void Session::printIdentifier(const UUID& id)
     if (isJSON())
         printJSON([&](JsonWriter& json) { json.member("id", id); });
     else
-        m_output << id.upperCaseText() << '\n';
+        output() << id.upperCaseText() << '\n';
+}
+
+void Session::printEmptyUnlessPrinted()
+{
+    if (isJSON() && !m_hasPrinted)
+        printJSON([](JsonWriter&) { });
 }
 
 } // namespace stintbook

@@ -62,7 +62,11 @@ public:
     /// Opens the store as its owner; a refusal when another process holds it.
     std::expected<std::unique_ptr<OpenedStore>, StoreOpeningProblem> ownStore() const;
 
-    std::ostream& output() { return m_output; }
+    std::ostream& output()
+    {
+        m_hasPrinted = true;
+        return m_output;
+    }
     std::ostream& errors() { return m_errors; }
     /// One JSON document on stdout.
     template <typename Fill> void printJSON(Fill fill)
@@ -72,16 +76,19 @@ public:
             JsonWriter json(text);
             json.object([&] { fill(json); });
         }
-        m_output << text << '\n';
+        output() << text << '\n';
     }
     /// {"id": …}, or the bare identifier for people.
     void printIdentifier(const UUID& id);
+    /// With --json, an empty document for a command that had nothing to say.
+    void printEmptyUnlessPrinted();
 
 private:
     GlobalOptions m_options;
     Environment m_environment;
     std::ostream& m_output;
     std::ostream& m_errors;
+    bool m_hasPrinted = false;
     SystemTimeSource m_clock;
     std::unique_ptr<OpenedStore> m_store;
 };
