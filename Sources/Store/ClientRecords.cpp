@@ -45,7 +45,7 @@ std::optional<std::string> clientName(StoreConnection& connection, ClientID id)
     return row.take<std::string>();
 }
 
-std::optional<Project> project(StoreConnection& connection, ProjectID id)
+std::optional<Project> storedProject(StoreConnection& connection, ProjectID id)
 {
     auto row =
         connection.query("SELECT id, clientID, name, defaultBillable, isArchived FROM Project WHERE id = ?1");
@@ -169,16 +169,16 @@ Edited saveClient(StoreConnection& connection, const Client& client)
     return {};
 }
 
-Edited saveProject(StoreConnection& connection, const Project& changed)
+Edited saveProject(StoreConnection& connection, const Project& project)
 {
-    const auto stored = project(connection, changed.id);
-    if (stored && stored->clientID != changed.clientID)
+    const auto stored = storedProject(connection, project.id);
+    if (stored && stored->clientID != project.clientID)
         return std::unexpected(ProjectOwnershipRefused{});
-    if (!stored && !takesNewProjects(connection, changed.clientID))
+    if (!stored && !takesNewProjects(connection, project.clientID))
         return std::unexpected(ArchivedClientRefused{});
-    if (isBlank(changed.name))
+    if (isBlank(project.name))
         return std::unexpected(BlankNameRefused{});
-    writeProject(connection, changed);
+    writeProject(connection, project);
     return {};
 }
 
@@ -208,7 +208,7 @@ Edited deleteClient(StoreConnection& connection, ClientID id)
 
 Edited deleteProject(StoreConnection& connection, ProjectID id)
 {
-    const auto stored = project(connection, id);
+    const auto stored = storedProject(connection, id);
     if (!stored)
         return {};
     const auto references = referencesTo(readReferenceCensus(connection).byProject, id);

@@ -31,7 +31,7 @@ struct StoreOpening {
 };
 
 /// An open store of the current version. Any thread may call it: every call is one transaction, and calls
-/// wait for each other. A call from within another's work is part of that transaction: what it wrote goes
+/// wait for each other, so that the work of one never makes another. A call from within another's work is part of that transaction: what it wrote goes
 /// when it fails, and stays only when the outer one is kept.
 class StoreDatabase {
 public:

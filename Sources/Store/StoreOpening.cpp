@@ -1,4 +1,5 @@
 #include <chrono>
+#include <optional>
 #include <system_error>
 #include <thread>
 
@@ -91,54 +92,42 @@ std::expected<void, StoreOpenProblem> mustHaveReadableContent(const StoreOpening
     return std::unexpected(std::move(judged).error());
 }
 
-std::expected<void, StoreOpenProblem> migrateIfNeeded(const StoreOpening& opening)
+/// Creates the store or migrates it; nothing happens where another process has just done so.
+std::expected<void, StoreOpenProblem> bringUpToDate(const StoreOpening& opening)
 {
+    if (!TRY(inspectStoreFile(opening.file)))
+        return createStore(opening.file, opening.fileSystem);
     auto connection = TRY(connectWritably(opening));
     return migrateStore(opening.file, *connection, opening.fileSystem);
 }
 
-/// Runs `work` as the one process that may create or migrate the store.
-template <typename Work>
-std::expected<void, StoreOpenProblem> alone(const StoreOpening& opening, Kind otherwise, Work work)
-{
-    if (opening.role == StoreRole::owner)
-        return work();
-    const auto lock = StoreInstanceLock::acquire(opening.file);
-    if (!lock)
-        return refused(opening, otherwise);
-    return work();
-}
-
-/// There is a file in the end. A guest that finds another process at it waits for that one.
-std::expected<StoreFileState, StoreOpenProblem> existingFile(const StoreOpening& opening)
+/// A guest that has to create or migrate the store does so as the holder of the instance lock, and waits a
+/// little for another process that is at it already.
+std::expected<StoreFileState, StoreOpenProblem> fileOfCurrentVersion(const StoreOpening& opening)
 {
     constexpr int attempts = 200;
     for (int attempt = 0;; ++attempt) {
-        if (const auto state = TRY(inspectStoreFile(opening.file)))
+        const auto state = TRY(inspectStoreFile(opening.file));
+        if (state && !state->hasLog)
+            TRY(mustHaveReadableContent(opening));
+        if (state && state->schemaVersion == currentSchemaVersion)
             return *state;
         if (const auto problem = writingProblem(opening.file))
             return refused(opening, Kind::readOnly, *problem);
-        const auto created = alone(opening, Kind::busy, [&]() -> std::expected<void, StoreOpenProblem> {
-            if (TRY(inspectStoreFile(opening.file)))
-                return {};
-            return createStore(opening.file, opening.fileSystem);
-        });
-        if (!created && (created.error().kind != Kind::busy || attempt == attempts))
-            return std::unexpected(created.error());
-        if (!created)
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-}
 
-/// A guest reads without writing where it must.
-Opened connectWithoutWriting(const StoreOpening& opening, const StoreFileState& state,
-                             const std::string& problem)
-{
-    if (opening.role == StoreRole::owner || state.schemaVersion < currentSchemaVersion)
-        return refused(opening, Kind::readOnly, problem);
-    if (!state.hasLog)
-        return connect(opening, Access::immutable);
-    return connect(opening, Access::readOnly);
+        std::optional<StoreInstanceLock> lock;
+        if (opening.role == StoreRole::guest) {
+            if (auto acquired = StoreInstanceLock::acquire(opening.file))
+                lock = *std::move(acquired);
+        }
+        if (lock || opening.role == StoreRole::owner) {
+            TRY(bringUpToDate(opening));
+            return StoreFileState{currentSchemaVersion, true};
+        }
+        if (attempt == attempts)
+            return refused(opening, state ? Kind::earlierVersionInUse : Kind::busy);
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
 }
 
 } // namespace
@@ -146,16 +135,14 @@ Opened connectWithoutWriting(const StoreOpening& opening, const StoreFileState& 
 std::expected<std::shared_ptr<StoreDatabase>, StoreOpenProblem> StoreDatabase::open(
     const StoreOpening& opening)
 {
-    const auto state = TRY(existingFile(opening));
-    if (!state.hasLog)
-        TRY(mustHaveReadableContent(opening));
-
+    const auto state = TRY(fileOfCurrentVersion(opening));
     std::unique_ptr<StoreConnection> connection;
     if (const auto problem = writingProblem(opening.file)) {
-        connection = TRY(connectWithoutWriting(opening, state, *problem));
+        // A guest reads without writing where it must.
+        if (opening.role == StoreRole::owner)
+            return refused(opening, Kind::readOnly, *problem);
+        connection = TRY(connect(opening, state.hasLog ? Access::readOnly : Access::immutable));
     } else {
-        if (state.schemaVersion < currentSchemaVersion)
-            TRY(alone(opening, Kind::earlierVersionInUse, [&] { return migrateIfNeeded(opening); }));
         connection = TRY(connectWritably(opening));
     }
     if (opening.role == StoreRole::owner)
