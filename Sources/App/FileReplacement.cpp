@@ -1,9 +1,11 @@
 #include "App/FileReplacement.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace stintbook {
@@ -58,11 +60,15 @@ std::expected<void, std::string> replaceFile(const std::filesystem::path& path, 
     if (std::filesystem::exists(file, ignored) && std::filesystem::is_other(file, ignored))
         return writeInPlace(file, bytes);
 
-    const auto fresh = file.string() + ".new";
-    const int descriptor = ::open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
+    // A name of its own beside the file: nothing else that lies there is touched.
+    auto fresh = file.string() + ".XXXXXX";
+    const int descriptor = ::mkostemp(fresh.data(), O_CLOEXEC);
     if (descriptor < 0)
         return std::unexpected(std::strerror(errno));
-    const bool isWhole = writeAll(descriptor, bytes) && ::fsync(descriptor) == 0;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    const bool isWhole =
+        ::fchmod(descriptor, mode & ~mask) == 0 && writeAll(descriptor, bytes) && ::fsync(descriptor) == 0;
     const int reason = errno;
     ::close(descriptor);
     if (isWhole && ::rename(fresh.c_str(), file.c_str()) == 0) {

@@ -60,10 +60,10 @@ TEST(FileReplacement, LeavesWhatWasThereWhenItCannotReplaceIt)
     const TemporaryDirectory directory;
     writeFile(directory / "bill.csv", "old");
     EXPECT_FALSE(replaceFile(directory / "missing" / "bill.csv", "new", 0600));
-    std::filesystem::create_directory(directory / "bill.csv.new");
-    EXPECT_FALSE(replaceFile(directory / "bill.csv", "new", 0600));
+    std::filesystem::create_directory(directory / "folder");
+    EXPECT_FALSE(replaceFile(directory / "folder", "new", 0600));
     EXPECT_EQ(contentsOf(directory / "bill.csv"), "old");
-    std::filesystem::remove(directory / "bill.csv.new");
+    EXPECT_EQ(filesIn(directory.path()).size(), 1U);
 
     std::filesystem::create_symlink(directory / "bill.csv", directory / "link.csv");
     EXPECT_TRUE(replaceFile(directory / "link.csv", "new", 0600));
