@@ -49,6 +49,8 @@ Recorder::Recorder(OpenedStore& store, Desktop desktop, Clockwork clockwork,
 bool Recorder::traceTo(const std::filesystem::path& file)
 {
     m_traceFile.open(file, std::ios::binary | std::ios::trunc);
+    // What led to a crash is worth reading, too.
+    m_traceFile << std::unitbuf;
     if (!m_traceFile)
         return false;
     m_pipeline.traceTo(m_trace.emplace(m_traceFile));

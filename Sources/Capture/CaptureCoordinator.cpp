@@ -15,7 +15,7 @@ CaptureCoordinator::CaptureCoordinator(CaptureConfiguration configuration, Colla
     , m_saver(std::move(collaborators.repository), collaborators.capture, collaborators.timers,
               configuration.shutdownRetryPolicy)
 {
-    m_saver.whenRefused([this] { keepUnsaved(); });
+    m_saver.whenAppended([this] { keepUnsaved(); });
 }
 
 void CaptureCoordinator::start(const CaptureStart& start)

@@ -45,8 +45,11 @@ SegmentSaver::SegmentSaver(Confined<ActivitySegmentRepository> repository, Execu
 
 void SegmentSaver::append(std::vector<ActivitySegment>&& closed)
 {
-    if (!closed.empty())
-        appendTo(m_isHeld ? m_closedDuringHold : m_pending, std::move(closed));
+    if (closed.empty())
+        return;
+    appendTo(m_isHeld ? m_closedDuringHold : m_pending, std::move(closed));
+    if (m_appended)
+        m_appended();
 }
 
 void SegmentSaver::save()
@@ -143,8 +146,6 @@ void SegmentSaver::refused(const Batch& batch, const PersistenceError& error)
     log::error("Deferred {} segment(s) after a store error: {}", batch->size(), message(error));
     auto closedMeanwhile = std::exchange(m_pending, std::move(*batch));
     appendTo(m_pending, std::move(closedMeanwhile));
-    if (m_refused)
-        m_refused();
 }
 
 void SegmentSaver::resolve()

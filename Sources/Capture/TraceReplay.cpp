@@ -55,9 +55,10 @@ private:
 
 class TraceReplay {
 public:
-    TraceReplay(std::shared_ptr<ActivitySegmentRepository> repository, ReplayedSegments segments)
+    TraceReplay(std::shared_ptr<ActivitySegmentRepository> repository, ReplayedSegments segments,
+                Seconds idleThreshold)
         : m_repository(std::make_shared<RehearsedRepository>(std::move(repository), segments))
-        , m_coordinator({.savePolicy = SavePolicy::whenAsked},
+        , m_coordinator({.idleThreshold = idleThreshold, .savePolicy = SavePolicy::whenAsked},
                         {.repository = {m_executor, m_repository},
                          .capture = *m_executor,
                          .timers = m_time,
@@ -127,10 +128,10 @@ private:
 } // namespace
 
 TraceReplayResult replayTrace(std::istream& trace, std::shared_ptr<ActivitySegmentRepository> repository,
-                              ReplayedSegments segments)
+                              ReplayedSegments segments, Seconds idleThreshold)
 {
     TraceReader reader(trace);
-    TraceReplay replay(std::move(repository), segments);
+    TraceReplay replay(std::move(repository), segments, idleThreshold);
     for (;;) {
         auto line = reader.next();
         if (!line)

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Capture/ActivitySegmentRepository.h"
+#include "Capture/CaptureConfiguration.h"
 #include "Capture/TraceLine.h"
 #include "Domain/CaptureStatus.h"
 
@@ -26,8 +27,10 @@ struct TraceReplayResult {
 };
 
 /// Runs a trace through a real coordinator into the repository, on this thread and as fast as it goes.
-/// Saves are gathered into larger ones, always oldest first.
+/// Saves are gathered into larger ones, always oldest first. A recording with another idle threshold than the
+/// usual one is to be replayed with that.
 TraceReplayResult replayTrace(std::istream& trace, std::shared_ptr<ActivitySegmentRepository> repository,
-                              ReplayedSegments segments = ReplayedSegments::handedBack);
+                              ReplayedSegments segments = ReplayedSegments::handedBack,
+                              Seconds idleThreshold = CaptureConfiguration{}.idleThreshold);
 
 } // namespace stintbook

@@ -48,16 +48,18 @@ void addReplay(CommandTree& tree)
 {
     auto verb = tree.verb("replay", "Run a trace into the store");
     const auto& file = verb.argument("TRACE", "The trace's file");
+    const auto& idleThreshold = verb.hiddenOption("--idle-threshold", "SECONDS");
     verb.runs([&](Session& session) {
         std::ifstream stream(file, std::ios::binary);
         if (!stream)
             throw Refusal{fmt::format("The trace “{}” could not be read, so nothing was replayed.", file)};
         const auto store = orRefuse(session.ownStore());
         // What the log would tell of is another day's, and the report tells it.
-        log::replaceSink([](log::Level, std::string_view) {});
-        const auto result =
-            replayTrace(stream, store->sharedSegments(),
-                        session.isJSON() ? ReplayedSegments::handedBack : ReplayedSegments::counted);
+        log::replaceSink([](log::Level, std::string_view) { });
+        const auto result = replayTrace(
+            stream, store->sharedSegments(),
+            session.isJSON() ? ReplayedSegments::handedBack : ReplayedSegments::counted,
+            idleThreshold ? secondsArgument(*idleThreshold) : CaptureConfiguration{}.idleThreshold);
         if (result.problem)
             throw Refusal{message(*result.problem)};
         if (!session.isJSON()) {

@@ -1,0 +1,144 @@
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <SQLiteCpp/Database.h>
+#include <gmock/gmock.h>
+
+#include "RecordingTest.h"
+#include "Support/TemporaryDirectory.h"
+
+namespace stintbook {
+
+namespace {
+
+using testing::HasSubstr;
+
+/// The number behind a key in a file of /proc.
+long procNumber(const std::filesystem::path& file, const std::string& key)
+{
+    const auto contents = contentsOf(file);
+    const auto found = contents.find("\n" + key + ":");
+    return found == contents.npos ? 0 : std::stol(contents.substr(found + key.size() + 2));
+}
+
+/// How often the threads of a process waited for something and were woken.
+long wakeUps(pid_t process)
+{
+    long count = 0;
+    for (const auto& thread :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task"))
+        count += procNumber(thread.path() / "status", "voluntary_ctxt_switches");
+    return count;
+}
+
+/// A recorder on a desktop with a terminal.
+class RecorderProcess : public RecordingTest {
+protected:
+    RecorderProcess() { startTerminal("first"); }
+
+    /// Until its end no other process can write to the store.
+    SQLite::Database blockedStore()
+    {
+        SQLite::Database database(status()["storeFile"].GetString(), SQLite::OPEN_READWRITE);
+        database.exec("BEGIN EXCLUSIVE");
+        return database;
+    }
+    void driveTitles(const std::vector<std::string>& titles)
+    {
+        for (const auto& title : titles) {
+            const auto from = now();
+            setTitle(title);
+            EXPECT_TRUE(opensSegment("work", from)) << title;
+        }
+    }
+    /// What the store holds after another recorder has run for a moment.
+    std::vector<StoredStretch> storedByTheNext()
+    {
+        const auto next = record();
+        EXPECT_EQ(terminate(next).exitStatus, 0) << log(next);
+        return stretches(store);
+    }
+};
+
+} // namespace
+
+TEST_F(RecorderProcess, KeepsASecondOneFromItsStoreWhichAsksItToComeForward)
+{
+    const auto first = record();
+    const auto second = launch();
+    EXPECT_EQ(waitForEnd(second).exitStatus, 1);
+    EXPECT_THAT(contentsOf(second.output), HasSubstr(std::to_string(first.process)));
+    EXPECT_TRUE(PrivateDesktop::eventually([&] {
+        return log(first).find("Another launch asked this copy to come forward") != std::string::npos;
+    })) << log(first);
+    EXPECT_EQ(status()["processIdentifier"].GetInt(), first.process);
+    EXPECT_EQ(terminate(first).exitStatus, 0);
+}
+
+TEST_F(RecorderProcess, RestsWhileNothingHappensAndLosesAtMostFifteenSecondsWhenItIsKilled)
+{
+    const auto killed = record();
+    const auto settled = now() + Seconds{3};
+    ASSERT_TRUE(PrivateDesktop::eventually([&] { return now() > settled; }));
+    const auto before = wakeUps(killed.process);
+    const Seconds length{16};
+    const auto measured = now() + length;
+    ASSERT_TRUE(PrivateDesktop::eventually([&] { return now() > measured; }, length * 2));
+    EXPECT_LT(wakeUps(killed.process) - before, length.value);
+    constexpr long mostKilobytes = 20'000;
+    EXPECT_LT(procNumber("/proc/" + std::to_string(killed.process) + "/status", "VmRSS"), mostKilobytes);
+
+    const auto killedAt = now();
+    desktop.kill(killed.process);
+    const auto stored = storedByTheNext();
+    ASSERT_EQ(stored.size(), 2u);
+    EXPECT_EQ(stored[0].what, stored[1].what);
+    EXPECT_GE(stored[0].end, killedAt - Seconds{15 + 1});
+    EXPECT_LE(stored[0].end, stored[1].start);
+}
+
+TEST_F(RecorderProcess, LosesNothingThatTheStoreHasNotTakenWhenItIsKilled)
+{
+    const auto killed = record();
+    {
+        const auto blocked = blockedStore();
+        driveTitles({"second", "third", "fourth"});
+        EXPECT_EQ(status()["unsaved"].GetInt(), 3);
+        desktop.kill(killed.process);
+    }
+    auto stored = storedByTheNext();
+    ASSERT_GE(stored.size(), 4u);
+    EXPECT_EQ(stored.back().what, "work debian-xterm “fourth”");
+    stored.resize(3);
+    EXPECT_THAT(whats(stored),
+                testing::ElementsAre("work debian-xterm “first”", "work debian-xterm “second”",
+                                     "work debian-xterm “third”"));
+    expectTouching(stored);
+}
+
+TEST_F(RecorderProcess, EndsInTimeWhenTheStoreRefusesAndItsSuccessorSavesTheRest)
+{
+    const auto refused = record();
+    Instant asked;
+    {
+        const auto blocked = blockedStore();
+        driveTitles({"second"});
+        asked = now();
+        const auto ended = terminate(refused);
+        EXPECT_EQ(ended.exitStatus, 1);
+        // The store's patience of two seconds may begin just before the deadline of three.
+        EXPECT_LE(ended.took, Seconds{3 + 2 + 1});
+    }
+    auto stored = storedByTheNext();
+    ASSERT_EQ(stored.size(), 3u);
+    EXPECT_EQ(stored.back().what, "work debian-xterm “second”");
+    stored.pop_back();
+    EXPECT_THAT(whats(stored),
+                testing::ElementsAre("work debian-xterm “first”", "work debian-xterm “second”"));
+    expectTouching(stored);
+    EXPECT_GE(stored.back().end, asked);
+}
+
+} // namespace stintbook
