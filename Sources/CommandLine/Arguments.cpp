@@ -79,10 +79,14 @@ Instant timeArgument(std::string_view text, const DayArgument& day)
     return day.calendar.instantOn(day.calendar.dateOf(day.day.start), *hour, *minute, *second);
 }
 
+const std::vector<std::string>& yesAndNo()
+{
+    static const std::vector<std::string> words{"yes", "no"};
+    return words;
+}
+
 bool yesOrNo(std::string_view text)
 {
-    if (text != "yes" && text != "no")
-        throw WrongUsage{fmt::format("'{}' is neither yes nor no.", text)};
     return text == "yes";
 }
 
@@ -101,14 +105,18 @@ std::optional<std::string> unlessNone(std::string text)
     return text;
 }
 
+std::vector<std::string> roundingChoices()
+{
+    std::vector<std::string> words;
+    for (const auto& [policy, text] : RawValues<RoundingPolicy>::table)
+        words.emplace_back(text);
+    words.emplace_back("none");
+    return words;
+}
+
 std::optional<RoundingPolicy> roundingArgument(std::string_view text)
 {
-    if (text == "none")
-        return std::nullopt;
-    const auto policy = fromRawValue<RoundingPolicy>(text);
-    if (!policy)
-        throw WrongUsage{fmt::format("'{}' is no rounding policy.", text)};
-    return policy;
+    return fromRawValue<RoundingPolicy>(text);
 }
 
 Seconds secondsArgument(std::string_view text)

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "App/ClientBook.h"
 #include "Base/Instant.h"
@@ -25,7 +26,8 @@ DayArgument dayArgument(std::string_view text, const CalendarContext& calendar, 
 /// "HH:mm" or "HH:mm:ss" on that day; "24:00" is its end.
 Instant timeArgument(std::string_view text, const DayArgument& day);
 
-/// "yes" or "no".
+/// The words that `yesOrNo` reads.
+const std::vector<std::string>& yesAndNo();
 bool yesOrNo(std::string_view text);
 
 /// An identifier in either case; "no work/rule/… has that identifier" is for whoever looks it up.
@@ -33,7 +35,8 @@ UUID identifierArgument(std::string_view text);
 
 /// "none" stands for nothing.
 std::optional<std::string> unlessNone(std::string text);
-/// A policy's stored text, or "none".
+/// The words that `roundingArgument` reads: the policies' stored texts, and "none".
+std::vector<std::string> roundingChoices();
 std::optional<RoundingPolicy> roundingArgument(std::string_view text);
 
 /// A length of time in seconds, above zero.

@@ -33,7 +33,7 @@ void addBillingCommands(CommandTree& tree)
         [&](Session& session) { orRefuse(BillingDesk(session.store()).setCurrency(unlessNone(code))); });
 
     auto rounding = noun.verb("rounding", "Set how time is rounded where neither client nor project says so");
-    const auto& policy = rounding.argument("POLICY|none", "The policy");
+    const auto& policy = rounding.argument("POLICY|none", "The policy", roundingChoices());
     rounding.runs([&](Session& session) {
         orRefuse(BillingDesk(session.store()).setRounding(roundingArgument(policy)));
     });

@@ -28,11 +28,13 @@ template <typename Edit> void addPlainVerb(Noun& noun, const char* name, const c
 
 /// `client VERB C VALUE`.
 template <typename Edit>
-void addValueVerb(Noun& noun, const char* name, const char* description, const char* valueName, Edit edit)
+void addValueVerb(Noun& noun, const char* name, const char* description, const char* valueName, Edit edit,
+                  const std::vector<std::string>& choices = {})
 {
     auto verb = noun.verb(name, description);
     const auto& text = verb.argument("CLIENT", "The client");
-    const auto& value = verb.argument(valueName, "The new value");
+    const auto& value = choices.empty() ? verb.argument(valueName, "The new value")
+                                        : verb.argument(valueName, "The new value", choices);
     verb.runs([&text, &value, edit](Session& session) {
         ClientBook book(session.store());
         orRefuse(edit(book, client(session, text), value));
@@ -45,7 +47,7 @@ void addAdd(Noun& noun)
     const auto& name = verb.argument("NAME", "Its name");
     const auto& color = verb.option("--color", "HEX", "Its colour, as #1A2B3C");
     const auto& rate = verb.option("--rate", "RATE", "Money an hour");
-    const auto& rounding = verb.option("--rounding", "POLICY", "How its time is rounded");
+    const auto& rounding = verb.choice("--rounding", roundingChoices(), "How its time is rounded");
     verb.runs([&](Session& session) {
         const auto policy = rounding ? roundingArgument(*rounding) : std::nullopt;
         const auto id = orRefuse(ClientBook(session.store()).addClient({name, color, rate, policy}));
@@ -101,10 +103,12 @@ void addClientCommands(CommandTree& tree)
                  [](ClientBook& book, ClientID id, const std::string& rate) {
                      return book.setClientRate(id, unlessNone(rate));
                  });
-    addValueVerb(noun, "rounding", "Set how time is rounded", "POLICY|none",
-                 [](ClientBook& book, ClientID id, const std::string& policy) {
-                     return book.setClientRounding(id, roundingArgument(policy));
-                 });
+    addValueVerb(
+        noun, "rounding", "Set how time is rounded", "POLICY|none",
+        [](ClientBook& book, ClientID id, const std::string& policy) {
+            return book.setClientRounding(id, roundingArgument(policy));
+        },
+        roundingChoices());
 }
 
 } // namespace stintbook

@@ -25,6 +25,20 @@ struct Verb::Storage {
     CLI::App* chosenApp = nullptr;
 };
 
+namespace {
+
+CLI::Validator oneOf(const std::vector<std::string>& choices)
+{
+    return {[choices](const std::string& word) {
+                return std::ranges::find(choices, word) != choices.end()
+                    ? std::string()
+                    : fmt::format("'{}' is none of {}", word, fmt::join(choices, ", "));
+            },
+            ""};
+}
+
+} // namespace
+
 const std::string& Verb::argument(const std::string& name, const std::string& description)
 {
     auto& text = m_storage->texts.emplace_back();
@@ -36,14 +50,17 @@ const std::string& Verb::argument(const std::string& name, const std::string& de
                                   const std::vector<std::string>& choices)
 {
     auto& text = m_storage->texts.emplace_back();
-    m_app->add_option(name, text, description)->required()->check(CLI::IsMember(choices));
+    m_app->add_option(name, text, description)
+        ->required()
+        ->check(oneOf(choices))
+        ->option_text(fmt::format("{}", fmt::join(choices, "|")));
     return text;
 }
 
 const std::vector<std::string>& Verb::arguments(const std::string& name, const std::string& description)
 {
     auto& list = m_storage->lists.emplace_back();
-    m_app->add_option(name, list, description)->required()->option_text("…");
+    m_app->add_option(name, list, description)->required()->option_text("...");
     return list;
 }
 
@@ -68,7 +85,9 @@ const std::optional<std::string>& Verb::choice(const std::string& name,
                                                const std::string& description)
 {
     auto& text = m_storage->optionalTexts.emplace_back();
-    m_app->add_option(name, text, description)->check(CLI::IsMember(choices))->type_name("");
+    m_app->add_option(name, text, description)
+        ->check(oneOf(choices))
+        ->type_name(fmt::format("{}", fmt::join(choices, "|")));
     return text;
 }
 

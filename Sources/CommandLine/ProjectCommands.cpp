@@ -28,11 +28,13 @@ template <typename Edit> void addPlainVerb(Noun& noun, const char* name, const c
 
 /// `project VERB P VALUE`.
 template <typename Edit>
-void addValueVerb(Noun& noun, const char* name, const char* description, const char* valueName, Edit edit)
+void addValueVerb(Noun& noun, const char* name, const char* description, const char* valueName, Edit edit,
+                  const std::vector<std::string>& choices = {})
 {
     auto verb = noun.verb(name, description);
     const auto& text = verb.argument("PROJECT", "The project");
-    const auto& value = verb.argument(valueName, "The new value");
+    const auto& value = choices.empty() ? verb.argument(valueName, "The new value")
+                                        : verb.argument(valueName, "The new value", choices);
     verb.runs([&text, &value, edit](Session& session) {
         ClientBook book(session.store());
         orRefuse(edit(book, project(session, text), value));
@@ -45,10 +47,10 @@ void addAdd(Noun& noun)
     const auto& client = verb.argument("CLIENT", "The client");
     const auto& name = verb.argument("NAME", "Its name");
     const auto& billable =
-        verb.choice("--billable", {"yes", "no"}, "Whether its work is billed; yes unless said otherwise");
+        verb.choice("--billable", yesAndNo(), "Whether its work is billed; yes unless said otherwise");
     const auto& rate = verb.option("--rate", "RATE", "Money an hour, instead of the client's");
     const auto& rounding =
-        verb.option("--rounding", "POLICY", "How its time is rounded, instead of the client's");
+        verb.choice("--rounding", roundingChoices(), "How its time is rounded, instead of the client's");
     verb.runs([&](Session& session) {
         ClientBook book(session.store());
         const auto owner = clientArgument(client, orRefuse(book.directory()));
@@ -103,10 +105,12 @@ void addProjectCommands(CommandTree& tree)
     addValueVerb(
         noun, "rename", "Change a project's name", "NAME",
         [](ClientBook& book, ProjectID id, const std::string& name) { return book.renameProject(id, name); });
-    addValueVerb(noun, "billable", "Set whether its work is billed", "yes|no",
-                 [](ClientBook& book, ProjectID id, const std::string& answer) {
-                     return book.setProjectBillable(id, yesOrNo(answer));
-                 });
+    addValueVerb(
+        noun, "billable", "Set whether its work is billed", "yes|no",
+        [](ClientBook& book, ProjectID id, const std::string& answer) {
+            return book.setProjectBillable(id, yesOrNo(answer));
+        },
+        yesAndNo());
     addPlainVerb(noun, "archive", "Keep a project's history, but give it no new work",
                  [](ClientBook& book, ProjectID id) { return book.archiveProject(id, true); });
     addPlainVerb(noun, "restore", "Take a project out of the archive",
@@ -117,10 +121,12 @@ void addProjectCommands(CommandTree& tree)
                  [](ClientBook& book, ProjectID id, const std::string& rate) {
                      return book.setProjectRate(id, unlessNone(rate));
                  });
-    addValueVerb(noun, "rounding", "Set how time is rounded", "POLICY|none",
-                 [](ClientBook& book, ProjectID id, const std::string& policy) {
-                     return book.setProjectRounding(id, roundingArgument(policy));
-                 });
+    addValueVerb(
+        noun, "rounding", "Set how time is rounded", "POLICY|none",
+        [](ClientBook& book, ProjectID id, const std::string& policy) {
+            return book.setProjectRounding(id, roundingArgument(policy));
+        },
+        roundingChoices());
 }
 
 } // namespace stintbook

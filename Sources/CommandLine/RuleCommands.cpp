@@ -57,7 +57,7 @@ void addAdd(Noun& noun)
     const auto& clientText = verb.requiredOption("--client", "CLIENT", "Whom matching work is for");
     const auto& projectText = verb.requiredOption("--project", "PROJECT", "What matching work is for");
     const auto match = matchOptions(verb);
-    const auto& billable = verb.choice("--billable", {"yes", "no"}, "Instead of the project's default");
+    const auto& billable = verb.choice("--billable", yesAndNo(), "Instead of the project's default");
     verb.runs([&, match](Session& session) {
         const auto directory = orRefuse(ClientBook(session.store()).directory());
         const auto client = clientArgument(clientText, directory);
@@ -106,7 +106,8 @@ void addMove(Noun& noun)
     const auto& id = verb.argument("ID", "The rule");
     const auto& to = verb.requiredOption("--to", "POSITION", "Where it is to stand");
     verb.runs([&](Session& session) {
-        orRefuse(RuleBook(session.store()).move(RuleID{identifierArgument(id)}, positionArgument(to)));
+        const int position = positionArgument(to);
+        orRefuse(RuleBook(session.store()).move(RuleID{identifierArgument(id)}, position));
     });
 }
 

@@ -90,7 +90,7 @@ void printResumed(Session& session)
     if (session.isJSON())
         session.printJSON([](JsonWriter&) { });
     else
-        session.output() << "Recording\n";
+        session.output() << "No longer paused\n";
 }
 
 } // namespace stintbook

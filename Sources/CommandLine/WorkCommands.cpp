@@ -43,7 +43,7 @@ TargetOptions targetOptions(Verb& verb)
 {
     return {verb.requiredOption("--client", "CLIENT", "The client"),
             verb.requiredOption("--project", "PROJECT", "The project"),
-            verb.choice("--billable", {"yes", "no"}, "Instead of the project's default")};
+            verb.choice("--billable", yesAndNo(), "Instead of the project's default")};
 }
 
 WorkTarget target(Session& session, const TargetOptions& options)
