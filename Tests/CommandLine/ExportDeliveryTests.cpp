@@ -1,0 +1,115 @@
+// An export is recorded exactly when it was delivered.
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "CommandLineTest.h"
+
+namespace stintbook {
+namespace {
+
+class ExportDelivery : public CommandLineTest {
+protected:
+    ExportDelivery()
+    {
+        recordDay();
+        addAccount();
+        done({"work", "ignore", day, workAt("10:00")});
+        done({"day", "ready", day});
+    }
+
+    Words csv(Words more = {}) const
+    {
+        more.insert(more.begin(), {"export", "csv", "--from", day, "--to", day});
+        return more;
+    }
+    unsigned recorded() { return json({"export", "history"})["snapshots"].Size(); }
+};
+
+TEST_F(ExportDelivery, IsRecordedForFilesAndForStandardOutput)
+{
+    const auto file = directory / "bill.csv";
+    const auto printed = done(csv());
+    EXPECT_EQ(recorded(), 1U);
+    const auto receipt = json(csv({"--output", file}));
+    EXPECT_EQ(contentsOf(file), printed);
+    EXPECT_EQ(receipt["lineCount"].GetInt(), 2);
+    done({"export", "summary", "--from", day, "--to", day});
+    EXPECT_EQ(recorded(), 3U);
+    const std::string id = receipt["snapshotID"].GetString();
+    EXPECT_STREQ(json({"export", "show", id})["snapshots"][0]["id"].GetString(), id.c_str());
+
+    // A link stays a link; what it names is replaced.
+    const auto link = directory / "latest.csv";
+    std::filesystem::create_symlink(file, link);
+    writeFile(file, "older and much longer than what replaces it" + std::string(1000, '.'));
+    done(csv({"--output", link}));
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(contentsOf(file), printed);
+}
+
+TEST_F(ExportDelivery, ThatFailsIsNotRecordedAndLeavesNothingBehind)
+{
+    const std::string ending = " Nothing was written, and no record was created.";
+    const auto missing = (directory / "nowhere" / "bill.csv").string();
+    expectRefusal(csv({"--output", missing}),
+                  "The export could not be saved: No such file or directory." + ending);
+    const auto folder = directory / "folder.csv";
+    std::filesystem::create_directory(folder);
+    expectRefusal(csv({"--output", folder}), "The export could not be saved: Is a directory." + ending);
+    EXPECT_FALSE(std::filesystem::exists(folder.string() + ".new"));
+    EXPECT_EQ(recorded(), 0U);
+}
+
+TEST_F(ExportDelivery, ToADeviceLeavesTheDeviceInItsPlace)
+{
+    expectRefusal(
+        csv({"--output", "/dev/full"}),
+        "The export could not be saved: No space left on device. Nothing was written, and no record was "
+        "created.");
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+    done(csv({"--output", "/dev/null"}));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+    EXPECT_EQ(recorded(), 1U);
+}
+
+TEST_F(ExportDelivery, NeedsAStandardOutputThatTakesIt)
+{
+    const auto onto = [](const char* file) {
+        return [file] { dup2(open(file, O_WRONLY | O_CLOEXEC), STDOUT_FILENO); };
+    };
+    const auto closed = [] { close(STDOUT_FILENO); };
+    const auto brokenPipe = [] {
+        int ends[2];
+        if (pipe(ends) != 0)
+            _exit(126);
+        dup2(ends[1], STDOUT_FILENO);
+        close(ends[0]);
+        close(ends[1]);
+        signal(SIGPIPE, SIG_IGN);
+    };
+    const std::string refused =
+        "Standard output did not take it. Nothing was written, and no record was created.";
+    expectRefusal(csv(), refused, onto("/dev/full"));
+    expectRefusal(csv(), refused, closed);
+    expectRefusal(csv(), refused, brokenPipe);
+    EXPECT_EQ(run(csv(),
+                  [=] {
+                      brokenPipe();
+                      signal(SIGPIPE, SIG_DFL);
+                  })
+                  .status,
+              -SIGPIPE);
+    EXPECT_EQ(recorded(), 0U);
+
+    // The same holds for what only reads: an answer that is lost is no success.
+    expectRefusal({"day", "show", day}, "Standard output did not take the answer.", onto("/dev/full"));
+    expectRefusal({"client", "list"}, "Standard output did not take the answer.", closed);
+}
+
+} // namespace
+} // namespace stintbook
