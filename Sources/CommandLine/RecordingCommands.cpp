@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 
@@ -56,10 +57,10 @@ void addReplay(CommandTree& tree)
         const auto store = orRefuse(session.ownStore());
         // What the log would tell of is another day's, and the report tells it.
         log::replaceSink([](log::Level, std::string_view) { });
-        const auto result = replayTrace(
-            stream, store->sharedSegments(),
-            session.isJSON() ? ReplayedSegments::handedBack : ReplayedSegments::counted,
-            idleThreshold ? secondsArgument(*idleThreshold) : CaptureConfiguration{}.idleThreshold);
+        auto result = replayTrace(stream, store->sharedSegments(),
+                                  session.isJSON() ? ReplayedSegments::handedBack : ReplayedSegments::counted,
+                                  idleThreshold ? secondsArgument(*idleThreshold)
+                                                : CaptureConfiguration{}.idleThreshold);
         if (result.problem)
             throw Refusal{message(*result.problem)};
         if (!session.isJSON()) {
@@ -67,6 +68,8 @@ void addReplay(CommandTree& tree)
                                             result.unsavedCount, rawValue(result.outcome.kind));
             return;
         }
+        // They come as they were lived, and a clock may have been set back.
+        std::ranges::sort(result.segments, segmentOrder);
         session.printJSON([&](JsonWriter& json) {
             json.member("outcome", rawValue(result.outcome.kind));
             json.member("saved", static_cast<std::int64_t>(result.savedCount));
