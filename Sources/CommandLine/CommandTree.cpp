@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "Base/BuildInformation.h"
+#include "Base/Text.h"
 
 namespace stintbook {
 
@@ -260,6 +261,11 @@ int CommandTree::run(int argumentCount, const char* const* arguments, const Envi
 int CommandTree::runCommand(int argumentCount, const char* const* arguments, const Environment& environment,
                             std::ostream& output, std::ostream& errors)
 {
+    // What is stored is text, and what is not would come out of an export as something else.
+    if (!std::all_of(arguments, arguments + argumentCount, isValidUTF8)) {
+        errors << "An argument is no UTF-8 text.\n" << usageLine(*m_app) << '\n';
+        return 2;
+    }
     try {
         m_app->parse(parserWords(argumentCount, arguments));
     } catch (const CLI::CallForHelp&) {

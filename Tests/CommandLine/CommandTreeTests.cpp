@@ -128,4 +128,12 @@ TEST_F(CommandTreeTest, PrefersTheNamedClientsProjectAndLeavesAnotherClientsToTh
                   refused + "its client is no longer in the client list.");
 }
 
+TEST_F(CommandTreeTest, TakesNoArgumentThatIsNoText)
+{
+    const auto answer = run({"client", "add", "Nord\xFFlicht"});
+    EXPECT_EQ(answer.status, 2);
+    EXPECT_THAT(answer.output, IsEmpty());
+    EXPECT_THAT(run({"client", "list", "--json"}).output, HasSubstr("\"clients\":[]"));
+}
+
 } // namespace stintbook
