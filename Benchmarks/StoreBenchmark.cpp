@@ -6,6 +6,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "Capture/FreshSegmentID.h"
 #include "Store/GroupingSegmentRepository.h"
 #include "Store/PersistentActivitySegmentRepository.h"
 #include "Store/StoreDatabase.h"
@@ -22,7 +23,7 @@ ActivitySegment segment(int index)
     static const std::vector<std::string> applications = {"org.mozilla.firefox", "org.gnome.TextEditor",
                                                           "org.gnome.Terminal", "org.libreoffice.Writer"};
     const auto start = firstDay + Seconds{day.value / segmentsADay} * index;
-    ActivitySegment segment{.id = SegmentID::random(),
+    ActivitySegment segment{.id = freshSegmentID(),
                             .start = start,
                             .end = start + Seconds{day.value / segmentsADay},
                             .timeZone = {"Europe/Berlin", 3600}};

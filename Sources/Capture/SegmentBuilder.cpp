@@ -82,7 +82,7 @@ std::vector<ActivitySegment> SegmentBuilder::closeAndContinue(Instant at)
         return {};
     auto closed = pieces(*open, at);
     open->start = at;
-    open->id = SegmentID::random();
+    open->id = freshSegmentID();
     open->laterIDs.clear();
     return closed;
 }
@@ -104,7 +104,7 @@ std::vector<ActivitySegment> SegmentBuilder::pieces(OpenSegment& segment, Instan
         if (result.empty())
             return segment.id;
         if (segment.laterIDs.size() < result.size())
-            segment.laterIDs.push_back(SegmentID::random());
+            segment.laterIDs.push_back(freshSegmentID());
         return segment.laterIDs[result.size() - 1];
     };
     const auto emit = [&](Instant from, Instant to) {

@@ -5,6 +5,7 @@
 #include <variant>
 #include <vector>
 
+#include "Capture/FreshSegmentID.h"
 #include "Domain/ActivitySegment.h"
 
 namespace stintbook {
@@ -48,7 +49,7 @@ public:
         std::optional<GapReason> gapReason;
         /// What its first piece will be called: drawn early, so that an extent kept in case of a crash can
         /// be told from the stored segment.
-        SegmentID id = SegmentID::random();
+        SegmentID id = freshSegmentID();
         /// The same for further pieces, as far as an extent has needed them.
         std::vector<SegmentID> laterIDs = {};
     };

@@ -29,6 +29,8 @@ public:
         const std::filesystem::path& storeFile);
 
     ~StoreInstanceLock();
+    StoreInstanceLock(const StoreInstanceLock&) = delete;
+    StoreInstanceLock& operator=(const StoreInstanceLock&) = delete;
     StoreInstanceLock(StoreInstanceLock&& other) noexcept
         : m_descriptor(std::exchange(other.m_descriptor, -1))
     {
