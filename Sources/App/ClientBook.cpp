@@ -27,7 +27,7 @@ template <typename Problem> std::string sentence(const Problem& problem)
 
 ClientBookProblem problemOf(PersistenceError error)
 {
-    return std::visit([](auto&& stored) -> ClientBookProblem { return ClientEditError(std::move(stored)); },
+    return std::visit([](auto stored) -> ClientBookProblem { return ClientEditError(std::move(stored)); },
                       std::move(error));
 }
 
