@@ -9,6 +9,7 @@
 
 #include "CommandLine/Session.h"
 
+// NOLINTNEXTLINE(readability-identifier-naming): the parser's own name
 namespace CLI {
 class App;
 }
