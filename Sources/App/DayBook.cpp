@@ -151,17 +151,19 @@ Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
     const AttributionEngine engine(TRY(review.attributionRules()), directory);
     const ExclusionEngine exclusion(TRY(review.exclusionRules()));
 
+    auto items = TRY(review.items(day));
+    auto approval = TRY(review.approval(day));
     auto free = freeSegments(segments, bounds, covering);
     auto blocks = WorkBlockBuilder(calendar, engine, exclusion).blocks(free, reviews);
     return Loaded{.content = {.day = day,
                               .bounds = bounds,
                               .freeSegments = std::move(free),
                               .blocks = std::move(blocks),
-                              .items = TRY(review.items(day))},
+                              .items = std::move(items)},
                   .recorded = daySummary(day, bounds, segments),
                   .directory = std::move(directory),
                   .calendar = std::move(calendar),
-                  .approval = TRY(review.approval(day))};
+                  .approval = std::move(approval)};
 }
 
 Stored<OpenedDay> DayBook::open(const LocalDay& day) const

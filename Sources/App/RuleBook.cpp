@@ -60,8 +60,9 @@ std::string message(const RuleBookProblem& problem)
 Stored<ListedRules> RuleBook::list() const
 {
     return m_store.database().read([&](StoreConnection&) -> Stored<ListedRules> {
-        ListedRules rules{
-            TRY(m_store.review().attributionRules()), TRY(m_store.review().exclusionRules()), {}};
+        ListedRules rules;
+        rules.attributionRules = TRY(m_store.review().attributionRules());
+        rules.exclusionRules = TRY(m_store.review().exclusionRules());
         rules.losing = losingRuleIDs(rules.attributionRules, TRY(ClientBook(m_store).directory()));
         return rules;
     });

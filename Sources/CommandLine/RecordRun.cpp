@@ -123,7 +123,7 @@ void record(Session& session, const RecordRequest& request)
         const std::jthread capture([&] { loop.run(); });
         signals.wait(request.duration);
         result = BoundedShutdown::run<CaptureShutdownOutcome>(
-            [&](auto complete) { loop.post([&recorder, complete] { recorder.shutdown(complete); }); });
+            [&](const auto& complete) { loop.post([&recorder, complete] { recorder.shutdown(complete); }); });
         loop.stop();
     }
     logResult(result);
