@@ -53,7 +53,7 @@ void printWork(Session& session, const CalendarContext& calendar, const std::vec
 {
     const auto directory = orRefuse(ClientBook(session.store()).directory());
     const auto locale = session.locale("LC_TIME");
-    const auto row = [&](Interval when, std::string what,
+    const auto row = [&](Interval when, const std::string& what,
                          const std::optional<AttributionAssignment>& assignment, std::string itsState,
                          const UUID& id) {
         return Row{when.start,
