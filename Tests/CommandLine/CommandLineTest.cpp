@@ -41,7 +41,7 @@ CommandLineTest::Process CommandLineTest::start(const Words& words, const Prepar
 
     std::vector<std::string> variables;
     for (const auto& [name, value] : environment)
-        variables.push_back(name + "=" + value);
+        variables.push_back(std::string(name).append("=").append(value));
     Words everything = words;
     everything.insert(everything.begin(), "velloran-cli");
     const auto pointers = [](std::vector<std::string>& texts) {
