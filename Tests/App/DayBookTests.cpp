@@ -131,7 +131,7 @@ TEST(ClientBook, KeepsRateAndRoundingApartAndRefusesWhatIsNoRate)
     const auto clients = *book.clients();
     ASSERT_EQ(clients.size(), 1U);
     EXPECT_EQ(clients.front().billing,
-              (ClientBillingDefaults{*Decimal::parse("87.5"), RoundingPolicy::nearestSixMinutes}));
+              (ClientBillingDefaults{Decimal::parse("87.5"), RoundingPolicy::nearestSixMinutes}));
     EXPECT_FALSE(book.renameClient(ClientID::random(), "Nobody"));
 }
 
