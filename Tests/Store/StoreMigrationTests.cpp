@@ -12,9 +12,6 @@
 namespace stintbook {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 /// A copy of the store that a version wrote.
 struct EarlierStore : SampleStore {
     explicit EarlierStore(int version)
@@ -43,7 +40,7 @@ std::vector<std::string> declarations(StoreDatabase& database)
 class StoreMigration : public testing::TestWithParam<int> {
 public:
     /// The value of a record that came with `version`, else its default.
-    template <typename T> static T since(int version, T value, T otherwise)
+    template <typename T> static T since(int version, const T& value, const T& otherwise)
     {
         return GetParam() >= version ? value : otherwise;
     }
