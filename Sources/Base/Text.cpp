@@ -20,9 +20,14 @@ int32_t length(std::string_view text)
     return static_cast<int32_t>(text.size());
 }
 
+bool isASCIICharacter(char c)
+{
+    return static_cast<unsigned char>(c) < 0x80;
+}
+
 bool isASCII(std::string_view text)
 {
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return std::ranges::all_of(text, isASCIICharacter);
 }
 
 icu::UnicodeString unicode(std::string_view text)
@@ -147,16 +152,22 @@ std::string upperCased(std::string_view text)
 
 std::string foldedForSearch(std::string_view text)
 {
-    if (isASCII(text)) {
-        std::string folded(text);
-        std::ranges::transform(folded, folded.begin(), [](char c) {
-            return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        });
-        return folded;
+    // Neither decomposition nor the order of marks reaches across an ASCII character: each run of the others
+    // folds on its own. Most titles have few of them.
+    std::string result;
+    result.reserve(text.size());
+    for (auto rest = text.begin(); rest != text.end();) {
+        const auto others = std::find_if_not(rest, text.end(), isASCIICharacter);
+        std::transform(rest, others, std::back_inserter(result),
+                       [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+        rest = std::find_if(others, text.end(), isASCIICharacter);
+        if (others == rest)
+            continue;
+        auto folded = withoutNonspacingMarks(decomposed(unicode({others, rest})));
+        folded.foldCase(U_FOLD_CASE_DEFAULT);
+        decomposed(folded).toUTF8String(result);
     }
-    auto folded = withoutNonspacingMarks(decomposed(unicode(text)));
-    folded.foldCase(U_FOLD_CASE_DEFAULT);
-    return utf8(decomposed(folded));
+    return result;
 }
 
 bool isLetterOrDigit(char32_t character)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,9 +43,11 @@ private:
 
     const AttributionEngine& m_engine;
     const ExclusionEngine& m_exclusion;
+    /// The maps only grow and go together.
+    std::pmr::monotonic_buffer_resource m_memory{64 * 1024};
     /// Absent where the kind is excluded.
-    std::unordered_map<Kind, std::optional<AttributionEvaluation>, KindHash> m_evaluations;
-    std::unordered_map<std::string_view, std::string> m_foldedTitles;
+    std::pmr::unordered_map<Kind, std::optional<AttributionEvaluation>, KindHash> m_evaluations{&m_memory};
+    std::pmr::unordered_map<std::string_view, std::string> m_foldedTitles{&m_memory};
 };
 
 } // namespace stintbook
