@@ -7,7 +7,6 @@
 #include <benchmark/benchmark.h>
 
 #include "Capture/FreshSegmentID.h"
-#include "Store/GroupingSegmentRepository.h"
 #include "Store/PersistentActivitySegmentRepository.h"
 #include "Store/StoreDatabase.h"
 
@@ -81,13 +80,15 @@ private:
     void fill() const
     {
         PersistentActivitySegmentRepository repository(m_database);
-        GroupingSegmentRepository grouping(repository);
+        std::vector<ActivitySegment> segments;
         for (int index = 0; index < m_days * segmentsADay; ++index) {
-            if (!grouping.save({{segment(index)}}))
+            segments.push_back(segment(index));
+            if (segments.size() < 20 * segmentsADay && index + 1 < m_days * segmentsADay)
+                continue;
+            if (!repository.save(segments))
                 std::abort();
+            segments.clear();
         }
-        if (!grouping.flush())
-            std::abort();
     }
 
     int m_days;

@@ -30,9 +30,9 @@ struct StoreOpening {
     std::string fileSystem;
 };
 
-/// An open store of the current version. Any thread may call it: every call is one transaction, and calls
-/// wait for each other, so that the work of one never makes another. A call from within another's work is part of that transaction: what it wrote goes
-/// when it fails, and stays only when the outer one is kept.
+/// An open store of the current version. Any thread may call it: every call is one transaction, and calls of
+/// several threads wait for each other. A call from within another's work is part of that transaction: what
+/// it wrote goes when it fails, and stays only when the outer one is kept.
 class StoreDatabase {
 public:
     /// Creates a store that is missing and migrates one of an earlier version, after a copy was made beside it

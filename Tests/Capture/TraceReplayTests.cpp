@@ -263,5 +263,18 @@ TEST(TraceReplay, CountsWhatARefusingStoreWasNotGiven)
     EXPECT_EQ(accepted.unsavedCount, 1U);
 }
 
+TEST(TraceReplay, GathersItsSavesInOrder)
+{
+    std::string trace = "{\"at\":0,\"start\":{\"timeZone\":\"UTC\"}}\n";
+    for (int second = 0; second <= 10'000; ++second)
+        trace += front(second, second % 2 == 0 ? "a" : "b");
+    std::ranges::replace(trace, '`', '"');
+    std::istringstream stream(trace);
+    const auto repository = std::make_shared<CaptureSegmentRepository>();
+    EXPECT_EQ(replayTrace(stream, repository, ReplayedSegments::counted).savedCount, 10'000U);
+    EXPECT_LE(repository->saveCount, 4);
+    EXPECT_TRUE(std::ranges::is_sorted(repository->saved, segmentOrder));
+}
+
 } // namespace
 } // namespace stintbook

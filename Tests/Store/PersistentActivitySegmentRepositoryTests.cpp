@@ -2,9 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "Store/GroupingSegmentRepository.h"
 #include "StoreSamples.h"
-#include "Support/CaptureSegmentRepository.h"
 
 namespace stintbook {
 namespace {
@@ -135,30 +133,6 @@ TEST_F(SegmentStore, SavesOnlyWhatIsMissingWhenAskedTo)
     changed[1].end = changed[1].end + Seconds{1};
     EXPECT_EQ(*repository.saveMissing(changed), 2);
     EXPECT_EQ(all(), sampleSegments(0, 4));
-}
-
-TEST(GroupingSegmentRepository, SavesInGroupsAndInOrder)
-{
-    CaptureSegmentRepository inner;
-    GroupingSegmentRepository grouping(inner, 3);
-    for (std::uint32_t minute = 0; minute < 7; ++minute)
-        ASSERT_TRUE(grouping.save({{sampleSegment(minute)}}));
-    EXPECT_EQ(inner.saved, sampleSegments(0, 6));
-    EXPECT_EQ(inner.saveCount, 2);
-    ASSERT_TRUE(grouping.flush());
-    EXPECT_EQ(inner.saved, sampleSegments(0, 7));
-}
-
-TEST(GroupingSegmentRepository, KeepsWhatItAcceptedWhenAGroupIsRefused)
-{
-    CaptureSegmentRepository inner;
-    GroupingSegmentRepository grouping(inner, 2);
-    inner.refuses = [] { return true; };
-    ASSERT_TRUE(grouping.save({{sampleSegment(0)}}));
-    EXPECT_FALSE(grouping.save({{sampleSegment(1)}}));
-    inner.refuses = nullptr;
-    ASSERT_TRUE(grouping.save({{sampleSegment(1)}}));
-    EXPECT_EQ(inner.saved, sampleSegments(0, 2));
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "Store/GroupingSegmentRepository.h"
 #include "StoreSamples.h"
 #include "Support/FaultyFileSystem.h"
 
@@ -136,20 +135,18 @@ TEST(StoreFaults, SayThatTheDiskIsFull)
 
 /// Kills a process that saves segment after segment once it has acknowledged `count`; answers how many it had
 /// acknowledged in the end.
-template <typename Repository>
-std::uint32_t acknowledgedBeforeKill(std::uint32_t count, Repository repository)
+std::uint32_t acknowledgedBeforeKill(std::uint32_t count, const SampleStore& store)
 {
     int channel[2];
     EXPECT_EQ(pipe(channel), 0);
     const auto child = fork();
     if (child == 0) {
         close(channel[0]);
-        repository([&](ActivitySegmentRepository& segments) {
-            for (std::uint32_t minute = 0;; ++minute) {
-                if (!segments.save({{sampleSegment(minute)}}) || write(channel[1], "+", 1) != 1)
-                    _exit(1);
-            }
-        });
+        PersistentActivitySegmentRepository segments(store.open());
+        for (std::uint32_t minute = 0;; ++minute) {
+            if (!segments.save({{sampleSegment(minute)}}) || write(channel[1], "+", 1) != 1)
+                _exit(1);
+        }
     }
     close(channel[1]);
     std::uint32_t acknowledged = 0;
@@ -177,25 +174,11 @@ TEST(StoreKills, CostNoSegmentThatWasAcknowledged)
 {
     for (const std::uint32_t count : {1U, 2U, 7U, 30U, 150U}) {
         const SampleStore store;
-        const auto acknowledged = acknowledgedBeforeKill(count, [&](auto run) {
-            PersistentActivitySegmentRepository segments(store.open());
-            run(segments);
-        });
+        const auto acknowledged = acknowledgedBeforeKill(count, store);
         const auto stored = storedPrefix(store);
         EXPECT_GE(stored, acknowledged);
         EXPECT_LE(stored, acknowledged + 1);
     }
-}
-
-TEST(StoreKills, LeaveACleanPrefixOfAReplay)
-{
-    const SampleStore store;
-    acknowledgedBeforeKill(1000, [&](auto run) {
-        PersistentActivitySegmentRepository segments(store.open());
-        GroupingSegmentRepository grouping(segments, 100);
-        run(grouping);
-    });
-    EXPECT_EQ(storedPrefix(store) % 100, 0U);
 }
 
 } // namespace
