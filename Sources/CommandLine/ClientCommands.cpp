@@ -3,43 +3,13 @@
 #include "App/ClientBook.h"
 #include "CommandLine/Arguments.h"
 #include "CommandLine/CommandTree.h"
+#include "CommandLine/EditVerbs.h"
 #include "CommandLine/ListJSON.h"
 #include "CommandLine/Table.h"
 
 namespace stintbook {
 
 namespace {
-
-ClientID client(Session& session, const std::string& text)
-{
-    return clientArgument(text, orRefuse(ClientBook(session.store()).directory()));
-}
-
-/// `client VERB C`.
-template <typename Edit> void addPlainVerb(Noun& noun, const char* name, const char* description, Edit edit)
-{
-    auto verb = noun.verb(name, description);
-    const auto& text = verb.argument("CLIENT", "The client");
-    verb.runs([&text, edit](Session& session) {
-        ClientBook book(session.store());
-        orRefuse(edit(book, client(session, text)));
-    });
-}
-
-/// `client VERB C VALUE`.
-template <typename Edit>
-void addValueVerb(Noun& noun, const char* name, const char* description, const char* valueName, Edit edit,
-                  const std::vector<std::string>& choices = {})
-{
-    auto verb = noun.verb(name, description);
-    const auto& text = verb.argument("CLIENT", "The client");
-    const auto& value = choices.empty() ? verb.argument(valueName, "The new value")
-                                        : verb.argument(valueName, "The new value", choices);
-    verb.runs([&text, &value, edit](Session& session) {
-        ClientBook book(session.store());
-        orRefuse(edit(book, client(session, text), value));
-    });
-}
 
 void addAdd(Noun& noun)
 {
@@ -86,25 +56,29 @@ void addClientCommands(CommandTree& tree)
     auto noun = tree.noun("client", "Clients");
     addAdd(noun);
     addList(noun);
-    addValueVerb(
-        noun, "rename", "Change a client's name", "NAME",
+    auto verbs =
+        editVerbs<ClientBook>(noun, "CLIENT", "The client", [](ClientBook& book, const std::string& text) {
+            return clientArgument(text, orRefuse(book.directory()));
+        });
+    verbs.addWithValue(
+        "rename", "Change a client's name", "NAME",
         [](ClientBook& book, ClientID id, const std::string& name) { return book.renameClient(id, name); });
-    addValueVerb(noun, "color", "Change a client's colour", "HEX|none",
-                 [](ClientBook& book, ClientID id, const std::string& color) {
-                     return book.colorClient(id, unlessNone(color));
-                 });
-    addPlainVerb(noun, "archive", "Keep a client's history, but give it no new work",
-                 [](ClientBook& book, ClientID id) { return book.archiveClient(id, true); });
-    addPlainVerb(noun, "restore", "Take a client out of the archive",
-                 [](ClientBook& book, ClientID id) { return book.archiveClient(id, false); });
-    addPlainVerb(noun, "delete", "Delete a client that nothing recorded names",
-                 [](ClientBook& book, ClientID id) { return book.deleteClient(id); });
-    addValueVerb(noun, "rate", "Set what an hour costs", "RATE|none",
-                 [](ClientBook& book, ClientID id, const std::string& rate) {
-                     return book.setClientRate(id, unlessNone(rate));
-                 });
-    addValueVerb(
-        noun, "rounding", "Set how time is rounded", "POLICY|none",
+    verbs.addWithValue("color", "Change a client's colour", "HEX|none",
+                       [](ClientBook& book, ClientID id, const std::string& color) {
+                           return book.colorClient(id, unlessNone(color));
+                       });
+    verbs.add("archive", "Keep a client's history, but give it no new work",
+              [](ClientBook& book, ClientID id) { return book.archiveClient(id, true); });
+    verbs.add("restore", "Take a client out of the archive",
+              [](ClientBook& book, ClientID id) { return book.archiveClient(id, false); });
+    verbs.add("delete", "Delete a client that nothing recorded names",
+              [](ClientBook& book, ClientID id) { return book.deleteClient(id); });
+    verbs.addWithValue("rate", "Set what an hour costs", "RATE|none",
+                       [](ClientBook& book, ClientID id, const std::string& rate) {
+                           return book.setClientRate(id, unlessNone(rate));
+                       });
+    verbs.addWithValue(
+        "rounding", "Set how time is rounded", "POLICY|none",
         [](ClientBook& book, ClientID id, const std::string& policy) {
             return book.setClientRounding(id, roundingArgument(policy));
         },

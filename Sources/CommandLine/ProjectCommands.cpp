@@ -3,43 +3,13 @@
 #include "App/ClientBook.h"
 #include "CommandLine/Arguments.h"
 #include "CommandLine/CommandTree.h"
+#include "CommandLine/EditVerbs.h"
 #include "CommandLine/ListJSON.h"
 #include "CommandLine/Table.h"
 
 namespace stintbook {
 
 namespace {
-
-ProjectID project(Session& session, const std::string& text)
-{
-    return projectArgument(text, orRefuse(ClientBook(session.store()).directory()));
-}
-
-/// `project VERB P`.
-template <typename Edit> void addPlainVerb(Noun& noun, const char* name, const char* description, Edit edit)
-{
-    auto verb = noun.verb(name, description);
-    const auto& text = verb.argument("PROJECT", "The project");
-    verb.runs([&text, edit](Session& session) {
-        ClientBook book(session.store());
-        orRefuse(edit(book, project(session, text)));
-    });
-}
-
-/// `project VERB P VALUE`.
-template <typename Edit>
-void addValueVerb(Noun& noun, const char* name, const char* description, const char* valueName, Edit edit,
-                  const std::vector<std::string>& choices = {})
-{
-    auto verb = noun.verb(name, description);
-    const auto& text = verb.argument("PROJECT", "The project");
-    const auto& value = choices.empty() ? verb.argument(valueName, "The new value")
-                                        : verb.argument(valueName, "The new value", choices);
-    verb.runs([&text, &value, edit](Session& session) {
-        ClientBook book(session.store());
-        orRefuse(edit(book, project(session, text), value));
-    });
-}
 
 void addAdd(Noun& noun)
 {
@@ -102,27 +72,31 @@ void addProjectCommands(CommandTree& tree)
     auto noun = tree.noun("project", "Projects of clients");
     addAdd(noun);
     addList(noun);
-    addValueVerb(
-        noun, "rename", "Change a project's name", "NAME",
+    auto verbs =
+        editVerbs<ClientBook>(noun, "PROJECT", "The project", [](ClientBook& book, const std::string& text) {
+            return projectArgument(text, orRefuse(book.directory()));
+        });
+    verbs.addWithValue(
+        "rename", "Change a project's name", "NAME",
         [](ClientBook& book, ProjectID id, const std::string& name) { return book.renameProject(id, name); });
-    addValueVerb(
-        noun, "billable", "Set whether its work is billed", "yes|no",
+    verbs.addWithValue(
+        "billable", "Set whether its work is billed", "yes|no",
         [](ClientBook& book, ProjectID id, const std::string& answer) {
             return book.setProjectBillable(id, yesOrNo(answer));
         },
         yesAndNo());
-    addPlainVerb(noun, "archive", "Keep a project's history, but give it no new work",
-                 [](ClientBook& book, ProjectID id) { return book.archiveProject(id, true); });
-    addPlainVerb(noun, "restore", "Take a project out of the archive",
-                 [](ClientBook& book, ProjectID id) { return book.archiveProject(id, false); });
-    addPlainVerb(noun, "delete", "Delete a project that nothing recorded names",
-                 [](ClientBook& book, ProjectID id) { return book.deleteProject(id); });
-    addValueVerb(noun, "rate", "Set what an hour costs", "RATE|none",
-                 [](ClientBook& book, ProjectID id, const std::string& rate) {
-                     return book.setProjectRate(id, unlessNone(rate));
-                 });
-    addValueVerb(
-        noun, "rounding", "Set how time is rounded", "POLICY|none",
+    verbs.add("archive", "Keep a project's history, but give it no new work",
+              [](ClientBook& book, ProjectID id) { return book.archiveProject(id, true); });
+    verbs.add("restore", "Take a project out of the archive",
+              [](ClientBook& book, ProjectID id) { return book.archiveProject(id, false); });
+    verbs.add("delete", "Delete a project that nothing recorded names",
+              [](ClientBook& book, ProjectID id) { return book.deleteProject(id); });
+    verbs.addWithValue("rate", "Set what an hour costs", "RATE|none",
+                       [](ClientBook& book, ProjectID id, const std::string& rate) {
+                           return book.setProjectRate(id, unlessNone(rate));
+                       });
+    verbs.addWithValue(
+        "rounding", "Set how time is rounded", "POLICY|none",
         [](ClientBook& book, ProjectID id, const std::string& policy) {
             return book.setProjectRounding(id, roundingArgument(policy));
         },

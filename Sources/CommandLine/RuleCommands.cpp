@@ -4,6 +4,7 @@
 #include "App/RuleBook.h"
 #include "CommandLine/Arguments.h"
 #include "CommandLine/CommandTree.h"
+#include "CommandLine/EditVerbs.h"
 #include "CommandLine/ListJSON.h"
 #include "CommandLine/Table.h"
 
@@ -38,17 +39,6 @@ std::string conditions(const RuleMatch& match)
     if (match.titleContains)
         parts.push_back("title “" + *match.titleContains + "”");
     return fmt::format("{}", fmt::join(parts, " and "));
-}
-
-/// `rule VERB ID`.
-template <typename Edit> void addPlainVerb(Noun& noun, const char* name, const char* description, Edit edit)
-{
-    auto verb = noun.verb(name, description);
-    const auto& id = verb.argument("ID", "The rule");
-    verb.runs([&id, edit](Session& session) {
-        RuleBook book(session.store());
-        orRefuse(edit(book, RuleID{identifierArgument(id)}));
-    });
 }
 
 void addAdd(Noun& noun)
@@ -100,6 +90,13 @@ void addList(Noun& noun)
     });
 }
 
+auto ruleVerbs(Noun& noun)
+{
+    return editVerbs<RuleBook>(noun, "ID", "The rule", [](RuleBook&, const std::string& text) {
+        return RuleID{identifierArgument(text)};
+    });
+}
+
 void addMove(Noun& noun)
 {
     auto verb = noun.verb("move", "Move a rule to a place in the list, counted from 1");
@@ -125,11 +122,12 @@ void addRuleCommands(CommandTree& tree)
             orRefuse(RuleBook(session.store()).copy(RuleID{identifierArgument(original)})).uuid);
     });
     addMove(noun);
-    addPlainVerb(noun, "enable", "Turn a rule on",
-                 [](RuleBook& book, RuleID id) { return book.setEnabled(id, true); });
-    addPlainVerb(noun, "disable", "Turn a rule off",
-                 [](RuleBook& book, RuleID id) { return book.setEnabled(id, false); });
-    addPlainVerb(noun, "delete", "Delete a rule", [](RuleBook& book, RuleID id) { return book.remove(id); });
+    auto verbs = ruleVerbs(noun);
+    verbs.add("enable", "Turn a rule on",
+              [](RuleBook& book, RuleID id) { return book.setEnabled(id, true); });
+    verbs.add("disable", "Turn a rule off",
+              [](RuleBook& book, RuleID id) { return book.setEnabled(id, false); });
+    verbs.add("delete", "Delete a rule", [](RuleBook& book, RuleID id) { return book.remove(id); });
 
     auto exclude = tree.noun("exclude", "Rules that keep work out of review");
     auto add = exclude.verb("add", "Add an exclusion");
@@ -149,8 +147,8 @@ void addRuleCommands(CommandTree& tree)
             table.add({conditions(rule.match), rule.isEnabled ? "" : "off", rule.id.text()});
         session.output() << table;
     });
-    addPlainVerb(exclude, "delete", "Delete an exclusion",
-                 [](RuleBook& book, RuleID id) { return book.removeExclusion(id); });
+    ruleVerbs(exclude).add("delete", "Delete an exclusion",
+                           [](RuleBook& book, RuleID id) { return book.removeExclusion(id); });
 }
 
 } // namespace stintbook
