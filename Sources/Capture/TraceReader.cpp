@@ -145,13 +145,15 @@ Read<Event> start(const Value& value, std::string_view key, Instant at)
 {
     const auto members = TRY(
         Members::of(value, key, {"timeZone", "retainsTitleContext", "browserContextEnabled", "permission"}));
-    return CaptureStart{
-        .at = at,
-        .calendar = TRY(members.required("timeZone", zone)),
-        .permission = TRY(members.optional("permission", enumerator<CapturePermissionState>))
-                          .value_or(CapturePermissionState::granted),
-        .retainsTitleContext = TRY(members.optional("retainsTitleContext", flag)).value_or(true),
-        .browserContextEnabled = TRY(members.optional("browserContextEnabled", flag)).value_or(false)};
+    auto calendar = TRY(members.required("timeZone", zone));
+    const auto permission = TRY(members.optional("permission", enumerator<CapturePermissionState>));
+    const auto retainsTitleContext = TRY(members.optional("retainsTitleContext", flag));
+    const auto browserContextEnabled = TRY(members.optional("browserContextEnabled", flag));
+    return CaptureStart{.at = at,
+                        .calendar = std::move(calendar),
+                        .permission = permission.value_or(CapturePermissionState::granted),
+                        .retainsTitleContext = retainsTitleContext.value_or(true),
+                        .browserContextEnabled = browserContextEnabled.value_or(false)};
 }
 
 Read<Event> frontmost(const Value& value, std::string_view key, Instant at)

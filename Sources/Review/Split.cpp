@@ -33,11 +33,12 @@ Edited<ReviewedSplitPlan> planSplit(const StructuralWork& work, Instant at, cons
         return std::unexpected(ReviewedEditRefusal::splitPointNotInsideInterval);
     if (!context.calendar.boundsOfDayAt(item.start).contains(at))
         return std::unexpected(ReviewedEditRefusal::splitPointOutsideDay);
-    return ReviewedSplitPlan{
-        .first = TRY(part(item, {item.start, at}, context)),
-        .second = TRY(part(item, {at, item.end}, context)),
-        .consumed = work.wasReviewedBefore() ? std::optional(item.id) : std::nullopt,
-    };
+    ReviewedSplitPlan plan;
+    plan.first = TRY(part(item, {item.start, at}, context));
+    plan.second = TRY(part(item, {at, item.end}, context));
+    if (work.wasReviewedBefore())
+        plan.consumed = item.id;
+    return plan;
 }
 
 Edited<ReviewedLayerMutation> split(const ReviewSubject& subject, Instant at, const EditContext& context)
