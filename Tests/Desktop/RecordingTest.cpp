@@ -63,11 +63,14 @@ rapidjson::Document parsed(const std::string& json)
 
 } // namespace
 
-RecordingTest::RecordingTest()
+RecordingTest::RecordingTest(Display display)
 {
     desktop.setEnvironment("TZ", zoneFarFromMidnight());
-    desktop.startDisplay();
+    if (display == Display::x11)
+        desktop.startDisplay();
     desktop.startSessionBus();
+    if (display == Display::wayland)
+        desktop.startCompositor();
     desktop.startAccessibility();
     desktop.startLogind();
     store = desktop.home() / "store";

@@ -21,7 +21,7 @@ struct StoredStretch {
     std::string what;
 };
 
-/// `velloran-cli record` as a process of its own on a private X11 desktop with session bus, accessibility and
+/// `velloran-cli record` as a process of its own on a private desktop with session bus, accessibility and
 /// logind, seen only through what it prints and stores.
 class RecordingTest : public testing::Test {
 protected:
@@ -36,7 +36,9 @@ protected:
         Seconds took;
     };
 
-    RecordingTest();
+    enum class Display { x11, wayland };
+
+    explicit RecordingTest(Display display = Display::x11);
 
     static Instant now();
     /// `velloran-cli` with these arguments, which must succeed; what it prints.
