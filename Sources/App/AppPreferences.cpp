@@ -3,15 +3,11 @@
 #include <string>
 #include <string_view>
 
+#include "App/PreferenceKeys.h"
+
 namespace stintbook {
 
 namespace {
-
-constexpr std::string_view titleContextKey = "stintbook.capture.titleContext";
-constexpr std::string_view browserContextKey = "stintbook.capture.browserContext";
-constexpr std::string_view exportModeKey = "stintbook.export.defaultMode";
-constexpr std::string_view summarizedFieldsKey = "stintbook.export.fields.summary";
-constexpr std::string_view detailedFieldsKey = "stintbook.export.fields.detailed";
 
 template <typename T> std::optional<T> stored(const PreferenceStoring& store, std::string_view key)
 {
@@ -21,9 +17,15 @@ template <typename T> std::optional<T> stored(const PreferenceStoring& store, st
     return std::get<T>(*value);
 }
 
+RetentionWindow storedWindow(const PreferenceStoring& store)
+{
+    const auto count = stored<std::int64_t>(store, preferencekeys::retentionDays).value_or(0);
+    return RetentionWindow::days(count).value_or(RetentionWindow::keepUntilDeleted());
+}
+
 ExportMode storedMode(const PreferenceStoring& store)
 {
-    const auto name = stored<std::string>(store, exportModeKey);
+    const auto name = stored<std::string>(store, preferencekeys::exportMode);
     return name ? fromRawValue<ExportMode>(*name).value_or(ExportMode::summarized) : ExportMode::summarized;
 }
 
@@ -33,34 +35,88 @@ std::optional<ExportFieldSet> storedFields(const PreferenceStoring& store, std::
     return tokens ? ExportFieldSet::parse(*tokens) : std::nullopt;
 }
 
+/// An absent value removes its key.
+template <typename T> std::optional<PreferenceValue> valueOf(const std::optional<T>& value)
+{
+    return value ? std::optional<PreferenceValue>(*value) : std::nullopt;
+}
+
 } // namespace
 
 AppPreferences::AppPreferences(PreferenceStoring& store)
     : m_store(store)
-    , m_retainsTitleContext(stored<bool>(store, titleContextKey).value_or(true))
-    , m_browserContextEnabled(stored<bool>(store, browserContextKey).value_or(false))
+    , m_hasCompletedOnboarding(stored<bool>(store, preferencekeys::onboardingCompleted).value_or(false))
+    , m_retainsTitleContext(stored<bool>(store, preferencekeys::titleContext).value_or(true))
+    , m_browserContextEnabled(stored<bool>(store, preferencekeys::browserContext).value_or(false))
+    , m_retentionWindow(storedWindow(store))
+    , m_automaticCleanupEnabled(stored<bool>(store, preferencekeys::automaticCleanup).value_or(false))
+    , m_lastAutomaticCleanup(stored<Instant>(store, preferencekeys::lastCleanup))
     , m_defaultExportMode(storedMode(store))
-    , m_summarizedFields(storedFields(store, summarizedFieldsKey))
-    , m_detailedFields(storedFields(store, detailedFieldsKey))
+    , m_summarizedFields(storedFields(store, preferencekeys::summarizedFields))
+    , m_detailedFields(storedFields(store, preferencekeys::detailedFields))
 {
+}
+
+template <typename T>
+bool AppPreferences::assign(T& property, T value, std::string_view key, std::optional<PreferenceValue> stored)
+{
+    property = std::move(value);
+    const bool isKept = m_store.store(key, std::move(stored));
+    m_listeners.tell();
+    return isKept;
+}
+
+bool AppPreferences::setHasCompletedOnboarding(bool hasCompleted)
+{
+    return assign(m_hasCompletedOnboarding, hasCompleted, preferencekeys::onboardingCompleted, hasCompleted);
 }
 
 bool AppPreferences::setRetainsTitleContext(bool retains)
 {
-    m_retainsTitleContext = retains;
-    return m_store.store(titleContextKey, PreferenceValue(retains));
+    return assign(m_retainsTitleContext, retains, preferencekeys::titleContext, retains);
 }
 
 bool AppPreferences::setBrowserContextEnabled(bool isEnabled)
 {
-    m_browserContextEnabled = isEnabled;
-    return m_store.store(browserContextKey, PreferenceValue(isEnabled));
+    return assign(m_browserContextEnabled, isEnabled, preferencekeys::browserContext, isEnabled);
+}
+
+bool AppPreferences::setRetentionWindow(const RetentionWindow& window)
+{
+    return assign(m_retentionWindow, window, preferencekeys::retentionDays, valueOf(window.dayCount()));
+}
+
+bool AppPreferences::setAutomaticCleanupEnabled(bool isEnabled)
+{
+    return assign(m_automaticCleanupEnabled, isEnabled, preferencekeys::automaticCleanup, isEnabled);
+}
+
+bool AppPreferences::setLastAutomaticCleanup(std::optional<Instant> at)
+{
+    return assign(m_lastAutomaticCleanup, at, preferencekeys::lastCleanup, valueOf(at));
+}
+
+bool AppPreferences::setDefaultExportMode(ExportMode mode)
+{
+    return assign(m_defaultExportMode, mode, preferencekeys::exportMode, std::string(rawValue(mode)));
 }
 
 ExportFieldSet AppPreferences::exportFields(ExportMode mode) const
 {
-    const auto& remembered = mode == ExportMode::detailed ? m_detailedFields : m_summarizedFields;
-    return remembered.value_or(ExportFieldSet::standard(mode));
+    return rememberedExportFields(mode).value_or(ExportFieldSet::standard(mode));
+}
+
+std::optional<ExportFieldSet> AppPreferences::rememberedExportFields(ExportMode mode) const
+{
+    return mode == ExportMode::detailed ? m_detailedFields : m_summarizedFields;
+}
+
+bool AppPreferences::setExportFields(ExportMode mode, const ExportFieldSet& fields)
+{
+    const bool isDetailed = mode == ExportMode::detailed;
+    return assign(isDetailed ? m_detailedFields : m_summarizedFields, std::optional(fields),
+                  isDetailed ? preferencekeys::detailedFields : preferencekeys::summarizedFields,
+                  fields.tokens());
 }
 
 } // namespace stintbook

@@ -2,17 +2,24 @@
 
 #include <optional>
 
+#include "App/Listeners.h"
+#include "App/RetentionWindow.h"
 #include "Base/Instant.h"
 #include "Base/Preferences.h"
 #include "Export/ExportRequest.h"
 
 namespace stintbook {
 
-/// The user's choices with their types and defaults. A value of the wrong type counts as absent; every
-/// assignment is stored at once.
+/// The user's choices with their types and defaults, read once. A value of the wrong type counts as absent.
+///
+/// An assignment holds from then on, is told to the listeners and written at once; false when it could not be
+/// written, so that the next start will not know of it.
 class AppPreferences {
 public:
     explicit AppPreferences(PreferenceStoring& store);
+
+    bool hasCompletedOnboarding() const { return m_hasCompletedOnboarding; }
+    bool setHasCompletedOnboarding(bool hasCompleted);
 
     /// Titles are recorded unless their user turns them off,
     bool retainsTitleContext() const { return m_retainsTitleContext; }
@@ -21,14 +28,37 @@ public:
     bool browserContextEnabled() const { return m_browserContextEnabled; }
     bool setBrowserContextEnabled(bool isEnabled);
 
+    const RetentionWindow& retentionWindow() const { return m_retentionWindow; }
+    bool setRetentionWindow(const RetentionWindow& window);
+    bool automaticCleanupEnabled() const { return m_automaticCleanupEnabled; }
+    bool setAutomaticCleanupEnabled(bool isEnabled);
+    std::optional<Instant> lastAutomaticCleanup() const { return m_lastAutomaticCleanup; }
+    bool setLastAutomaticCleanup(std::optional<Instant> at);
+
     ExportMode defaultExportMode() const { return m_defaultExportMode; }
+    bool setDefaultExportMode(ExportMode mode);
     /// The columns remembered for a mode, else the mode's standard ones.
     ExportFieldSet exportFields(ExportMode mode) const;
+    std::optional<ExportFieldSet> rememberedExportFields(ExportMode mode) const;
+    bool setExportFields(ExportMode mode, const ExportFieldSet& fields);
+
+    [[nodiscard]] Listeners::Subscription follow(std::function<void()> listener)
+    {
+        return m_listeners.add(std::move(listener));
+    }
 
 private:
+    template <typename T>
+    bool assign(T& property, T value, std::string_view key, std::optional<PreferenceValue> stored);
+
     PreferenceStoring& m_store;
+    Listeners m_listeners;
+    bool m_hasCompletedOnboarding;
     bool m_retainsTitleContext;
     bool m_browserContextEnabled;
+    RetentionWindow m_retentionWindow;
+    bool m_automaticCleanupEnabled;
+    std::optional<Instant> m_lastAutomaticCleanup;
     ExportMode m_defaultExportMode;
     std::optional<ExportFieldSet> m_summarizedFields;
     std::optional<ExportFieldSet> m_detailedFields;

@@ -43,18 +43,6 @@ TEST(PreferencesFile, SetsADamagedFileAsideAndGoesOnWithTheDefaults)
     EXPECT_FALSE(AppPreferences(preferences).retainsTitleContext());
 }
 
-TEST(AppPreferences, ReadsAValueOfTheWrongTypeAsItsDefault)
-{
-    InMemoryPreferences store;
-    store.store("stintbook.capture.titleContext", PreferenceValue(std::string("no")));
-    store.store("stintbook.export.defaultMode", PreferenceValue(std::string("Detailed")));
-    store.store("stintbook.export.fields.detailed", PreferenceValue(std::string("date,colour")));
-    const AppPreferences preferences(store);
-    EXPECT_TRUE(preferences.retainsTitleContext());
-    EXPECT_EQ(preferences.defaultExportMode(), ExportMode::summarized);
-    EXPECT_EQ(preferences.exportFields(ExportMode::detailed), ExportFieldSet::standard(ExportMode::detailed));
-}
-
 TEST(FileReplacement, LeavesWhatWasThereWhenItCannotReplaceIt)
 {
     const TemporaryDirectory directory;
