@@ -46,6 +46,7 @@ public:
     StoreDatabase& database() { return *m_database; }
     /// For whoever confines them to an executor.
     std::shared_ptr<PersistentActivitySegmentRepository> sharedSegments() const { return m_segments; }
+    std::shared_ptr<StoreDatabase> sharedDatabase() const { return m_database; }
 
 private:
     OpenedStore() = default;

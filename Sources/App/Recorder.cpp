@@ -1,5 +1,8 @@
 #include "App/Recorder.h"
 
+#include <csignal>
+
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include "Base/Log.h"
@@ -43,6 +46,12 @@ Recorder::Recorder(OpenedStore& store, Desktop desktop, Clockwork clockwork,
            .calendar = desktop.calendar},
           {.timeSource = clockwork.timeSource, .timers = clockwork.timers, .capture = clockwork.capture},
           m_coordinator)
+    , m_barrier(m_pipeline, m_unsavedSegments, {m_storeQueue, store.sharedSegments()}, clockwork.capture)
+    , m_deletion({.store = store.sharedDatabase(),
+                  .writer = &m_barrier,
+                  .work = std::make_shared<SerialExecutor>("deletion"),
+                  .home = clockwork.capture,
+                  .calendar = desktop.calendar.current()})
 {
 }
 
@@ -106,6 +115,44 @@ void Recorder::pause(std::optional<Instant> until)
 void Recorder::resume()
 {
     m_pipeline.resume();
+}
+
+void Recorder::followStatus(CaptureCoordinator::StatusFollower follower)
+{
+    m_coordinator.followStatus(std::move(follower));
+}
+
+void Recorder::deleteActivity(const ActivityDataScope& scope, Reply<DeletedActivity> reply,
+                              DeletionProgress progress)
+{
+    m_deletion.deleteActivity(
+        scope,
+        [reply = std::move(reply)](ActivityDeletionCoordinator::Outcome outcome) mutable {
+            if (outcome)
+                reply(*outcome);
+            else
+                reply(std::unexpected(message(outcome.error())));
+        },
+        std::move(progress));
+}
+
+void Recorder::flush(Reply<void> reply)
+{
+    m_barrier.resolveEvidenceForDeletion(
+        [this, reply = std::move(reply)](CaptureWriterBarrierOutcome outcome) mutable {
+            m_barrier.releaseAfterDeletion([outcome, reply = std::move(reply)]() mutable {
+                if (outcome.isResolved())
+                    return reply({});
+                reply(std::unexpected(
+                    fmt::format("The local store would not accept {} recently recorded interval{}.",
+                                outcome.unsavedSegmentCount, outcome.unsavedSegmentCount == 1 ? "" : "s")));
+            });
+        });
+}
+
+void Recorder::quit()
+{
+    ::kill(::getpid(), SIGTERM);
 }
 
 void Recorder::activate()

@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "App/ActivityDeletionCoordinator.h"
 #include "App/AppPreferences.h"
+#include "App/EvidenceBarrier.h"
 #include "App/OpenedStore.h"
 #include "App/Ports/RunningInstance.h"
 #include "Base/Executor.h"
@@ -61,10 +63,19 @@ public:
     /// Stops observing and saves what is left.
     void shutdown(CaptureCoordinator::ShutDown done);
 
+    /// Told each new value; not the present one.
+    void followStatus(CaptureCoordinator::StatusFollower follower);
+    /// For deletions and cleanups that this process wishes itself.
+    ActivityDeletionCoordinator& deletion() { return m_deletion; }
+
     InstanceStatus status() override;
     void pause(std::optional<Instant> until) override;
     void resume() override;
+    void deleteActivity(const ActivityDataScope& scope, Reply<DeletedActivity> reply,
+                        DeletionProgress progress) override;
+    void flush(Reply<void> reply) override;
     void activate() override;
+    void quit() override;
 
 private:
     OpenedStore& m_store;
@@ -81,6 +92,8 @@ private:
     CaptureCoordinator m_coordinator;
     AccessibilityPermissionMonitor m_permission;
     ObservationPipeline m_pipeline;
+    EvidenceBarrier m_barrier;
+    ActivityDeletionCoordinator m_deletion;
 };
 
 } // namespace stintbook

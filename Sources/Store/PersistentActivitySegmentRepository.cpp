@@ -1,39 +1,25 @@
 #include "Store/PersistentActivitySegmentRepository.h"
 
+#include <optional>
+
+#include "Store/RoomForALargeTransaction.h"
 #include "Store/SegmentRecords.h"
 
 namespace stintbook {
 
 namespace {
 
-/// Keeps the pages of a large transaction in memory for its duration, instead of writing them again and again;
-/// otherwise the little that the library takes by itself will do.
-class RoomForALargeTransaction {
-public:
-    RoomForALargeTransaction(StoreConnection& connection, std::size_t segmentCount)
-        : m_connection(segmentCount >= 1000 ? &connection : nullptr)
-    {
-        if (m_connection != nullptr)
-            m_connection->execute("PRAGMA cache_size = -32000");
-    }
-    ~RoomForALargeTransaction()
-    {
-        if (m_connection != nullptr)
-            m_connection->database().tryExec("PRAGMA cache_size = -2000");
-    }
-    RoomForALargeTransaction(const RoomForALargeTransaction&) = delete;
-    RoomForALargeTransaction& operator=(const RoomForALargeTransaction&) = delete;
-
-private:
-    StoreConnection* m_connection;
-};
+/// From so many segments on a transaction is a large one.
+constexpr std::size_t manySegments = 1000;
 
 } // namespace
 
 Stored<void> PersistentActivitySegmentRepository::save(std::span<const ActivitySegment> segments)
 {
     return m_database->write([&](StoreConnection& connection) -> Stored<void> {
-        const RoomForALargeTransaction room(connection, segments.size());
+        std::optional<RoomForALargeTransaction> room;
+        if (segments.size() >= manySegments)
+            room.emplace(connection);
         for (const auto& segment : segments)
             writeSegment(connection, segment);
         return {};

@@ -147,4 +147,15 @@ void StoreConnection::set(Checkpoints checkpoints)
     sqlite3_wal_autocheckpoint(handle(), leaves ? 0 : 1000);
 }
 
+StoreConnection::Impatience::Impatience(StoreConnection& connection)
+    : m_connection(connection)
+{
+    sqlite3_busy_timeout(m_connection.handle(), 0);
+}
+
+StoreConnection::Impatience::~Impatience()
+{
+    sqlite3_busy_timeout(m_connection.handle(), busyMilliseconds);
+}
+
 } // namespace stintbook

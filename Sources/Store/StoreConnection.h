@@ -138,6 +138,18 @@ public:
     enum class Checkpoints { own, leave };
     void set(Checkpoints checkpoints);
 
+    /// While it lives, what another connection keeps locked is not waited for.
+    class Impatience {
+    public:
+        explicit Impatience(StoreConnection& connection);
+        ~Impatience();
+        Impatience(const Impatience&) = delete;
+        Impatience& operator=(const Impatience&) = delete;
+
+    private:
+        StoreConnection& m_connection;
+    };
+
 private:
     explicit StoreConnection(const char* name);
     void configure();

@@ -69,6 +69,22 @@ std::shared_ptr<StoreDatabase> StoreDatabase::inMemory()
     return std::shared_ptr<StoreDatabase>(new StoreDatabase({}, std::move(connection)));
 }
 
+Stored<bool> StoreDatabase::foldLog()
+{
+    const std::scoped_lock lock(m_mutex);
+    try {
+        // Waiting would keep everybody else from writing.
+        const StoreConnection::Impatience impatience(*m_connection);
+        auto checkpoint = m_connection->query("PRAGMA wal_checkpoint(TRUNCATE)");
+        checkpoint.next();
+        return !checkpoint.take<bool>();
+    } catch (const SQLite::Exception& exception) {
+        if (faultOf(exception, m_connection->handle()) == StoreFault::busy)
+            return false;
+        return std::unexpected(storeFailure(exception, m_connection->handle()));
+    }
+}
+
 Stored<std::int64_t> StoreDatabase::dataVersion()
 {
     const std::scoped_lock lock(m_mutex);

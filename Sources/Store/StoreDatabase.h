@@ -57,6 +57,10 @@ public:
         return transact("BEGIN IMMEDIATE", work);
     }
 
+    /// Folds the log into the database and leaves it empty; false while another connection reads an older
+    /// state, which is not waited for. For the owner.
+    Stored<bool> foldLog();
+
     /// Changes whenever another connection has committed something.
     Stored<std::int64_t> dataVersion();
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "Base/Try.h"
+#include "Store/DeletedRemains.h"
 #include "Store/StoreCreation.h"
 #include "Store/StoreDatabase.h"
 #include "Store/StoreFileInspection.h"
@@ -147,7 +148,10 @@ std::expected<std::shared_ptr<StoreDatabase>, StoreOpenProblem> StoreDatabase::o
     }
     if (opening.role == StoreRole::owner)
         connection->set(StoreConnection::Checkpoints::own);
-    return std::shared_ptr<StoreDatabase>(new StoreDatabase(opening, std::move(connection)));
+    const std::shared_ptr<StoreDatabase> database(new StoreDatabase(opening, std::move(connection)));
+    if (opening.role == StoreRole::owner)
+        finishDeletion(*database);
+    return database;
 }
 
 } // namespace stintbook

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <optional>
 #include <system_error>
+#include <tuple>
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -177,6 +178,8 @@ void UnsavedSegmentFile::keep(std::span<const ActivitySegment> segments)
 
 Stored<int> UnsavedSegmentFile::recover(PersistentActivitySegmentRepository& repository)
 {
+    // What was being written when a run ended abruptly.
+    std::ignore = removeIfPresent(besideStore(m_file, ".new"));
     std::ifstream stream(m_file, std::ios::binary);
     if (!stream)
         return 0;

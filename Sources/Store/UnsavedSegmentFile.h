@@ -25,6 +25,11 @@ public:
     /// A damaged file is put aside and logged.
     Stored<int> recover(PersistentActivitySegmentRepository& repository);
 
+    /// What an earlier run left behind and the store has refused so far.
+    const std::vector<ActivitySegment>& carried() const { return m_carried; }
+    /// The store has it now; the next `keep` leaves it out.
+    void forgetCarried() { m_carried.clear(); }
+
 private:
     void report(const std::string& problem);
 

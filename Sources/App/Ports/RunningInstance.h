@@ -9,11 +9,12 @@
 #include <vector>
 
 #include "Base/Instant.h"
+#include "Domain/ActivityDataScope.h"
 #include "Domain/CaptureStatus.h"
+#include "Domain/DeletedActivity.h"
 
 /// The running copy as another process meets it on the session bus: name "app.velloran.Velloran", object
-/// "/app/velloran/Velloran", interface "app.velloran.Velloran", and `Activate` of
-/// "org.freedesktop.Application".
+/// "/app/velloran/Velloran", interfaces "app.velloran.Velloran" and "org.freedesktop.Application".
 namespace stintbook {
 
 struct InstanceStatus {
@@ -33,16 +34,26 @@ struct InstanceStatus {
     int unsavedSegmentCount = 0;
 };
 
-/// What the running copy answers to others; called on capture's thread.
+/// What the running copy answers to others; called on capture's thread, which none of it may hold up.
 class InstanceRequestHandling {
 public:
+    /// Told once, on capture's thread, how a request that takes its time has ended; the error is a sentence. Who
+    /// asked may be gone by then.
+    template <typename T> using Reply = std::move_only_function<void(std::expected<T, std::string>)>;
+
     virtual ~InstanceRequestHandling() = default;
     virtual InstanceStatus status() = 0;
     /// Absent deadline: until resumed.
     virtual void pause(std::optional<Instant> until) = 0;
     virtual void resume() = 0;
+    virtual void deleteActivity(const ActivityDataScope& scope, Reply<DeletedActivity> reply,
+                                DeletionProgress progress) = 0;
+    /// Saves everything that was recorded so far, the open segment up to now included.
+    virtual void flush(Reply<void> reply) = 0;
     /// Another launch asks this copy to come forward.
     virtual void activate() = 0;
+    /// Ends as on SIGTERM.
+    virtual void quit() = 0;
 };
 
 /// Publishes the running copy on the bus as long as it lives.
@@ -51,9 +62,12 @@ public:
     virtual ~InstancePublishing() = default;
     /// False where there is no session bus or another copy owns the name; capture goes on without.
     virtual bool publish(InstanceRequestHandling& handler) = 0;
+    /// Tells whoever listens that the status is another one. On capture's thread.
+    virtual void announceStatus() = 0;
 };
 
-/// Speaks to the running copy. Each call is bounded to five seconds; the error is a sentence.
+/// Speaks to the running copy. Each call is bounded to five seconds unless it says otherwise; the error is a
+/// sentence.
 class RunningInstance {
 public:
     virtual ~RunningInstance() = default;
@@ -61,6 +75,11 @@ public:
     virtual std::expected<std::optional<InstanceStatus>, std::string> status() = 0;
     virtual std::expected<void, std::string> pause(std::optional<Instant> until) = 0;
     virtual std::expected<void, std::string> resume() = 0;
+    /// Waits for as long as the running copy is at it.
+    virtual std::expected<DeletedActivity, std::string> deleteActivity(const ActivityDataScope& scope,
+                                                                       const DeletionProgress& progress) = 0;
+    /// Bounded to thirty seconds.
+    virtual std::expected<void, std::string> flush() = 0;
     virtual std::expected<void, std::string> activate() = 0;
 };
 

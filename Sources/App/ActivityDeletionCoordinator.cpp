@@ -1,0 +1,138 @@
+#include "App/ActivityDeletionCoordinator.h"
+
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "Store/ActivityDeletion.h"
+
+namespace stintbook {
+
+namespace {
+
+std::string sentence(const ActivityDeletionUnavailable& /*problem*/)
+{
+    return "The local store is unavailable, so nothing was deleted.";
+}
+
+std::string sentence(const ActivityDeletionRefused& refusal)
+{
+    return fmt::format("The local store would not accept {} recently recorded interval{}, so nothing was "
+                       "deleted. Try again once the store is answering.",
+                       refusal.unsavedSegmentCount, refusal.unsavedSegmentCount == 1 ? "" : "s");
+}
+
+std::string sentence(const ActivityDeletionUnderWay& /*problem*/)
+{
+    return "Another deletion is under way, so nothing was deleted. Try again when it has ended.";
+}
+
+std::string sentence(const PersistenceError& error)
+{
+    return message(error);
+}
+
+} // namespace
+
+std::string message(const ActivityDeletionProblem& problem)
+{
+    return std::visit([](const auto& which) { return sentence(which); }, problem);
+}
+
+struct ActivityDeletionCoordinator::Deletion {
+    ActivityDataScope scope;
+    Reply reply;
+    DeletionProgress progress;
+};
+
+ActivityDeletionCoordinator::ActivityDeletionCoordinator(Collaborators collaborators)
+    : m_collaborators(std::move(collaborators))
+{
+}
+
+ActivityDeletionCoordinator::~ActivityDeletionCoordinator()
+{
+    m_stop.request_stop();
+}
+
+/// Has the store's work done elsewhere, and `then(result)` here.
+template <typename Work, typename Then> void ActivityDeletionCoordinator::run(Work work, Then then)
+{
+    DeletionProgress progress;
+    if (m_current->progress)
+        progress = [&home = m_collaborators.home, report = m_current->progress](double done) {
+            home.post([report, done] { report(done); });
+        };
+    const Confined<StoreDatabase> store(m_collaborators.work, m_collaborators.store);
+    store.ask([work = std::move(work), course = DeletionCourse{std::move(progress), m_stop.get_token()}](
+                  StoreDatabase& database) { return work(database, course); },
+              m_collaborators.home,
+              [isAlive = std::weak_ptr(m_isAlive), then = std::move(then)](auto result) mutable {
+                  if (!isAlive.expired())
+                      then(std::move(result));
+              });
+}
+
+void ActivityDeletionCoordinator::deleteActivity(const ActivityDataScope& scope, Reply reply,
+                                                 DeletionProgress progress)
+{
+    if (!m_collaborators.store)
+        return reply(std::unexpected(ActivityDeletionUnavailable{}));
+    if (isDeleting())
+        return reply(std::unexpected(ActivityDeletionUnderWay{}));
+    m_current = std::make_unique<Deletion>(scope, std::move(reply), std::move(progress));
+    if (m_collaborators.writer == nullptr)
+        return remove();
+    m_collaborators.writer->resolveEvidenceForDeletion(
+        [this, isAlive = std::weak_ptr(m_isAlive)](CaptureWriterBarrierOutcome outcome) {
+            if (isAlive.expired())
+                return;
+            if (outcome.isResolved())
+                return remove();
+            release([this, outcome] {
+                end(std::unexpected(ActivityDeletionRefused{outcome.unsavedSegmentCount}));
+            });
+        });
+}
+
+/// Lets capture write again, then goes on.
+void ActivityDeletionCoordinator::release(std::move_only_function<void()> then)
+{
+    if (m_collaborators.writer == nullptr)
+        return then();
+    m_collaborators.writer->releaseAfterDeletion(
+        [isAlive = std::weak_ptr(m_isAlive), then = std::move(then)]() mutable {
+            if (!isAlive.expired())
+                then();
+        });
+}
+
+void ActivityDeletionCoordinator::remove()
+{
+    run(
+        [scope = m_current->scope, calendar = m_collaborators.calendar](StoreDatabase& store,
+                                                                        const DeletionCourse& course) {
+            return stintbook::deleteActivity(store, scope, countingCalendar(scope, calendar), course);
+        },
+        [this](Stored<int> dayCount) {
+            release([this, dayCount = std::move(dayCount)] { removed(dayCount); });
+        });
+}
+
+void ActivityDeletionCoordinator::removed(const Stored<int>& dayCount)
+{
+    if (!dayCount)
+        return end(std::unexpected(ActivityDeletionProblem(dayCount.error())));
+    run([](StoreDatabase& store, const DeletionCourse& course) { return eraseDeletedRemains(store, course); },
+        [this, count = *dayCount](DeletedActivity::Remains remains) {
+            end(DeletedActivity{count, remains});
+        });
+}
+
+void ActivityDeletionCoordinator::end(Outcome outcome)
+{
+    const auto ended = std::exchange(m_current, nullptr);
+    ended->reply(std::move(outcome));
+}
+
+} // namespace stintbook

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstddef>
+#include <expected>
+#include <functional>
+#include <memory>
+#include <stop_token>
+#include <string>
+#include <variant>
+
+#include "Base/Executor.h"
+#include "Capture/CaptureWriterBarrier.h"
+#include "Domain/ActivityDataScope.h"
+#include "Domain/DeletedActivity.h"
+#include "Domain/PersistenceError.h"
+#include "Store/StoreDatabase.h"
+
+namespace stintbook {
+
+/// The store is not open.
+struct ActivityDeletionUnavailable { };
+
+/// The store would not take what was recorded last, which might belong to what was to be deleted.
+struct ActivityDeletionRefused {
+    std::size_t unsavedSegmentCount = 0;
+};
+
+/// One deletion at a time.
+struct ActivityDeletionUnderWay { };
+
+/// Why nothing was deleted.
+using ActivityDeletionProblem = std::variant<ActivityDeletionUnavailable, ActivityDeletionRefused,
+                                             ActivityDeletionUnderWay, PersistenceError>;
+std::string message(const ActivityDeletionProblem& problem);
+
+/// Deletes recorded history so that capture neither stops observing nor writes meanwhile what is to go: it
+/// settles its evidence first and is released as soon as the records are gone, whatever came of it.
+///
+/// Confined to the home executor; the store's work runs on another one.
+class ActivityDeletionCoordinator {
+public:
+    using Outcome = std::expected<DeletedActivity, ActivityDeletionProblem>;
+    using Reply = std::move_only_function<void(Outcome)>;
+
+    struct Collaborators {
+        /// Null while the store is not open. This process owns it.
+        std::shared_ptr<StoreDatabase> store;
+        /// Null while capture is not running.
+        CaptureWriterBarrier* writer = nullptr;
+        /// For the store's work; not the queue on which capture saves, which has to go on.
+        std::shared_ptr<Executor> work;
+        /// Where replies and progress are told, and on which the coordinator lives; capture's own where there
+        /// is a writer.
+        Executor& home;
+        /// Counts the days of a scope that names none.
+        CalendarContext calendar;
+    };
+
+    explicit ActivityDeletionCoordinator(Collaborators collaborators);
+    /// What is not committed by now is not deleted.
+    ~ActivityDeletionCoordinator();
+    ActivityDeletionCoordinator(const ActivityDeletionCoordinator&) = delete;
+    ActivityDeletionCoordinator& operator=(const ActivityDeletionCoordinator&) = delete;
+
+    /// Replies once, unless the coordinator ends before.
+    void deleteActivity(const ActivityDataScope& scope, Reply reply, DeletionProgress progress = {});
+    bool isDeleting() const { return m_current != nullptr; }
+
+private:
+    struct Deletion;
+
+    void remove();
+    void removed(const Stored<int>& dayCount);
+    void release(std::move_only_function<void()> then);
+    void end(Outcome outcome);
+    template <typename Work, typename Then> void run(Work work, Then then);
+
+    Collaborators m_collaborators;
+    std::unique_ptr<Deletion> m_current;
+    std::stop_source m_stop;
+    /// What comes back after the coordinator's end finds this gone.
+    std::shared_ptr<const bool> m_isAlive = std::make_shared<const bool>(true);
+};
+
+} // namespace stintbook

@@ -1,0 +1,77 @@
+#include "App/HistoryRetention.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "Store/ActivityDeletion.h"
+
+namespace stintbook {
+
+namespace {
+
+/// More days than the calendar has.
+constexpr std::int64_t mostDays = 4'000'000;
+
+} // namespace
+
+std::optional<LocalDay> retentionCutoff(const RetentionWindow& window, const CalendarContext& calendar,
+                                        Instant now)
+{
+    const auto count = window.dayCount();
+    if (!count || *count > mostDays)
+        return std::nullopt;
+    auto date = calendar.dateOf(now).plusDays(1 - static_cast<int>(*count));
+    if (date.year < 1)
+        return std::nullopt;
+    // A date that the zone never had keeps what follows it.
+    auto day = calendar.dayOn(date);
+    while (!day) {
+        date = date.plusDays(1);
+        day = calendar.dayOn(date);
+    }
+    return day;
+}
+
+std::string label(const RetentionWindow& window)
+{
+    const auto count = window.dayCount();
+    if (!count)
+        return "until deleted";
+    return fmt::format("{} day{}", *count, *count == 1 ? "" : "s");
+}
+
+std::string message(const RetentionChangeUnknown& /*problem*/)
+{
+    return "Keep history was not changed: the activity store could not be read, so what the change would "
+           "remove is unknown. Choose again once the store is answering.";
+}
+
+std::expected<RetentionChangeRequest, RetentionChangeUnknown> retentionChange(StoreDatabase& store,
+                                                                              const RetentionWindow& present,
+                                                                              const RetentionWindow& chosen,
+                                                                              const CalendarContext& calendar,
+                                                                              Instant now)
+{
+    RetentionChangeRequest request{.window = chosen, .days = {}};
+    const auto cutoff = retentionCutoff(chosen, calendar, now);
+    if (!cutoff || chosen.isLongerThan(present))
+        return request;
+    auto days = recordedDays(store, DaysBefore{*cutoff}, calendar);
+    if (!days)
+        return std::unexpected(RetentionChangeUnknown{});
+    request.days = *std::move(days);
+    return request;
+}
+
+RetentionConfirmation confirmation(const RetentionChangeRequest& request,
+                                   const std::optional<std::string>& shownRange)
+{
+    return {.title = "Remove activity older than " + label(request.window),
+            .text = fmt::format(
+                "This removes observed activity from {} — {} local calendar {}. Reviewed work, "
+                "day approvals and exported records are not affected.",
+                shownRange.value_or("—"), request.days.size(), request.days.size() == 1 ? "date" : "dates")};
+}
+
+} // namespace stintbook

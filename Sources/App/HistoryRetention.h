@@ -1,0 +1,48 @@
+#pragma once
+
+#include <expected>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "App/RetentionWindow.h"
+#include "Base/Instant.h"
+#include "Domain/CalendarContext.h"
+#include "Store/StoreDatabase.h"
+
+namespace stintbook {
+
+/// The first day that a window keeps: `days(1)` keeps today alone. Absent where it keeps every day.
+std::optional<LocalDay> retentionCutoff(const RetentionWindow& window, const CalendarContext& calendar,
+                                        Instant now);
+
+/// "30 days", "1 day", "until deleted".
+std::string label(const RetentionWindow& window);
+
+/// A newly chosen window, and what it would remove, to be confirmed before it is applied.
+struct RetentionChangeRequest {
+    RetentionWindow window;
+    /// Days with observed activity that would go, in order; none for a window that is longer than the present
+    /// one.
+    std::vector<LocalDay> days;
+};
+
+/// The store could not be read, so that what a change would remove is unknown.
+struct RetentionChangeUnknown { };
+std::string message(const RetentionChangeUnknown& problem);
+
+std::expected<RetentionChangeRequest, RetentionChangeUnknown> retentionChange(StoreDatabase& store,
+                                                                              const RetentionWindow& present,
+                                                                              const RetentionWindow& chosen,
+                                                                              const CalendarContext& calendar,
+                                                                              Instant now);
+
+/// What is asked before the change is applied. The range of days is shown as the reader's language has it.
+struct RetentionConfirmation {
+    std::string title;
+    std::string text;
+};
+RetentionConfirmation confirmation(const RetentionChangeRequest& request,
+                                   const std::optional<std::string>& shownRange);
+
+} // namespace stintbook
