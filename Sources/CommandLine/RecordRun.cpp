@@ -113,6 +113,7 @@ void record(Session& session, const RecordRequest& request)
     desktop.boundaries().setBeforeSleep(
         [&](std::function<void()> done) { recorder.settle(std::move(done)); });
     SessionBusService service(loop);
+    recorder.followStatus([&](const CaptureStatus&) { service.announceStatus(); });
 
     loop.post([&] {
         recorder.start(preferences);

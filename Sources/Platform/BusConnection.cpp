@@ -5,6 +5,13 @@
 
 namespace stintbook {
 
+namespace {
+
+/// So many messages are handled before something else has its turn.
+constexpr int mostAtOnce = 64;
+
+} // namespace
+
 bool BusProblem::isTimeout() const
 {
     return code == ETIMEDOUT || name == SD_BUS_ERROR_NO_REPLY || name == SD_BUS_ERROR_TIMEOUT;
@@ -168,22 +175,36 @@ void BusConnection::attach(EventLoop& loop, std::function<void()> onLoss)
     process();
 }
 
-/// Handles all that has arrived, and sees to it that nothing waits in a buffer while the loop sleeps.
+/// Handles what has arrived, and sees to it that nothing waits in a buffer while the loop sleeps. Whoever sends
+/// without pause does not keep the loop from everything else.
 void BusConnection::process()
 {
     m_isProcessingDue = false;
     std::weak_ptr<bool> life = m_life;
-    int status = 0;
-    do {
+    int status = 1;
+    for (int handled = 0; status > 0 && handled < mostAtOnce; ++handled) {
         status = sd_bus_process(m_bus.get(), nullptr);
         if (life.expired())
             return;
-    } while (status > 0);
-    if (status >= 0 && isOpen())
+    }
+    if (status >= 0 && isOpen()) {
+        if (status > 0)
+            processLater();
         return;
+    }
     m_watch.reset();
     if (auto onLoss = std::exchange(m_onLoss, {}))
         onLoss();
+}
+
+void BusConnection::processLater()
+{
+    if (std::exchange(m_isProcessingDue, true))
+        return;
+    m_loop->post([this, life = std::weak_ptr(m_life)] {
+        if (!life.expired())
+            process();
+    });
 }
 
 BusResult<BusMessage> BusConnection::compose(const BusMethod& method)
@@ -204,13 +225,8 @@ BusResult<BusMessage> BusConnection::send(const BusMessage& message, Seconds tim
     int status = sd_bus_call(m_bus.get(), message.get(), microseconds, &error, &reply);
     // While waiting, the call may have read signals off the socket: they are in its queue now, and the
     // descriptor will not become readable on their account.
-    if (m_loop && m_watch && !m_isProcessingDue) {
-        m_isProcessingDue = true;
-        m_loop->post([this, life = std::weak_ptr(m_life)] {
-            if (!life.expired())
-                process();
-        });
-    }
+    if (m_loop && m_watch)
+        processLater();
     if (status < 0) {
         auto refused = problem(status, &error);
         sd_bus_error_free(&error);

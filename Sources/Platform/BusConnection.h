@@ -139,6 +139,7 @@ private:
     BusResult<BusMessage> compose(const BusMethod& method);
     BusResult<BusMessage> send(const BusMessage& message, Seconds timeout);
     void process();
+    void processLater();
 
     std::unique_ptr<sd_bus, Unref> m_bus;
     EventLoop* m_loop = nullptr;

@@ -1,5 +1,7 @@
 #include "Platform/SessionBusInstance.h"
 
+#include <fmt/format.h>
+
 #include "Base/RawValue.h"
 #include "Base/Try.h"
 #include "Platform/SessionBus.h"
@@ -9,6 +11,10 @@ namespace stintbook {
 namespace {
 
 constexpr Seconds patience{5};
+/// Others may be at it before, and what is recorded last may have to wait for the store.
+constexpr Seconds patienceWithFlush{30};
+/// Years of history on a slow disk.
+constexpr std::uint64_t patienceWithDeletion = 3600'000'000;
 
 template <typename... Arguments>
 BusResult<BusMessage> ask(const char* interface, const char* member, const char* types,
@@ -30,6 +36,9 @@ std::string sentence(const BusProblem& problem)
         return "The running copy does not answer.";
     if (isNobody(problem))
         return "Velloran is not running.";
+    // What it says of a failure is a sentence of its own.
+    if (problem.name == SD_BUS_ERROR_FAILED)
+        return problem.text;
     return "The running copy refused: " + problem.text;
 }
 
@@ -111,6 +120,67 @@ std::expected<void, std::string> SessionBusInstance::pause(std::optional<Instant
 std::expected<void, std::string> SessionBusInstance::resume()
 {
     return done(ask(sessionbus::interface, "Resume", ""));
+}
+
+std::expected<DeletedActivity, std::string> SessionBusInstance::deleteActivity(
+    const ActivityDataScope& scope, const DeletionProgress& progress)
+{
+    auto bus = BusConnection::session();
+    if (!bus)
+        return std::unexpected(sentence(bus.error()));
+    const auto follower =
+        (*bus)->onSignal(fmt::format("type='signal',path='{}',interface='{}',member='DeletionProgress'",
+                                     sessionbus::path, sessionbus::interface),
+                         [&](BusMessage& signal) {
+                             if (const auto done = signal.readDouble(); done && progress)
+                                 progress(*done);
+                         });
+
+    struct Answer {
+        BusMessage message;
+        static int arrived(sd_bus_message* reply, void* context, sd_bus_error*)
+        {
+            static_cast<Answer*>(context)->message = BusMessage::borrowed(reply);
+            return 0;
+        }
+    } answer;
+    const auto arguments = sessionbus::argumentsOf(scope);
+    auto* const connection = (*bus)->get();
+    sd_bus_message* composed = nullptr;
+    int status = sd_bus_message_new_method_call(connection, &composed, sessionbus::name, sessionbus::path,
+                                                sessionbus::interface, "DeleteActivity");
+    const BusMessage call(composed);
+    if (status >= 0)
+        status = sd_bus_message_append(composed, "sss", arguments.scope.c_str(), arguments.from.c_str(),
+                                       arguments.through.c_str());
+    if (status >= 0)
+        status =
+            sd_bus_call_async(connection, nullptr, composed, Answer::arrived, &answer, patienceWithDeletion);
+    while (status >= 0 && answer.message.get() == nullptr) {
+        status = sd_bus_process(connection, nullptr);
+        if (status == 0)
+            status = sd_bus_wait(connection, UINT64_MAX);
+    }
+    if (status < 0)
+        return std::unexpected(sentence(BusConnection::problem(status)));
+    if (const auto* error = sd_bus_message_get_error(answer.message.get()))
+        return std::unexpected(sentence(BusConnection::problem(-sd_bus_error_get_errno(error), error)));
+    const auto days = answer.message.readInt32();
+    const auto isErased = answer.message.readBool();
+    if (!days || !isErased)
+        return std::unexpected("The running copy answers in a way that this one does not understand.");
+    return DeletedActivity{.dayCount = *days,
+                           .remains = *isErased ? DeletedActivity::Remains::erased
+                                                : DeletedActivity::Remains::leftForTheNextStart};
+}
+
+std::expected<void, std::string> SessionBusInstance::flush()
+{
+    auto bus = BusConnection::session();
+    if (!bus)
+        return std::unexpected(sentence(bus.error()));
+    return done((*bus)->call({sessionbus::name, sessionbus::path, sessionbus::interface, "Flush"},
+                             patienceWithFlush));
 }
 
 std::expected<void, std::string> SessionBusInstance::activate()

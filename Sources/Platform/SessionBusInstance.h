@@ -12,6 +12,9 @@ public:
     std::expected<std::optional<InstanceStatus>, std::string> status() override;
     std::expected<void, std::string> pause(std::optional<Instant> until) override;
     std::expected<void, std::string> resume() override;
+    std::expected<DeletedActivity, std::string> deleteActivity(const ActivityDataScope& scope,
+                                                               const DeletionProgress& progress) override;
+    std::expected<void, std::string> flush() override;
     std::expected<void, std::string> activate() override;
 };
 

@@ -10,11 +10,6 @@ namespace stintbook {
 
 namespace {
 
-InstanceRequestHandling& handlerIn(void* context)
-{
-    return *static_cast<InstanceRequestHandling*>(context);
-}
-
 /// One entry of a{sv}.
 template <typename... Values>
 int append(sd_bus_message* message, const char* key, const char* type, Values... values)
@@ -61,65 +56,224 @@ int appendStatus(sd_bus_message* reply, const InstanceStatus& status)
     return sd_bus_message_close_container(reply);
 }
 
-int answerStatus(sd_bus_message* call, void* context, sd_bus_error*)
-{
-    sd_bus_message* created = nullptr;
-    if (int status = sd_bus_message_new_method_return(call, &created); status < 0)
-        return status;
-    BusMessage reply(created);
-    if (int status = appendStatus(created, handlerIn(context).status()); status < 0)
-        return status;
-    return sd_bus_send(nullptr, created, nullptr);
-}
-
-int answerPause(sd_bus_message* call, void* context, sd_bus_error* error)
-{
-    double until = BusMessage::borrowed(call).readDouble().value_or(NAN);
-    if (!std::isfinite(until) || until < 0)
-        return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "A pause needs an instant, or 0.");
-    handlerIn(context).pause(until > 0 ? std::optional(Instant{until}) : std::nullopt);
-    return sd_bus_reply_method_return(call, "");
-}
-
-int answerResume(sd_bus_message* call, void* context, sd_bus_error*)
-{
-    handlerIn(context).resume();
-    return sd_bus_reply_method_return(call, "");
-}
-
-int answerActivate(sd_bus_message* call, void* context, sd_bus_error*)
-{
-    handlerIn(context).activate();
-    return sd_bus_reply_method_return(call, "");
-}
-
-constexpr auto unprivileged = SD_BUS_VTABLE_UNPRIVILEGED;
-
-const sd_bus_vtable captureMethods[] = {
-    SD_BUS_VTABLE_START(0),
-    SD_BUS_METHOD("Status", "", "a{sv}", answerStatus, unprivileged),
-    SD_BUS_METHOD("Pause", "d", "", answerPause, unprivileged),
-    SD_BUS_METHOD("Resume", "", "", answerResume, unprivileged),
-    SD_BUS_VTABLE_END,
-};
-
-const sd_bus_vtable applicationMethods[] = {
-    SD_BUS_VTABLE_START(0),
-    SD_BUS_METHOD("Activate", "a{sv}", "", answerActivate, unprivileged),
-    SD_BUS_VTABLE_END,
-};
+/// So many requests that hold the writer may wait.
+constexpr std::size_t mostWaiting = 16;
+/// Capture has this long to itself between two of them.
+constexpr Seconds rest{1};
 
 } // namespace
 
+/// What is called on the bus. Replies that come later keep the call.
+struct SessionBusService::Methods {
+    static SessionBusService& service(void* context) { return *static_cast<SessionBusService*>(context); }
+    static InstanceRequestHandling& handler(void* context) { return *service(context).m_handler; }
+
+    static int status(sd_bus_message* call, void* context, sd_bus_error*)
+    {
+        sd_bus_message* created = nullptr;
+        if (int status = sd_bus_message_new_method_return(call, &created); status < 0)
+            return status;
+        BusMessage reply(created);
+        if (int status = appendStatus(created, handler(context).status()); status < 0)
+            return status;
+        return sd_bus_send(nullptr, created, nullptr);
+    }
+
+    static int pause(sd_bus_message* call, void* context, sd_bus_error* error)
+    {
+        double until = BusMessage::borrowed(call).readDouble().value_or(NAN);
+        if (!std::isfinite(until) || until < 0)
+            return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "A pause needs an instant, or 0.");
+        handler(context).pause(until > 0 ? std::optional(Instant{until}) : std::nullopt);
+        return sd_bus_reply_method_return(call, "");
+    }
+
+    static int resume(sd_bus_message* call, void* context, sd_bus_error*)
+    {
+        handler(context).resume();
+        return sd_bus_reply_method_return(call, "");
+    }
+
+    static int deleteActivity(sd_bus_message* call, void* context, sd_bus_error* error)
+    {
+        auto arguments = BusMessage::borrowed(call);
+        auto scope =
+            sessionbus::scopeFrom({arguments.readText().value_or(""), arguments.readText().value_or(""),
+                                   arguments.readText().value_or("")});
+        if (!scope)
+            return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "These days are no history.");
+        return enqueue(context, error,
+                       [&handling = handler(context), scope = *std::move(scope),
+                        kept = kept(call)](std::function<void()> ended) {
+                           handling.deleteActivity(
+                               scope,
+                               [kept, ended](const std::expected<DeletedActivity, std::string>& deleted) {
+                                   answer(kept, deleted);
+                                   ended();
+                               },
+                               teller(kept));
+                       });
+    }
+
+    static int flush(sd_bus_message* call, void* context, sd_bus_error* error)
+    {
+        return enqueue(context, error,
+                       [&handling = handler(context), kept = kept(call)](std::function<void()> ended) {
+                           handling.flush([kept, ended](const std::expected<void, std::string>& flushed) {
+                               if (flushed)
+                                   sd_bus_reply_method_return(kept->get(), "");
+                               else
+                                   fail(kept, flushed.error());
+                               ended();
+                           });
+                       });
+    }
+
+    static int activate(sd_bus_message* call, void* context, sd_bus_error*)
+    {
+        handler(context).activate();
+        return sd_bus_reply_method_return(call, "");
+    }
+
+    static int open(sd_bus_message* call, void* context, sd_bus_error* error)
+    {
+        if (!BusMessage::borrowed(call).readTexts().value_or(std::vector<std::string>()).empty())
+            return sd_bus_error_set(error, SD_BUS_ERROR_NOT_SUPPORTED, "Velloran opens no files.");
+        return activate(call, context, error);
+    }
+
+    static int activateAction(sd_bus_message* call, void* context, sd_bus_error* error)
+    {
+        const auto action = BusMessage::borrowed(call).readText().value_or("");
+        if (action == "pause")
+            handler(context).pause(std::nullopt);
+        else if (action == "resume")
+            handler(context).resume();
+        else if (action == "quit")
+            handler(context).quit();
+        else
+            return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "Velloran knows no such action.");
+        return sd_bus_reply_method_return(call, "");
+    }
+
+private:
+    /// A call that is answered later.
+    using Call = std::shared_ptr<const BusMessage>;
+
+    static Call kept(sd_bus_message* call)
+    {
+        return std::make_shared<const BusMessage>(BusMessage::borrowed(call));
+    }
+
+    static int enqueue(void* context, sd_bus_error* error, Holding request)
+    {
+        // Anything but zero tells the bus that an answer is on its way.
+        if (service(context).enqueue(std::move(request)))
+            return 1;
+        return sd_bus_error_set(error, SD_BUS_ERROR_LIMITS_EXCEEDED, "Too many requests are waiting.");
+    }
+
+    static void answer(const Call& call, const std::expected<DeletedActivity, std::string>& deleted)
+    {
+        if (!deleted)
+            return fail(call, deleted.error());
+        const bool isErased = deleted->remains == DeletedActivity::Remains::erased;
+        sd_bus_reply_method_return(call->get(), "ib", deleted->dayCount, isErased ? 1 : 0);
+    }
+
+    static void fail(const Call& call, const std::string& sentence)
+    {
+        sd_bus_reply_method_errorf(call->get(), SD_BUS_ERROR_FAILED, "%s", sentence.c_str());
+    }
+
+    /// Tells the caller alone, and only what is worth a message.
+    static DeletionProgress teller(const Call& call)
+    {
+        return [call, told = 0.0](double done) mutable {
+            if (done < told + 0.01)
+                return;
+            told = done;
+            sd_bus_message* created = nullptr;
+            if (sd_bus_message_new_signal(sd_bus_message_get_bus(call->get()), &created, sessionbus::path,
+                                          sessionbus::interface, "DeletionProgress")
+                < 0)
+                return;
+            const BusMessage signal(created);
+            sd_bus_message_append(created, "d", done);
+            sd_bus_send_to(nullptr, created, call->sender().c_str(), nullptr);
+        };
+    }
+};
+
+bool SessionBusService::enqueue(Holding request)
+{
+    if (m_waiting.size() >= mostWaiting)
+        return false;
+    m_waiting.push_back(std::move(request));
+    startNext();
+    return true;
+}
+
+void SessionBusService::startNext()
+{
+    if (m_isHolding || m_rest || m_waiting.empty())
+        return;
+    m_isHolding = true;
+    auto request = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    request([this, isAlive = std::weak_ptr(m_isAlive)] {
+        if (isAlive.expired())
+            return;
+        m_isHolding = false;
+        m_rest = m_loop.after(rest, [this] {
+            m_rest.reset();
+            startNext();
+        });
+    });
+}
+
+void SessionBusService::announceStatus()
+{
+    if (!m_bus)
+        return;
+    sd_bus_message* created = nullptr;
+    if (sd_bus_message_new_signal(m_bus->get(), &created, sessionbus::path, sessionbus::interface,
+                                  "StatusChanged")
+        < 0)
+        return;
+    const BusMessage signal(created);
+    if (appendStatus(created, m_handler->status()) >= 0)
+        sd_bus_send(nullptr, created, nullptr);
+}
+
 bool SessionBusService::publish(InstanceRequestHandling& handler)
 {
+    constexpr auto unprivileged = SD_BUS_VTABLE_UNPRIVILEGED;
+    static const sd_bus_vtable captureMethods[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("Status", "", "a{sv}", Methods::status, unprivileged),
+        SD_BUS_METHOD("Pause", "d", "", Methods::pause, unprivileged),
+        SD_BUS_METHOD("Resume", "", "", Methods::resume, unprivileged),
+        SD_BUS_METHOD("DeleteActivity", "sss", "ib", Methods::deleteActivity, unprivileged),
+        SD_BUS_METHOD("Flush", "", "", Methods::flush, unprivileged),
+        SD_BUS_SIGNAL("StatusChanged", "a{sv}", 0),
+        SD_BUS_SIGNAL("DeletionProgress", "d", 0),
+        SD_BUS_VTABLE_END,
+    };
+    static const sd_bus_vtable applicationMethods[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("Activate", "a{sv}", "", Methods::activate, unprivileged),
+        SD_BUS_METHOD("Open", "asa{sv}", "", Methods::open, unprivileged),
+        SD_BUS_METHOD("ActivateAction", "sava{sv}", "", Methods::activateAction, unprivileged),
+        SD_BUS_VTABLE_END,
+    };
+    m_handler = &handler;
     auto bus = BusConnection::session();
     if (!bus)
         return false;
     auto publish = [&](const char* interface, const sd_bus_vtable* methods) -> BusConnection::Slot {
         sd_bus_slot* slot = nullptr;
-        if (sd_bus_add_object_vtable((*bus)->get(), &slot, sessionbus::path, interface, methods, &handler)
-            < 0)
+        if (sd_bus_add_object_vtable((*bus)->get(), &slot, sessionbus::path, interface, methods, this) < 0)
             return {};
         return {slot, [](sd_bus_slot* ended) { sd_bus_slot_unref(ended); }};
     };

@@ -16,7 +16,20 @@ public:
         answer.capture.runtime = CaptureRuntimeState::paused(until);
     }
     void resume() override { answer.capture.runtime = CaptureRuntimeState::active(); }
+    void deleteActivity(const ActivityDataScope& scope, Reply<DeletedActivity> reply,
+                        DeletionProgress progress) override
+    {
+        deletions.push_back({scope, std::move(reply), std::move(progress)});
+    }
+    void flush(Reply<void> reply) override { flushes.push_back(std::move(reply)); }
     void activate() override { ++activations; }
+    void quit() override { ++ends; }
+
+    struct Deletion {
+        ActivityDataScope scope;
+        Reply<DeletedActivity> reply;
+        DeletionProgress progress;
+    };
 
     InstanceStatus answer{
         .capture = {CaptureRuntimeState::active(), CapturePermissionState::granted},
@@ -26,7 +39,10 @@ public:
         .openSegment = InstanceStatus::OpenSegment{{1000.25}, "work", "Editor"},
         .unsavedSegmentCount = 3,
     };
+    std::vector<Deletion> deletions;
+    std::vector<Reply<void>> flushes;
     int activations = 0;
+    int ends = 0;
 };
 
 class SessionBusTest : public DesktopTest {
