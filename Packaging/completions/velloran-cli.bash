@@ -93,7 +93,7 @@ _velloran_cli() {
 
     case "${words[*]:0:2}" in
     "") choices="record replay status pause resume segments day work client project rule exclude billing export
-        store help --version" ;;
+        preferences store help --version" ;;
     record) choices="--for --trace" ;;
     replay)
         mapfile -t COMPREPLY < <(compgen -f -- "$cur")
@@ -128,9 +128,26 @@ _velloran_cli() {
     "export csv") choices="$request --output" ;;
     "export summary") choices="$request --clipboard" ;;
     "export preview") choices="$request" ;;
+    preferences) choices="list set" ;;
+    "preferences set")
+        case "${#words[@]} ${words[2]:-}" in
+        2*) choices="stintbook.onboarding.completed
+            stintbook.capture.titleContext
+            stintbook.capture.browserContext
+            stintbook.privacy.retentionDays
+            stintbook.privacy.automaticCleanup
+            stintbook.export.defaultMode
+            stintbook.export.fields.summary
+            stintbook.export.fields.detailed" ;;
+        3*defaultMode) choices="summarized detailed" ;;
+        3*retentionDays) choices="forever" ;;
+        3*fields*) choices="standard" ;;
+        3*) choices="true false" ;;
+        esac
+        ;;
     store) choices="info" ;;
     help) choices="record replay status pause resume segments day work client project rule exclude billing export
-        store" ;;
+        preferences store" ;;
     esac
 
     # The first argument of what concerns one client or project is its name; the second may be a choice.

@@ -75,6 +75,7 @@ __velloran_cli_command '' rule 'Rules that attribute work'
 __velloran_cli_command '' exclude 'Rules that keep work out of review'
 __velloran_cli_command '' billing 'Currency and rounding of the whole ledger'
 __velloran_cli_command '' export 'Bill ready work'
+__velloran_cli_command '' preferences 'What is recorded and kept, and how exports begin'
 __velloran_cli_command '' store 'Where everything is kept'
 __velloran_cli_command '' help 'Explain a command'
 
@@ -187,7 +188,12 @@ complete -c velloran-cli -n "$requesting" -l project -x -a '(__velloran_cli_name
 complete -c velloran-cli -n '__velloran_cli_in export csv' -l output -r -F -d 'Where to'
 complete -c velloran-cli -n '__velloran_cli_in export summary' -l clipboard -d 'Onto the clipboard'
 
+__velloran_cli_command preferences list 'What was chosen, and what holds by default'
+__velloran_cli_command preferences set 'Choose something else'
+complete -c velloran-cli -n '__velloran_cli_in preferences set' -x -a 'stintbook.onboarding.completed stintbook.capture.titleContext stintbook.capture.browserContext stintbook.privacy.retentionDays stintbook.privacy.automaticCleanup stintbook.export.defaultMode stintbook.export.fields.summary stintbook.export.fields.detailed true false forever standard summarized detailed' \
+    -d 'A preference, or its value'
+
 __velloran_cli_command store info 'Path, version, counts and sizes'
-complete -c velloran-cli -n '__velloran_cli_in help' -a 'record replay status pause resume segments day work client project rule exclude billing export store'
+complete -c velloran-cli -n '__velloran_cli_in help' -a 'record replay status pause resume segments day work client project rule exclude billing export preferences store'
 
 functions -e __velloran_cli_command

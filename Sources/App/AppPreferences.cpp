@@ -111,12 +111,12 @@ std::optional<ExportFieldSet> AppPreferences::rememberedExportFields(ExportMode 
     return mode == ExportMode::detailed ? m_detailedFields : m_summarizedFields;
 }
 
-bool AppPreferences::setExportFields(ExportMode mode, const ExportFieldSet& fields)
+bool AppPreferences::setExportFields(ExportMode mode, const std::optional<ExportFieldSet>& fields)
 {
     const bool isDetailed = mode == ExportMode::detailed;
-    return assign(isDetailed ? m_detailedFields : m_summarizedFields, std::optional(fields),
+    return assign(isDetailed ? m_detailedFields : m_summarizedFields, fields,
                   isDetailed ? preferencekeys::detailedFields : preferencekeys::summarizedFields,
-                  fields.tokens());
+                  fields ? std::optional<PreferenceValue>(fields->tokens()) : std::nullopt);
 }
 
 } // namespace stintbook

@@ -40,7 +40,8 @@ public:
     /// The columns remembered for a mode, else the mode's standard ones.
     ExportFieldSet exportFields(ExportMode mode) const;
     std::optional<ExportFieldSet> rememberedExportFields(ExportMode mode) const;
-    bool setExportFields(ExportMode mode, const ExportFieldSet& fields);
+    /// Absent: none are remembered any more.
+    bool setExportFields(ExportMode mode, const std::optional<ExportFieldSet>& fields);
 
     [[nodiscard]] Listeners::Subscription follow(std::function<void()> listener)
     {

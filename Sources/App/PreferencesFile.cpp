@@ -1,88 +1,80 @@
 #include "App/PreferencesFile.h"
 
-#include <cmath>
-#include <cstdint>
-#include <ctime>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <expected>
 #include <fstream>
-#include <iterator>
-#include <sstream>
-#include <tuple>
-#include <type_traits>
+#include <thread>
 #include <utility>
 
-#include <toml++/toml.h>
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include "App/FileReplacement.h"
+#include "App/KnownPreferences.h"
 #include "Base/Log.h"
 
 namespace stintbook {
 
 namespace {
 
-constexpr double nanosecondsASecond = 1e9;
+constexpr std::string_view heading =
+    "# What was chosen in Velloran. What is not named here has its default. To change something, use "
+    "Velloran,\n"
+    "# `velloran-cli preferences set KEY VALUE`, or an editor while Velloran is not running.\n\n";
 
-Instant instantOf(const toml::date_time& moment)
-{
-    std::tm civil{};
-    civil.tm_year = moment.date.year - 1900;
-    civil.tm_mon = moment.date.month - 1;
-    civil.tm_mday = moment.date.day;
-    civil.tm_hour = moment.time.hour;
-    civil.tm_min = moment.time.minute - (moment.offset ? moment.offset->minutes : 0);
-    civil.tm_sec = moment.time.second;
-    return Instant{static_cast<double>(timegm(&civil)) + moment.time.nanosecond / nanosecondsASecond};
-}
-
-toml::date_time dateTimeOf(Instant at)
-{
-    const auto whole = static_cast<std::time_t>(std::floor(at.secondsSinceEpoch));
-    std::tm civil{};
-    gmtime_r(&whole, &civil);
-    const double fraction = at.secondsSinceEpoch - static_cast<double>(whole);
-    return {toml::date{civil.tm_year + 1900, civil.tm_mon + 1, civil.tm_mday},
-            toml::time{civil.tm_hour, civil.tm_min, civil.tm_sec,
-                       static_cast<std::uint32_t>(fraction * nanosecondsASecond)},
-            toml::time_offset{}};
-}
-
-std::optional<PreferenceValue> preferenceValue(const toml::node& node)
-{
-    if (const auto* flag = node.as_boolean())
-        return PreferenceValue(flag->get());
-    if (const auto* number = node.as_integer())
-        return PreferenceValue(number->get());
-    if (const auto* number = node.as_floating_point())
-        return PreferenceValue(number->get());
-    if (const auto* text = node.as_string())
-        return PreferenceValue(text->get());
-    if (const auto* moment = node.as_date_time())
-        return PreferenceValue(instantOf(moment->get()));
-    return std::nullopt;
-}
-
-/// "stintbook.capture.titleContext" as the table's path and the key in it.
-std::pair<std::string_view, std::string_view> tableAndKey(std::string_view key)
-{
-    const auto dot = key.rfind('.');
-    if (dot == std::string_view::npos)
-        return {{}, key};
-    return {key.substr(0, dot), key.substr(dot + 1)};
-}
-
-/// The table at a dotted path, made where it is missing and in place of anything that is no table.
-toml::table& tableAt(toml::table& root, std::string_view path)
-{
-    toml::table* table = &root;
-    while (!path.empty()) {
-        const auto dot = path.find('.');
-        const auto name = path.substr(0, dot);
-        auto* next = table->get_as<toml::table>(name);
-        if (next == nullptr)
-            next = table->insert_or_assign(name, toml::table{}).first->second.as_table();
-        table = next;
-        path = dot == std::string_view::npos ? std::string_view{} : path.substr(dot + 1);
+/// Keeps other processes from changing the files of a directory in the same way. Without a directory, or where
+/// its file system knows no locks, there is nobody to keep away.
+class DirectoryLock {
+public:
+    explicit DirectoryLock(const std::filesystem::path& directory)
+        : m_descriptor(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        // Others hold it for the moment of a write. One that was stopped in that moment is not waited for.
+        for (int attempt = 0; attempt < 100 && m_descriptor >= 0; ++attempt) {
+            if (::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+                return;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        m_isHeldElsewhere = m_descriptor >= 0;
     }
-    return *table;
+    ~DirectoryLock()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+    DirectoryLock(const DirectoryLock&) = delete;
+    DirectoryLock& operator=(const DirectoryLock&) = delete;
+
+    bool isHeldElsewhere() const { return m_isHeldElsewhere; }
+
+private:
+    int m_descriptor;
+    bool m_isHeldElsewhere = false;
+};
+
+/// Absent: there is no file.
+std::expected<std::optional<PreferencesDocument>, std::string> documentIn(const std::filesystem::path& file)
+{
+    std::error_code failure;
+    const auto status = std::filesystem::status(file, failure);
+    if (status.type() == std::filesystem::file_type::not_found)
+        return std::nullopt;
+    if (!std::filesystem::is_regular_file(status))
+        return std::unexpected(failure ? failure.message() : "It is no file");
+    errno = 0;
+    std::ifstream stream(file, std::ios::binary | std::ios::ate);
+    std::string text(stream ? static_cast<std::size_t>(stream.tellg()) : 0, '\0');
+    stream.seekg(0).read(text.data(), static_cast<std::streamsize>(text.size()));
+    if (!stream)
+        return std::unexpected(std::strerror(errno != 0 ? errno : EIO));
+    auto document = PreferencesDocument::parse(std::move(text));
+    if (!document)
+        return std::unexpected(std::move(document).error());
+    return *std::move(document);
 }
 
 } // namespace
@@ -90,19 +82,12 @@ toml::table& tableAt(toml::table& root, std::string_view path)
 PreferencesFile::PreferencesFile(std::filesystem::path file)
     : m_file(std::move(file))
 {
-    std::ifstream stream(m_file, std::ios::binary);
-    if (!stream)
-        return;
-    m_document.assign(std::istreambuf_iterator<char>(stream), {});
-    try {
-        std::ignore = toml::parse(m_document);
-    } catch (const toml::parse_error& error) {
-        m_document.clear();
-        const auto aside = m_file.parent_path() / "preferences.damaged.toml";
-        std::error_code failure;
-        std::filesystem::rename(m_file, aside, failure);
-        log::error("The preferences could not be read and were set aside; the defaults hold: {}",
-                   error.description());
+    if (const auto document = documentIn(m_file); document && *document) {
+        m_document = **document;
+    } else if (!document) {
+        // Alone, and looked at again: another process may have put it right.
+        const DirectoryLock lock(m_file.parent_path());
+        std::ignore = read();
     }
 }
 
@@ -122,42 +107,73 @@ std::filesystem::path PreferencesFile::standardLocation(const std::map<std::stri
 
 std::optional<PreferenceValue> PreferencesFile::value(std::string_view key) const
 {
-    const auto root = toml::parse(m_document);
-    const auto node = root.at_path(key);
-    return node ? preferenceValue(*node.node()) : std::nullopt;
+    const std::scoped_lock guard(m_lock);
+    if (const auto unwritten = m_unwritten.find(key); unwritten != m_unwritten.end())
+        return unwritten->second;
+    return m_document.value(key);
 }
 
 bool PreferencesFile::store(std::string_view key, std::optional<PreferenceValue> value)
 {
-    auto root = toml::parse(m_document);
-    const auto [path, name] = tableAndKey(key);
-    auto& table = tableAt(root, path);
-    if (!value) {
-        table.erase(name);
-    } else {
-        std::visit(
-            [&](const auto& stored) {
-                if constexpr (std::is_same_v<std::decay_t<decltype(stored)>, Instant>)
-                    table.insert_or_assign(name, dateTimeOf(stored));
-                else
-                    table.insert_or_assign(name, stored);
-            },
-            *value);
-    }
-    std::ostringstream text;
-    text << root << '\n';
-    m_document = std::move(text).str();
-    return write();
+    const std::scoped_lock guard(m_lock);
+    m_unwritten.insert_or_assign(std::string(key), std::move(value));
+    if (!write())
+        return false;
+    m_unwritten.clear();
+    return true;
 }
 
-bool PreferencesFile::write() const
+/// Takes over what the file says now, or keeps what is known when it says nothing that can be read; false when
+/// it can neither be read nor be set aside.
+bool PreferencesFile::read()
 {
+    auto document = documentIn(m_file);
+    if (!document)
+        return setAside(document.error());
+    m_document = std::move(*document).value_or(PreferencesDocument());
+    return true;
+}
+
+bool PreferencesFile::setAside(const std::string& reason) const
+{
+    const auto directory = m_file.parent_path();
+    auto aside = directory / "preferences.damaged.toml";
     std::error_code failure;
-    std::filesystem::create_directories(m_file.parent_path(), failure);
-    const auto replaced = replaceFile(m_file, m_document, 0600);
-    if (!replaced)
+    for (int number = 2; std::filesystem::exists(std::filesystem::symlink_status(aside, failure)); ++number)
+        aside = directory / fmt::format("preferences.damaged-{}.toml", number);
+    std::filesystem::rename(m_file, aside, failure);
+    if (failure) {
+        log::error("The preferences {} could not be read, nor set aside: {}; {}", m_file.string(), reason,
+                   failure.message());
+        return false;
+    }
+    log::error("The preferences could not be read and were set aside as {}: {}", aside.string(), reason);
+    return true;
+}
+
+bool PreferencesFile::write()
+{
+    std::error_code ignored;
+    std::filesystem::create_directories(m_file.parent_path(), ignored);
+    const DirectoryLock lock(m_file.parent_path());
+    if (lock.isHeldElsewhere()) {
+        log::error("The preferences could not be saved: another program keeps them locked");
+        return false;
+    }
+    if (!read())
+        return false;
+    auto changed = m_document;
+    for (const auto& [key, value] : m_unwritten)
+        changed.set(key, value, commentOf(key));
+    if (changed.text().empty())
+        return true;
+    const auto text = m_document.text().empty() ? std::string(heading) + changed.text() : changed.text();
+    if (const auto replaced = replaceFile(m_file, text, 0600); !replaced) {
         log::error("The preferences could not be saved: {}", replaced.error());
-    return replaced.has_value();
+        return false;
+    }
+    m_document = *PreferencesDocument::parse(text);
+    return true;
 }
 
 } // namespace stintbook

@@ -2,21 +2,23 @@
 
 #include <filesystem>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "App/PreferencesDocument.h"
 #include "Base/BuildInformation.h"
 #include "Base/Preferences.h"
 
 namespace stintbook {
 
-/// The user's choices in a TOML file of the configuration directory: the key "stintbook.capture.titleContext"
-/// is `titleContext` in the table `[stintbook.capture]`.
+/// The user's choices in a TOML file of the configuration directory. Any thread may call it.
 ///
-/// Read once at construction. Each change replaces the file in one step, so that a reader or a crash meets
-/// the old file or the new one; keys that this program does not know stay. A file that is no TOML is set
-/// aside as "preferences.damaged.toml" and reported, and the defaults hold.
+/// Read at construction. Each change reads the file again and replaces it in one step, alone among the
+/// processes that do, so that a reader or a crash meets the old file or the new one, and nobody's change undoes
+/// another's. A file that cannot be read as TOML is set aside as "preferences.damaged.toml" (the next one as
+/// "preferences.damaged-2.toml") and reported; the defaults hold, or what had been read of it before.
 class PreferencesFile final : public PreferenceStoring {
 public:
     explicit PreferencesFile(std::filesystem::path file);
@@ -27,16 +29,21 @@ public:
                                                   BuildKind buildKind);
 
     std::optional<PreferenceValue> value(std::string_view key) const override;
+    /// What cannot be written holds for this object, and is written with the next change that can.
     bool store(std::string_view key, std::optional<PreferenceValue> value) override;
 
     const std::filesystem::path& file() const { return m_file; }
 
 private:
-    bool write() const;
+    bool read();
+    bool setAside(const std::string& reason) const;
+    bool write();
 
     std::filesystem::path m_file;
-    /// The whole file as text between two changes, so that TOML's types stay out of this header.
-    std::string m_document;
+    mutable std::mutex m_lock;
+    /// As the file was when it was read last.
+    PreferencesDocument m_document;
+    std::map<std::string, std::optional<PreferenceValue>, std::less<>> m_unwritten;
 };
 
 } // namespace stintbook

@@ -6,9 +6,6 @@ namespace stintbook {
 
 namespace {
 
-constexpr std::string_view kindKey = "stintbook.capture.pauseKind";
-constexpr std::string_view deadlineKey = "stintbook.capture.pauseDeadline";
-constexpr std::string_view lengthKey = "stintbook.capture.pauseLength";
 constexpr const char* timedKind = "timed";
 constexpr const char* indefiniteKind = "indefinite";
 

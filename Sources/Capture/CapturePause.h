@@ -61,9 +61,13 @@ public:
     std::optional<CapturePause> pause;
 };
 
-/// Keeps the pause under the keys "stintbook.capture.pauseKind", "…pauseDeadline", "…pauseLength".
+/// Keeps the pause among the preferences.
 class PreferencesCapturePauseStore final : public CapturePauseStoring {
 public:
+    static constexpr std::string_view kindKey = "stintbook.capture.pauseKind";
+    static constexpr std::string_view deadlineKey = "stintbook.capture.pauseDeadline";
+    static constexpr std::string_view lengthKey = "stintbook.capture.pauseLength";
+
     explicit PreferencesCapturePauseStore(PreferenceStoring& preferences)
         : m_preferences(preferences)
     {

@@ -103,6 +103,7 @@ void addProjectCommands(CommandTree& tree);
 void addRuleCommands(CommandTree& tree);
 void addBillingCommands(CommandTree& tree);
 void addExportCommands(CommandTree& tree);
+void addPreferenceCommands(CommandTree& tree);
 void addStoreCommands(CommandTree& tree);
 
 } // namespace stintbook
