@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include "Store/StoreFileInspection.h"
@@ -38,15 +39,25 @@ StoreDatabase::Transaction::Transaction(StoreConnection& connection, const char*
 StoreDatabase::Transaction::~Transaction()
 {
     // A failure as grave as a full disk has ended the transaction already.
-    if (m_isKept || sqlite3_get_autocommit(m_connection.handle()) != 0)
-        return;
-    m_connection.database().tryExec(m_isNested ? "ROLLBACK TO nested; RELEASE nested" : "ROLLBACK");
+    if (!m_isKept && sqlite3_get_autocommit(m_connection.handle()) == 0)
+        m_connection.database().tryExec(m_isNested ? "ROLLBACK TO nested; RELEASE nested" : "ROLLBACK");
+    if (m_isRefused)
+        overwriteRefused();
 }
 
 void StoreDatabase::Transaction::commit()
 {
+    m_isRefused = !m_isNested;
     m_connection.query(m_isNested ? "RELEASE nested" : "COMMIT").run();
+    m_isRefused = false;
     m_isKept = true;
+}
+
+/// What could not be synced may stand in the log all the same, complete, and a later process would take it for
+/// committed. This connection knows better: its next write begins in the same place.
+void StoreDatabase::Transaction::overwriteRefused()
+{
+    m_connection.database().tryExec(fmt::format("PRAGMA user_version = {}", currentSchemaVersion));
 }
 
 StoreDatabase::StoreDatabase(const StoreOpening& opening, std::unique_ptr<StoreConnection> connection)

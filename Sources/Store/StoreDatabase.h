@@ -79,9 +79,12 @@ private:
         void commit();
 
     private:
+        void overwriteRefused();
+
         StoreConnection& m_connection;
         bool m_isNested;
         bool m_isKept = false;
+        bool m_isRefused = false;
     };
 
     StoreDatabase(const StoreOpening& opening, std::unique_ptr<StoreConnection> connection);

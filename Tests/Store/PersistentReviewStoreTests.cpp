@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "Export/ExportDocumentModel.h"
-#include "StoreSamples.h"
+#include "FilledStore.h"
 
 namespace stintbook {
 namespace {
@@ -9,45 +9,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const auto client = numbered<ClientID>(1);
-const auto project = numbered<ProjectID>(1);
-
-ExportSnapshot sampleSnapshot(std::uint32_t index)
-{
-    const auto line = [](const char* name, std::optional<Decimal> rate, std::optional<Decimal> amount) {
-        return ExportLine{.dayID = "2026-11-20@Europe/Berlin",
-                          .dayStart = sampleDay.start,
-                          .timeZoneIdentifier = sampleDay.timeZoneIdentifier,
-                          .start = sampleDay.start,
-                          .end = sampleDay.start + Seconds{901},
-                          .clientName = name,
-                          .projectName = "Website",
-                          .actualSeconds = 901,
-                          .billedSeconds = 1080,
-                          .hourlyRate = rate,
-                          .amount = amount,
-                          .currencyCode = "EUR",
-                          .rounding = RoundingPolicy::nearestSixMinutes};
-    };
-    ExportSnapshot snapshot{.id = numbered<ExportSnapshotID>(index + 1),
-                            .createdAt = {1795190000.5 + index},
-                            .format = ExportFormat::timesheetPDF,
-                            .mode = ExportMode::detailed,
-                            .rangeStart = sampleDay,
-                            .rangeEnd = sampleDay,
-                            .clientFilterID = client,
-                            .clientFilterName = "Müller"};
-    snapshot.fields.includesDate = true;
-    snapshot.fields.includesBillableState = true;
-    snapshot.lines = {line("B", Decimal::parse("87.5"), Decimal::parse("26.25")),
-                      line("A", Decimal::parse("0.1"), Decimal::parse("0.03")), line("C", {}, {})};
-    snapshot.lines[0].description = "Offer, \"urgent\"\n🙂";
-    snapshot.lines[2].isBillable = false;
-    snapshot.days = {
-        {"2026-11-20@Europe/Berlin", sampleDay.start, sampleDay.timeZoneIdentifier, std::string(64, 'a')}};
-    snapshot.totals = totals(snapshot.lines, BillingCurrency::fromText("EUR"));
-    return snapshot;
-}
+const auto client = sampleClient;
+const auto project = sampleProject;
 
 struct ReviewStore : testing::Test {
     std::shared_ptr<StoreDatabase> database = StoreDatabase::inMemory();
@@ -309,30 +272,13 @@ TEST_F(ReviewStore, CreatesAFirstContextWholeOrNotAtAll)
 }
 
 /// A store with every kind of record.
+/// A store with something of everything, and what stops its reads.
 struct FilledStore {
     std::shared_ptr<StoreDatabase> database = StoreDatabase::inMemory();
     PersistentActivitySegmentRepository recorded{database};
     PersistentReviewStore store{database};
 
-    FilledStore()
-    {
-        const auto domain = BrowserDomain::fromText("example.org");
-        auto segment = sampleSegment(0);
-        segment.browserDomain = domain;
-        EXPECT_TRUE(recorded.save({{segment}}));
-        EXPECT_TRUE(
-            store.apply({.upserts = {sampleItem(0)},
-                         .reviewUpserts = {{segment.id, {AttributionAssignment{client, project, true}}}},
-                         .approval = ReviewedDayApproval{sampleDay, {"r"}, {}}}));
-        EXPECT_TRUE(store.saveClient({client, "Müller & Co", false, ClientColor::fromText("#000000")}));
-        EXPECT_TRUE(store.saveSettings({BillingCurrency::fromText("EUR"), RoundingPolicy::exact}));
-        EXPECT_TRUE(store.saveClientBilling(client, {Decimal(1), RoundingPolicy::exact}));
-        EXPECT_TRUE(store.saveProjectBilling(project, {Decimal(1), RoundingPolicy::exact}));
-        EXPECT_TRUE(store.append(sampleSnapshot(0)));
-        EXPECT_TRUE(store.replaceAttributionRules(
-            {{numbered<RuleID>(1), true, 0, {"a", domain, "t"}, client, project, {}}}));
-        EXPECT_TRUE(store.replaceExclusionRules({{numbered<RuleID>(2), true, 0, {.titleContains = "t"}}}));
-    }
+    FilledStore() { fill(database); }
 
     /// The fields that stop reads, one after the other.
     std::string unreadableFields() const

@@ -1,13 +1,17 @@
-// What a store holds after its disk failed or its process was killed, at every single write.
+// What a store holds after its disk failed, its machine lost power or its process was killed, at every single
+// write of everything that is ever written.
 
+#include <algorithm>
 #include <csignal>
 #include <functional>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "StoreSamples.h"
+#include "FilledStore.h"
+#include "Support/CapturedLog.h"
 #include "Support/FaultyFileSystem.h"
 
 namespace stintbook {
@@ -15,97 +19,234 @@ namespace {
 
 using Fault = FaultyFileSystem::Fault;
 
-/// A change, and the question whether all of it is there (1), nothing (0) or a part (-1).
+/// Something that changes a filled store; false when it said that it did not.
 struct Change {
+    const char* name;
     std::function<bool(const std::shared_ptr<StoreDatabase>&)> make;
-    std::function<int(const std::shared_ptr<StoreDatabase>&)> extent;
 };
 
-Change savingSegments()
+/// A change of what the user makes and decides.
+template <typename Edit> Change review(const char* name, Edit edit)
 {
-    return {[](const auto& database) {
-                return PersistentActivitySegmentRepository(database).save(sampleSegments(10, 40)).has_value();
-            },
-            [](const auto& database) {
-                const auto count = PersistentActivitySegmentRepository(database).segments(allTime)->size();
-                return count == 50 ? 1 : count == 10 ? 0 : -1;
+    return {name, [edit](const auto& database) {
+                PersistentReviewStore store(database);
+                return edit(store).has_value();
             }};
 }
 
-Change freezingAndApproving()
+const std::vector<Change>& everyChange()
 {
-    auto frozen = sampleItem(3);
-    frozen.description = std::string(6000, 'x');
-    const ReviewedLayerMutation mutation{.upserts = {frozen, sampleItem(4)},
-                                         .deletions = {sampleItem(0).id},
-                                         .reviewUpserts = {{numbered<SegmentID>(9), {.isIgnored = true}}},
-                                         .approval =
-                                             ReviewedDayApproval{sampleDay, {std::string(64, 'a')}, {1}}};
-    return {[=](const auto& database) { return PersistentReviewStore(database).apply(mutation).has_value(); },
-            [=](const auto& database) {
-                const PersistentReviewStore store(database);
-                const auto items = *store.items(sampleDay);
-                const auto isApproved = store.approval(sampleDay)->has_value();
-                const auto reviews = store.reviews(std::vector{numbered<SegmentID>(9)})->size();
-                if (items == std::vector{frozen, sampleItem(4)} && isApproved && reviews == 1)
-                    return 1;
-                return items == std::vector{sampleItem(0)} && !isApproved && reviews == 0 ? 0 : -1;
-            }};
+    static const std::vector<Change> changes = {
+        {"segments are saved",
+         [](const auto& database) {
+             auto segments = sampleSegments(10, 40);
+             segments[7].context = FocusedContext::windowTitle(std::string(6000, 'x'));
+             segments[9].browserDomain = BrowserDomain::fromText("docs.example.org");
+             return PersistentActivitySegmentRepository(database).save(segments).has_value();
+         }},
+        {"a segment is replaced",
+         [](const auto& database) {
+             auto segment = sampleSegment(0);
+             segment.end = segment.end + Seconds{30};
+             return PersistentActivitySegmentRepository(database).save({{segment}}).has_value();
+         }},
+        review("work is frozen and its day approved",
+               [](auto& store) {
+                   auto frozen = sampleItem(3);
+                   frozen.description = std::string(6000, 'x');
+                   return store.apply(
+                       {.upserts = {frozen, sampleItem(4)},
+                        .deletions = {sampleItem(0).id},
+                        .reviewUpserts = {{numbered<SegmentID>(9), {.isIgnored = true}}},
+                        .approval = ReviewedDayApproval{sampleDay, {std::string(64, 'a')}, {1}}});
+               }),
+        review("segments are reviewed",
+               [](auto& store) {
+                   return store.saveReviews({{sampleSegment(0).id, {.isIgnored = true}},
+                                             {sampleSegment(1).id, {.isIgnored = true}}});
+               }),
+        review("a client is changed",
+               [](auto& store) {
+                   return store.saveClient({sampleClient, "Miller", true, ClientColor::fromText("#FFFFFF")});
+               }),
+        review("a project is made",
+               [](auto& store) { return store.saveProject({sampleProject, sampleClient, "Website"}); }),
+        review("a first client comes with its project",
+               [](auto& store) {
+                   const auto client = numbered<ClientID>(7);
+                   return store.create({{client, "Birch"},
+                                        {numbered<ProjectID>(7), client, "Garden"},
+                                        ClientBillingDefaults{Decimal(80), {}}});
+               }),
+        review("rules are replaced",
+               [](auto& store) {
+                   std::vector<AttributionRule> rules;
+                   for (std::uint32_t place = 0; place < 30; ++place)
+                       rules.push_back({numbered<RuleID>(place + 1),
+                                        true,
+                                        static_cast<int>(place),
+                                        {"a", BrowserDomain::fromText("example.net"), "t"},
+                                        sampleClient,
+                                        sampleProject,
+                                        {}});
+                   return store.replaceAttributionRules(rules);
+               }),
+        review("exclusions are replaced",
+               [](auto& store) {
+                   return store.replaceExclusionRules(
+                       {{numbered<RuleID>(3), true, 0, {.applicationBundleIdentifier = "b"}}});
+               }),
+        review("the currency is changed",
+               [](auto& store) {
+                   return store.saveSettings(
+                       {BillingCurrency::fromText("USD"), RoundingPolicy::upToNextFifteenMinutes});
+               }),
+        review("a rate is changed",
+               [](auto& store) { return store.saveClientBilling(sampleClient, {Decimal(95), {}}); }),
+        review("a project's rate is taken away",
+               [](auto& store) { return store.saveProjectBilling(sampleProject, {}); }),
+        review("an export is recorded", [](auto& store) { return store.append(sampleSnapshot(5)); }),
+    };
+    return changes;
 }
 
-/// Makes the change with the disk failing from each of its writes on, until it meets no failure.
-void expectWholeOrNothing(const Change& change, Fault fault)
+/// Every row of every table.
+std::vector<std::string> contents(StoreDatabase& database)
 {
+    return *database.read([](StoreConnection& connection) -> Stored<std::vector<std::string>> {
+        std::vector<std::string> rows;
+        SQLite::Statement tables(
+            connection.database(),
+            "SELECT name, (SELECT group_concat('quote(\"' || name || '\")', '||')"
+            " FROM pragma_table_info(t.name)) FROM sqlite_schema t WHERE type = 'table'");
+        while (tables.executeStep()) {
+            const auto table = tables.getColumn(0).getString();
+            SQLite::Statement all(connection.database(),
+                                  "SELECT " + tables.getColumn(1).getString() + " FROM \"" + table + "\"");
+            while (all.executeStep())
+                rows.push_back(table + ": " + all.getColumn(0).getString());
+        }
+        std::ranges::sort(rows);
+        return rows;
+    });
+}
+
+/// A filled store as a file that can be copied.
+const std::string& filledStore()
+{
+    static const std::string bytes = [] {
+        const SampleStore store;
+        fill(store.open());
+        return contentsOf(store.file);
+    }();
+    return bytes;
+}
+
+struct CopiedStore : SampleStore {
+    explicit CopiedStore(const std::string& bytes) { writeFile(file, bytes); }
+};
+
+enum class Answer { accepted, refused, none };
+
+/// Makes the change in a process of its own, which is killed at that write. None when it was.
+Answer answerBeforeKill(const std::function<bool()>& change)
+{
+    const auto child = fork();
+    if (child == 0)
+        _exit(change() ? 0 : 1);
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (!WIFEXITED(status))
+        return Answer::none;
+    return WEXITSTATUS(status) == 0 ? Answer::accepted : Answer::refused;
+}
+
+/// Makes the change with the disk failing from each of its writes on, until it meets no failure; answers how many
+/// writes those were.
+int expectWholeOrNothing(const Change& change, StoreRole role, Fault fault)
+{
+    const testing::ScopedTrace name(__FILE__, __LINE__, change.name);
+    std::vector<std::string> before;
+    std::vector<std::string> after;
+    {
+        const CopiedStore store(filledStore());
+        const auto database = store.open();
+        before = contents(*database);
+        EXPECT_TRUE(change.make(database));
+        after = contents(*database);
+        EXPECT_NE(after, before);
+    }
+
     FaultyFileSystem disk;
     for (int operation = 1; operation < 500; ++operation) {
-        SCOPED_TRACE(operation);
-        const SampleStore store;
-        {
-            const auto database = store.open();
-            ASSERT_TRUE(PersistentActivitySegmentRepository(database).save(sampleSegments(0, 10)));
-            ASSERT_TRUE(PersistentReviewStore(database).apply({.upserts = {sampleItem(0)}}));
-        }
-        bool accepted = false;
-        bool failed = false;
-        {
-            const auto database = store.open(StoreRole::owner, disk.name());
+        const testing::ScopedTrace point(__FILE__, __LINE__, operation);
+        const CopiedStore store(filledStore());
+        auto answer = Answer::none;
+        const auto attempt = [&] {
+            const auto database = store.open(role, disk.name());
             disk.failFrom(operation, fault);
-            accepted = change.make(database);
-            failed = disk.hasFailed();
-            if (!accepted) {
-                // In this process nothing of it may be seen either.
-                EXPECT_EQ(change.extent(database), 0);
-            }
+            const bool isAccepted = change.make(database);
+            // In this process nothing may be seen of what was refused.
+            EXPECT_EQ(contents(*database), isAccepted ? after : before);
+            return isAccepted;
+        };
+        bool hasFailed = false;
+        if (fault == Fault::kill) {
+            answer = answerBeforeKill(attempt);
+            hasFailed = answer == Answer::none;
+        } else {
+            answer = attempt() ? Answer::accepted : Answer::refused;
+            hasFailed = disk.hasFailed();
         }
+        if (fault == Fault::powerLoss)
+            disk.losePower(static_cast<unsigned>(operation));
         disk.recover();
+
         const auto database = store.open();
         EXPECT_TRUE(isSound(*database));
-        const auto extent = change.extent(database);
-        EXPECT_TRUE(accepted ? extent == 1 : extent >= 0) << extent;
-        if (fault == Fault::diskFull && !accepted) {
-            EXPECT_EQ(extent, 0);
+        const auto found = contents(*database);
+        if (answer == Answer::accepted) {
+            EXPECT_EQ(found, after);
+        } else if (fault == Fault::diskFull || fault == Fault::inputOutputOnce) {
+            EXPECT_EQ(found, before);
+        } else {
+            // The end came before the answer: whole or not at all.
+            EXPECT_TRUE(found == before || found == after);
         }
-        EXPECT_TRUE(change.make(database));
-        EXPECT_EQ(change.extent(database), 1);
-        if (!failed)
-            return;
+        if (found == before) {
+            EXPECT_TRUE(change.make(database));
+            EXPECT_EQ(contents(*database), after);
+        }
+        if (!hasFailed)
+            return operation - 1;
     }
-    FAIL() << "the change never went through";
+    ADD_FAILURE() << "the change never went through";
+    return 0;
 }
 
-TEST(StoreFaults, KeepAChangeWholeOrNotAtAllOnAFullDisk)
+class StoreFaults : public testing::TestWithParam<std::pair<const char*, Fault>> { };
+
+TEST_P(StoreFaults, KeepEveryChangeWholeOrNotAtAll)
 {
-    expectWholeOrNothing(savingSegments(), Fault::diskFull);
-    expectWholeOrNothing(freezingAndApproving(), Fault::diskFull);
+    int points = 0;
+    for (const auto& change : everyChange()) {
+        for (const auto role : {StoreRole::owner, StoreRole::guest})
+            points += expectWholeOrNothing(change, role, GetParam().second);
+    }
+    RecordProperty("points", points);
+    EXPECT_GT(points, static_cast<int>(everyChange().size()));
 }
 
-TEST(StoreFaults, KeepAChangeWholeOrNotAtAllOnABrokenDisk)
-{
-    expectWholeOrNothing(savingSegments(), Fault::inputOutput);
-    expectWholeOrNothing(freezingAndApproving(), Fault::tornWrite);
-}
+INSTANTIATE_TEST_SUITE_P(OnADisk, StoreFaults,
+                         testing::Values(std::pair{"ThatIsFull", Fault::diskFull},
+                                         std::pair{"ThatIsBroken", Fault::inputOutput},
+                                         std::pair{"ThatFailsOnce", Fault::inputOutputOnce},
+                                         std::pair{"ThatTearsAWrite", Fault::tornWrite},
+                                         std::pair{"OfAKilledProcess", Fault::kill},
+                                         std::pair{"ThatLosesPower", Fault::powerLoss}),
+                         [](const auto& parameter) { return parameter.param.first; });
 
-TEST(StoreFaults, LeaveNothingBehindWhereAStoreCouldNotBeCreated)
+TEST(StoreCreationFaults, LeaveNothingBehindWhereAStoreCouldNotBeCreated)
 {
     FaultyFileSystem disk;
     for (int operation = 1; operation < 500; ++operation) {
@@ -124,7 +265,7 @@ TEST(StoreFaults, LeaveNothingBehindWhereAStoreCouldNotBeCreated)
     FAIL() << "the store was never created";
 }
 
-TEST(StoreFaults, SayThatTheDiskIsFull)
+TEST(StoreCreationFaults, SayThatTheDiskIsFull)
 {
     const auto database = StoreDatabase::inMemory();
     execute(*database, "PRAGMA max_page_count = 1");
@@ -132,6 +273,75 @@ TEST(StoreFaults, SayThatTheDiskIsFull)
     ASSERT_FALSE(saved);
     EXPECT_EQ(message(saved.error()), "The disk that holds the store is full.");
 }
+
+/// Opens, which creates or migrates, under every fault at every write; the next open finds all that was there.
+int expectOpeningSurvives(const std::function<void(const SampleStore&)>& prepare, Fault fault)
+{
+    const CapturedLog log;
+    std::vector<std::string> after;
+    {
+        const SampleStore store;
+        prepare(store);
+        after = contents(*store.open());
+    }
+    FaultyFileSystem disk;
+    for (int operation = 1; operation < 500; ++operation) {
+        const testing::ScopedTrace point(__FILE__, __LINE__, operation);
+        const SampleStore store;
+        prepare(store);
+        const auto attempt = [&] {
+            disk.failFrom(operation, fault);
+            return StoreDatabase::open({.file = store.file, .fileSystem = disk.name()}).has_value();
+        };
+        bool hasFailed = false;
+        if (fault == Fault::kill) {
+            hasFailed = answerBeforeKill(attempt) == Answer::none;
+        } else {
+            attempt();
+            hasFailed = disk.hasFailed();
+        }
+        if (fault == Fault::powerLoss)
+            disk.losePower(static_cast<unsigned>(operation));
+        disk.recover();
+        const auto database = store.open();
+        if (database == nullptr)
+            return 0;
+        EXPECT_TRUE(isSound(*database));
+        EXPECT_EQ(contents(*database), after);
+        if (!hasFailed)
+            return operation - 1;
+    }
+    ADD_FAILURE() << "the store was never opened";
+    return 0;
+}
+
+class StoreOpeningFaults : public StoreFaults { };
+
+TEST_P(StoreOpeningFaults, LeaveAStoreThatTheNextOpeningCreatesOrMigrates)
+{
+    int points = expectOpeningSurvives([](const SampleStore&) { }, GetParam().second);
+    for (const int version : {1, 8}) {
+        const testing::ScopedTrace from(__FILE__, __LINE__, version);
+        points += expectOpeningSurvives(
+            [version](const SampleStore& store) {
+                std::filesystem::copy_file(
+                    fmt::format("{}/Tests/Fixtures/Stores/v{}.store", STINTBOOK_SOURCE_DIRECTORY, version),
+                    store.file);
+            },
+            GetParam().second);
+    }
+    RecordProperty("points", points);
+    EXPECT_GT(points, 3 * 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(OnADisk, StoreOpeningFaults,
+                         testing::Values(std::pair{"ThatIsFull", Fault::diskFull},
+                                         std::pair{"ThatIsBroken", Fault::inputOutput},
+                                         std::pair{"ThatFailsOnce", Fault::inputOutputOnce},
+                                         std::pair{"ThatTearsAWrite", Fault::tornWrite},
+                                         std::pair{"OfAKilledProcess", Fault::kill},
+                                         std::pair{"ThatLosesPower", Fault::powerLoss}),
+                         [](const auto& parameter) { return parameter.param.first; });
 
 /// Kills a process that saves segment after segment once it has acknowledged `count`; answers how many it had
 /// acknowledged in the end.
@@ -159,23 +369,16 @@ std::uint32_t acknowledgedBeforeKill(std::uint32_t count, const SampleStore& sto
     return acknowledged;
 }
 
-/// The store holds the first segments, without a hole; answers how many.
-std::uint32_t storedPrefix(const SampleStore& store)
-{
-    const auto database = store.open();
-    EXPECT_TRUE(isSound(*database));
-    const auto segments = *PersistentActivitySegmentRepository(database).segments(allTime);
-    const auto count = static_cast<std::uint32_t>(segments.size());
-    EXPECT_EQ(segments, sampleSegments(0, count));
-    return count;
-}
-
 TEST(StoreKills, CostNoSegmentThatWasAcknowledged)
 {
     for (const std::uint32_t count : {1U, 2U, 7U, 30U, 150U}) {
         const SampleStore store;
         const auto acknowledged = acknowledgedBeforeKill(count, store);
-        const auto stored = storedPrefix(store);
+        const auto database = store.open();
+        EXPECT_TRUE(isSound(*database));
+        const auto segments = *PersistentActivitySegmentRepository(database).segments(allTime);
+        const auto stored = static_cast<std::uint32_t>(segments.size());
+        EXPECT_EQ(segments, sampleSegments(0, stored));
         EXPECT_GE(stored, acknowledged);
         EXPECT_LE(stored, acknowledged + 1);
     }

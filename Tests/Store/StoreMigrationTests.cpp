@@ -7,7 +7,6 @@
 #include "Store/StoreSchema.h"
 #include "StoreSamples.h"
 #include "Support/CapturedLog.h"
-#include "Support/FaultyFileSystem.h"
 
 namespace stintbook {
 namespace {
@@ -134,32 +133,6 @@ TEST(StoreMigrationRefused, LeavesAnEarlierStoreToTheCopyThatRuns)
     const auto before = filesIn(store.directory.path());
     EXPECT_TRUE(store.refusal(StoreRole::guest).contains("in use by an earlier version"));
     EXPECT_EQ(filesIn(store.directory.path()), before);
-}
-
-TEST(StoreMigrationRefused, IsWholeOrNotAtAllWhateverWriteFails)
-{
-    const CapturedLog log;
-    FaultyFileSystem disk;
-    using Fault = FaultyFileSystem::Fault;
-    for (const auto fault : {Fault::diskFull, Fault::tornWrite}) {
-        int refusals = 0;
-        for (int operation = 1;; ++operation) {
-            const EarlierStore store(5);
-            disk.failFrom(operation, fault);
-            const bool opened =
-                StoreDatabase::open({.file = store.file, .fileSystem = disk.name()}).has_value();
-            const bool failed = disk.hasFailed();
-            disk.recover();
-            refusals += opened ? 0 : 1;
-
-            const auto database = store.open();
-            EXPECT_TRUE(isSound(*database));
-            EXPECT_EQ(PersistentReviewStore(database).snapshots()->size(), 1U);
-            if (!failed)
-                break;
-        }
-        EXPECT_GT(refusals, 3);
-    }
 }
 
 } // namespace

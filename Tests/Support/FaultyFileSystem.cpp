@@ -1,9 +1,16 @@
 #include "Support/FaultyFileSystem.h"
 
+#include <csignal>
+#include <filesystem>
 #include <limits>
+#include <map>
 #include <optional>
+#include <random>
+#include <vector>
 
 #include <sqlite3.h>
+
+#include "Support/TemporaryDirectory.h"
 
 namespace stintbook {
 
@@ -11,11 +18,27 @@ namespace {
 
 constexpr int never = std::numeric_limits<int>::max();
 
+using Fault = FaultyFileSystem::Fault;
+
+/// A file as it is on the disk for certain, and what was asked of it since.
+struct UnsyncedFile {
+    struct Change {
+        std::size_t offset = 0;
+        /// Absent: the file was cut at the offset.
+        std::optional<std::string> bytes;
+    };
+
+    std::string synced;
+    std::vector<Change> changes;
+};
+
 struct State {
     int operations = 0;
     int failsFrom = never;
-    FaultyFileSystem::Fault fault = FaultyFileSystem::Fault::inputOutput;
+    Fault fault = Fault::inputOutput;
     bool hasFailed = false;
+    /// By path; kept only for a loss of power.
+    std::map<std::string, UnsyncedFile> unsynced;
 };
 
 /// The callbacks of a VFS know nothing but the library's own structures.
@@ -28,9 +51,13 @@ std::optional<int> failure(Kind kind, int inputOutputError)
 {
     if (++s_state.operations < s_state.failsFrom)
         return std::nullopt;
-    const bool isFull = s_state.fault == FaultyFileSystem::Fault::diskFull;
+    const bool isFull = s_state.fault == Fault::diskFull;
     if (isFull && kind == Kind::other)
         return std::nullopt;
+    if (s_state.fault == Fault::inputOutputOnce && s_state.hasFailed)
+        return std::nullopt;
+    if (s_state.fault == Fault::kill)
+        raise(SIGKILL);
     s_state.hasFailed = true;
     return isFull ? SQLITE_FULL : inputOutputError;
 }
@@ -38,6 +65,8 @@ std::optional<int> failure(Kind kind, int inputOutputError)
 /// A file of this VFS; the system's own one follows it in memory.
 struct File {
     sqlite3_file base;
+    /// Lives as long as the file is open; null for a temporary one.
+    const char* path;
 
     sqlite3_file* real() { return reinterpret_cast<sqlite3_file*>(this + 1); }
 };
@@ -45,6 +74,18 @@ struct File {
 sqlite3_file* real(sqlite3_file* file)
 {
     return reinterpret_cast<File*>(file)->real();
+}
+
+/// What a loss of power may take from the file; null where nobody asks.
+UnsyncedFile* unsynced(sqlite3_file* file)
+{
+    const auto* path = reinterpret_cast<File*>(file)->path;
+    if (s_state.fault != Fault::powerLoss || path == nullptr)
+        return nullptr;
+    const auto [place, isNew] = s_state.unsynced.try_emplace(path);
+    if (isNew)
+        place->second.synced = contentsOf(path);
+    return &place->second;
 }
 
 /// Forwards a method unchanged.
@@ -57,9 +98,14 @@ int writeTo(sqlite3_file* file, const void* data, int amount, sqlite3_int64 offs
 {
     const bool wasWell = !s_state.hasFailed;
     const auto error = failure(Kind::write, SQLITE_IOERR_WRITE);
-    if (!error)
+    if (!error) {
+        if (auto* known = unsynced(file))
+            known->changes.push_back(
+                {static_cast<std::size_t>(offset),
+                 std::string(static_cast<const char*>(data), static_cast<std::size_t>(amount))});
         return forwarded<&sqlite3_io_methods::xWrite>(file, data, amount, offset);
-    if (wasWell && s_state.fault == FaultyFileSystem::Fault::tornWrite)
+    }
+    if (wasWell && s_state.fault == Fault::tornWrite)
         forwarded<&sqlite3_io_methods::xWrite>(file, data, amount / 2, offset);
     return *error;
 }
@@ -68,6 +114,8 @@ int truncate(sqlite3_file* file, sqlite3_int64 size)
 {
     if (const auto error = failure(Kind::other, SQLITE_IOERR_TRUNCATE))
         return *error;
+    if (auto* known = unsynced(file))
+        known->changes.push_back({static_cast<std::size_t>(size), std::nullopt});
     return forwarded<&sqlite3_io_methods::xTruncate>(file, size);
 }
 
@@ -75,6 +123,8 @@ int sync(sqlite3_file* file, int flags)
 {
     if (const auto error = failure(Kind::other, SQLITE_IOERR_FSYNC))
         return *error;
+    if (auto* known = unsynced(file))
+        *known = {.synced = contentsOf(reinterpret_cast<File*>(file)->path), .changes = {}};
     return forwarded<&sqlite3_io_methods::xSync>(file, flags);
 }
 
@@ -109,6 +159,7 @@ int openFile(sqlite3_vfs* own, sqlite3_filename name, sqlite3_file* file, int fl
 {
     const int result = system(own)->xOpen(system(own), name, real(file), flags, resultingFlags);
     file->pMethods = real(file)->pMethods != nullptr ? &methods : nullptr;
+    reinterpret_cast<File*>(file)->path = name;
     return result;
 }
 
@@ -116,6 +167,7 @@ int deleteFile(sqlite3_vfs* own, const char* name, int syncsDirectory)
 {
     if (const auto error = failure(Kind::other, SQLITE_IOERR_DELETE))
         return *error;
+    s_state.unsynced.erase(name);
     return system(own)->xDelete(system(own), name, syncsDirectory);
 }
 
@@ -155,12 +207,33 @@ std::string FaultyFileSystem::name() const
 
 void FaultyFileSystem::failFrom(int operation, Fault fault)
 {
-    s_state = {.failsFrom = operation, .fault = fault};
+    s_state = {};
+    s_state.failsFrom = operation;
+    s_state.fault = fault;
 }
 
 void FaultyFileSystem::recover()
 {
     s_state = {};
+}
+
+void FaultyFileSystem::losePower(unsigned seed)
+{
+    std::mt19937 random(seed);
+    for (const auto& [path, file] : s_state.unsynced) {
+        auto contents = file.synced;
+        for (const auto& [offset, bytes] : file.changes) {
+            if (random() % 2 == 0)
+                continue;
+            contents.resize(bytes ? std::max(contents.size(), offset + bytes->size()) : offset);
+            if (bytes)
+                contents.replace(offset, bytes->size(), *bytes);
+        }
+        writeFile(path, contents);
+        // Memory that processes shared is gone, too.
+        std::filesystem::remove(path + "-shm");
+    }
+    recover();
 }
 
 bool FaultyFileSystem::hasFailed() const

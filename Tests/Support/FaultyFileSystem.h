@@ -16,8 +16,14 @@ public:
         diskFull,
         /// Everything that would change the disk is refused.
         inputOutput,
-        /// The same, and of the write that meets it the first half arrives.
+        /// One operation is refused.
+        inputOutputOnce,
+        /// As `inputOutput`, and of the write that meets it the first half arrives.
         tornWrite,
+        /// The process is killed.
+        kill,
+        /// As `inputOutput`; then see `losePower`.
+        powerLoss,
     };
 
     FaultyFileSystem();
@@ -32,6 +38,9 @@ public:
     void failFrom(int operation, Fault fault);
     /// The disk is well again.
     void recover();
+    /// After `powerLoss`, when no connection is open any more: of what was written since a file was last synced,
+    /// the disk has kept some writes and lost others; which, the seed decides.
+    void losePower(unsigned seed);
     bool hasFailed() const;
 
 private:
