@@ -132,6 +132,8 @@ void ActivityDeletionCoordinator::removed(const Stored<int>& dayCount)
 void ActivityDeletionCoordinator::end(Outcome outcome)
 {
     const auto ended = std::exchange(m_current, nullptr);
+    if (outcome && m_collaborators.deleted)
+        m_collaborators.deleted();
     ended->reply(std::move(outcome));
 }
 

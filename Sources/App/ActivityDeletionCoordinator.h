@@ -33,15 +33,23 @@ using ActivityDeletionProblem = std::variant<ActivityDeletionUnavailable, Activi
                                              ActivityDeletionUnderWay, PersistenceError>;
 std::string message(const ActivityDeletionProblem& problem);
 
-/// Deletes recorded history so that capture neither stops observing nor writes meanwhile what is to go: it
-/// settles its evidence first and is released as soon as the records are gone, whatever came of it.
-///
-/// Confined to the home executor; the store's work runs on another one.
-class ActivityDeletionCoordinator {
+/// Whoever deletes recorded history when it is asked to, on the executor on which it is asked.
+class ActivityDeleting {
 public:
     using Outcome = std::expected<DeletedActivity, ActivityDeletionProblem>;
     using Reply = std::move_only_function<void(Outcome)>;
 
+    virtual ~ActivityDeleting() = default;
+    /// Replies once, unless it ends before.
+    virtual void deleteActivity(const ActivityDataScope& scope, Reply reply, DeletionProgress progress) = 0;
+};
+
+/// Deletes recorded history so that capture neither stops observing nor writes meanwhile what is to go: it
+/// settles its evidence first and is released as soon as the records are gone, whatever came of it.
+///
+/// Confined to the home executor; the store's work runs on another one.
+class ActivityDeletionCoordinator final : public ActivityDeleting {
+public:
     struct Collaborators {
         /// Null while the store is not open. This process owns it.
         std::shared_ptr<StoreDatabase> store;
@@ -54,16 +62,17 @@ public:
         Executor& home;
         /// Counts the days of a scope that names none.
         CalendarContext calendar;
+        /// Told when activity was deleted, before the reply.
+        std::function<void()> deleted = {};
     };
 
     explicit ActivityDeletionCoordinator(Collaborators collaborators);
     /// What is not committed by now is not deleted.
-    ~ActivityDeletionCoordinator();
+    ~ActivityDeletionCoordinator() override;
     ActivityDeletionCoordinator(const ActivityDeletionCoordinator&) = delete;
     ActivityDeletionCoordinator& operator=(const ActivityDeletionCoordinator&) = delete;
 
-    /// Replies once, unless the coordinator ends before.
-    void deleteActivity(const ActivityDataScope& scope, Reply reply, DeletionProgress progress = {});
+    void deleteActivity(const ActivityDataScope& scope, Reply reply, DeletionProgress progress = {}) override;
     bool isDeleting() const { return m_current != nullptr; }
 
 private:

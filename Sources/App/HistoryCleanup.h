@@ -15,13 +15,13 @@ namespace stintbook {
 /// Deletes the observed activity that the retention window no longer keeps, and remembers when it did. Days
 /// that hold none are left alone, and so is everything where history is kept until it is deleted.
 ///
-/// Confined to the executor of its timers, which is the coordinator's home.
+/// Confined to the executor of its timers, which is that of the deletion.
 class HistoryCleanup {
 public:
     /// All outlive the cleanup, but for the copies of `calendar`.
     struct Collaborators {
         AppPreferences& preferences;
-        ActivityDeletionCoordinator& deletion;
+        ActivityDeleting& deletion;
         std::function<CalendarContext()> calendar;
         TimeSource& timeSource;
         Timers& timers;

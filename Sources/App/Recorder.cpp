@@ -1,6 +1,7 @@
 #include "App/Recorder.h"
 
 #include <csignal>
+#include <utility>
 
 #include <fmt/format.h>
 #include <unistd.h>
@@ -17,7 +18,7 @@ constexpr Seconds permissionPollInterval{15};
 
 } // namespace
 
-Recorder::Recorder(OpenedStore& store, Desktop desktop, Clockwork clockwork,
+Recorder::Recorder(OpenedStore& store, DesktopProviders desktop, Clockwork clockwork,
                    CaptureConfiguration configuration, CapturePauseStoring& pauses)
     : m_store(store)
     , m_sources(std::move(desktop.sources))
@@ -51,7 +52,11 @@ Recorder::Recorder(OpenedStore& store, Desktop desktop, Clockwork clockwork,
                   .writer = &m_barrier,
                   .work = std::make_shared<SerialExecutor>("deletion"),
                   .home = clockwork.capture,
-                  .calendar = desktop.calendar.current()})
+                  .calendar = desktop.calendar.current(),
+                  .deleted = [this] {
+                      if (m_followers.deletion)
+                          m_followers.deletion();
+                  }})
 {
 }
 
@@ -66,14 +71,38 @@ bool Recorder::traceTo(const std::filesystem::path& file)
     return true;
 }
 
-void Recorder::start(const AppPreferences& preferences)
+void Recorder::follow(Followers followers)
 {
+    m_followers = std::move(followers);
+    m_coordinator.followStatus(m_followers.status);
+}
+
+void Recorder::start(const ObservedContext& context)
+{
+    m_context = context;
     const auto recovered = m_unsavedSegments.recover(m_store.segments());
     if (!recovered)
         log::error("Segments of an earlier run could not be saved yet: {}", message(recovered.error()));
     else if (*recovered > 0)
         log::event("Recovered {} segment(s) of an earlier run", *recovered);
-    m_pipeline.start(preferences.retainsTitleContext(), preferences.browserContextEnabled());
+    m_pipeline.start(context.includesTitles, context.includesDomains);
+}
+
+void Recorder::observe(const ObservedContext& context)
+{
+    const auto former = std::exchange(m_context, context);
+    if (context.includesTitles != former.includesTitles)
+        m_pipeline.setRetainsTitleContext(context.includesTitles);
+    if (context.includesDomains != former.includesDomains)
+        m_pipeline.setBrowserContextEnabled(context.includesDomains);
+}
+
+void Recorder::requestAccessibility(std::function<void()> done)
+{
+    m_permission.prompt();
+    // The queue is in order: behind the question.
+    m_accessibilityQueue->post(
+        [&capture = m_capture, done = std::move(done)]() mutable { capture.post(std::move(done)); });
 }
 
 void Recorder::settle(std::function<void()> done)
@@ -117,26 +146,26 @@ void Recorder::resume()
     m_pipeline.resume();
 }
 
-void Recorder::followStatus(CaptureCoordinator::StatusFollower follower)
-{
-    m_coordinator.followStatus(std::move(follower));
-}
-
-void Recorder::deleteActivity(const ActivityDataScope& scope, Reply<DeletedActivity> reply,
+void Recorder::deleteActivity(const ActivityDataScope& scope, ActivityDeleting::Reply reply,
                               DeletionProgress progress)
 {
-    m_deletion.deleteActivity(
-        scope,
-        [reply = std::move(reply)](ActivityDeletionCoordinator::Outcome outcome) mutable {
-            if (outcome)
-                reply(*outcome);
-            else
-                reply(std::unexpected(message(outcome.error())));
-        },
-        std::move(progress));
+    m_deletion.deleteActivity(scope, std::move(reply), std::move(progress));
 }
 
-void Recorder::flush(Reply<void> reply)
+void Recorder::deleteActivity(const ActivityDataScope& scope,
+                              InstanceRequestHandling::Reply<DeletedActivity> reply,
+                              DeletionProgress progress)
+{
+    deleteActivity(scope, ActivityDeleting::Reply([reply = std::move(reply)](Outcome outcome) mutable {
+                       if (outcome)
+                           reply(*outcome);
+                       else
+                           reply(std::unexpected(message(outcome.error())));
+                   }),
+                   std::move(progress));
+}
+
+void Recorder::flush(InstanceRequestHandling::Reply<void> reply)
 {
     m_barrier.resolveEvidenceForDeletion(
         [this, reply = std::move(reply)](CaptureWriterBarrierOutcome outcome) mutable {
@@ -158,6 +187,8 @@ void Recorder::quit()
 void Recorder::activate()
 {
     log::event("Another launch asked this copy to come forward");
+    if (m_followers.activation)
+        m_followers.activation();
 }
 
 } // namespace stintbook

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "App/ActivityDeletionCoordinator.h"
-#include "App/AppPreferences.h"
 #include "App/EvidenceBarrier.h"
 #include "App/OpenedStore.h"
 #include "App/Ports/RunningInstance.h"
@@ -19,61 +18,71 @@
 #include "Capture/CaptureConfiguration.h"
 #include "Capture/CaptureCoordinator.h"
 #include "Capture/CapturePause.h"
+#include "Capture/DesktopProviders.h"
 #include "Capture/ObservationPipeline.h"
 #include "Capture/TraceWriter.h"
 #include "Store/UnsavedSegmentFile.h"
 
 namespace stintbook {
 
+/// What of an application in front is recorded beside its name.
+struct ObservedContext {
+    bool includesTitles = true;
+    bool includesDomains = false;
+
+    friend bool operator==(const ObservedContext&, const ObservedContext&) = default;
+};
+
 /// Records into a store that this process owns: the coordinator with everything it works with.
 ///
 /// Confined to capture's executor, but for construction and destruction, which happen while that executor
 /// does not run. The store is written on a queue of its own.
-class Recorder final : public InstanceRequestHandling {
+class Recorder final : public InstanceRequestHandling, public ActivityDeleting {
 public:
-    /// What the platform provides. All outlive the recorder.
-    struct Desktop {
-        FrontmostApplicationProviding& frontmost;
-        std::shared_ptr<FocusedWindowProviding> focusedWindow;
-        std::shared_ptr<BrowserDomainProviding> browserDomain;
-        SystemBoundaryProviding& boundaries;
-        IdleStateProviding& idle;
-        std::shared_ptr<AccessibilityTrustProbing> accessibilityTrust;
-        CalendarContextProviding& calendar;
-        /// For `status`: "frontmost: x11", ….
-        std::vector<std::string> sources;
-    };
     struct Clockwork {
         TimeSource& timeSource;
         Timers& timers;
         Executor& capture;
     };
 
-    Recorder(OpenedStore& store, Desktop desktop, Clockwork clockwork, CaptureConfiguration configuration,
-             CapturePauseStoring& pauses);
+    /// Each is called on capture's thread.
+    struct Followers {
+        /// Told each new value; not the present one.
+        CaptureCoordinator::StatusFollower status;
+        /// Recorded activity was deleted, on whose request ever.
+        std::function<void()> deletion;
+        /// Another launch asks this copy to come forward.
+        std::function<void()> activation;
+    };
+
+    Recorder(OpenedStore& store, DesktopProviders desktop, Clockwork clockwork,
+             CaptureConfiguration configuration, CapturePauseStoring& pauses);
 
     /// Also writes everything that capture is told as a trace. Before the start; false when the file cannot
     /// be written.
     bool traceTo(const std::filesystem::path& file);
 
+    /// Before the start.
+    void follow(Followers followers);
     /// Saves what a killed process left behind, then observes.
-    void start(const AppPreferences& preferences);
+    void start(const ObservedContext& context);
+    void observe(const ObservedContext& context);
+    /// Shows the system's question for accessibility, and calls back when it is known what became of it so far.
+    void requestAccessibility(std::function<void()> done);
     /// Calls back when everything that was handed to the store so far is in it, or refused.
     void settle(std::function<void()> done);
     /// Stops observing and saves what is left.
     void shutdown(CaptureCoordinator::ShutDown done);
 
-    /// Told each new value; not the present one.
-    void followStatus(CaptureCoordinator::StatusFollower follower);
-    /// For deletions and cleanups that this process wishes itself.
-    ActivityDeletionCoordinator& deletion() { return m_deletion; }
+    void deleteActivity(const ActivityDataScope& scope, ActivityDeleting::Reply reply,
+                        DeletionProgress progress) override;
 
     InstanceStatus status() override;
     void pause(std::optional<Instant> until) override;
     void resume() override;
-    void deleteActivity(const ActivityDataScope& scope, Reply<DeletedActivity> reply,
+    void deleteActivity(const ActivityDataScope& scope, InstanceRequestHandling::Reply<DeletedActivity> reply,
                         DeletionProgress progress) override;
-    void flush(Reply<void> reply) override;
+    void flush(InstanceRequestHandling::Reply<void> reply) override;
     void activate() override;
     void quit() override;
 
@@ -83,6 +92,8 @@ private:
     TimeSource& m_timeSource;
     Executor& m_capture;
     UnsavedSegmentFile m_unsavedSegments;
+    Followers m_followers;
+    ObservedContext m_context;
     std::ofstream m_traceFile;
     std::optional<TraceWriter> m_trace;
 

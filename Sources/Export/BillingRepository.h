@@ -31,6 +31,8 @@ public:
 
     virtual Stored<BillingBook> billing() const = 0;
     virtual Stored<void> saveSettings(const BillingSettings& settings) = 0;
+    /// Unless settings were saved before, even without a currency. Whether it was taken.
+    virtual Stored<bool> suggestCurrency(const BillingCurrency& currency) = 0;
     /// Defaults without any value remove the record.
     virtual Stored<void> saveClientBilling(ClientID client, const ClientBillingDefaults& defaults) = 0;
     virtual Stored<void> saveProjectBilling(ProjectID project, const ProjectBillingOverrides& overrides) = 0;

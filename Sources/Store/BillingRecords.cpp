@@ -83,6 +83,16 @@ void writeSettings(StoreConnection& connection, const BillingSettings& settings)
         .run();
 }
 
+bool writeFirstCurrency(StoreConnection& connection, const BillingCurrency& currency)
+{
+    return connection
+               .query("INSERT INTO BillingSettings (key, currencyCode) VALUES (?1, ?2)"
+                      " ON CONFLICT (key) DO NOTHING")
+               .bind(settingsKey, currency.code())
+               .run()
+        > 0;
+}
+
 void writeClientBilling(StoreConnection& connection, ClientID client, const ClientBillingDefaults& defaults)
 {
     connection.query("DELETE FROM ClientBilling WHERE clientID = ?1").bind(client).run();

@@ -9,6 +9,8 @@ namespace stintbook {
 
 Stored<BillingBook> readBilling(StoreConnection& connection);
 void writeSettings(StoreConnection& connection, const BillingSettings& settings);
+/// Where no settings were written before; whether there were none.
+bool writeFirstCurrency(StoreConnection& connection, const BillingCurrency& currency);
 /// A record without any value is removed.
 void writeClientBilling(StoreConnection& connection, ClientID client, const ClientBillingDefaults& defaults);
 void writeProjectBilling(StoreConnection& connection, ProjectID project,

@@ -163,6 +163,13 @@ Stored<void> PersistentReviewStore::saveSettings(const BillingSettings& settings
         writing([&](StoreConnection& connection) { writeSettings(connection, settings); }));
 }
 
+Stored<bool> PersistentReviewStore::suggestCurrency(const BillingCurrency& currency)
+{
+    return m_database->write([&](StoreConnection& connection) -> Stored<bool> {
+        return writeFirstCurrency(connection, currency);
+    });
+}
+
 Stored<void> PersistentReviewStore::saveClientBilling(ClientID client, const ClientBillingDefaults& defaults)
 {
     return m_database->write(

@@ -52,6 +52,7 @@ public:
 
     Stored<BillingBook> billing() const override;
     Stored<void> saveSettings(const BillingSettings& settings) override;
+    Stored<bool> suggestCurrency(const BillingCurrency& currency) override;
     Stored<void> saveClientBilling(ClientID client, const ClientBillingDefaults& defaults) override;
     Stored<void> saveProjectBilling(ProjectID project, const ProjectBillingOverrides& overrides) override;
     std::expected<void, std::variant<UnreadableRecord, StoreFailure, ExportStoreProblem>> append(

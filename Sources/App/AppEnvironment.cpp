@@ -1,0 +1,245 @@
+#include "App/AppEnvironment.h"
+
+#include <tuple>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "Base/Log.h"
+#include "Billing/BillingCurrency.h"
+#include "Store/PersistentReviewStore.h"
+
+namespace stintbook {
+
+AppEnvironment::AppEnvironment(Configuration configuration, Collaborators collaborators)
+    : m_configuration(std::move(configuration))
+    , m_collaborators(std::move(collaborators))
+    , m_preferences(m_collaborators.preferences)
+    , m_opener(openingAttempt(), m_collaborators.main, m_collaborators.timers, m_collaborators.background)
+    , m_dataRevision(m_collaborators.main, m_collaborators.timers, [this] { m_listeners.tell(); })
+    , m_preferencesChange(m_preferences.follow([this] {
+        if (m_capture)
+            m_capture->observe(observedContext());
+        m_listeners.tell();
+    }))
+{
+}
+
+/// Runs elsewhere, so it touches nothing of this.
+StoreOpener::Attempt AppEnvironment::openingAttempt()
+{
+    return [claim = m_claim, variables = m_collaborators.variables]() -> StoreOpener::Result {
+        if (!*claim) {
+            auto taken = StoreClaim::take(variables);
+            if (!taken)
+                return std::unexpected(std::move(taken).error());
+            *claim = *std::move(taken);
+        }
+        return OpenedStore::open(**claim);
+    };
+}
+
+AppEnvironment::Launch AppEnvironment::start()
+{
+    if (m_configuration.usesInMemoryStore) {
+        storeOpened(OpenedStore::inMemory());
+        return Launch::going;
+    }
+    auto claim = StoreClaim::take(m_collaborators.variables);
+    if (!claim) {
+        if (std::holds_alternative<StoreUnavailable>(claim.error())) {
+            storeUnavailable(claim.error());
+            return Launch::going;
+        }
+        log::event("A second launch found the store already held and handed over to it");
+        // Whether it comes is the other copy's affair.
+        std::ignore = m_collaborators.otherInstance.activate();
+        m_openingProblem = std::move(claim).error();
+        return Launch::handedOver;
+    }
+    *m_claim = *std::move(claim);
+    m_opener.open([this](StoreOpener::Result result, int) {
+        if (result)
+            storeOpened(*std::move(result));
+        else
+            storeUnavailable(result.error());
+    });
+    return Launch::going;
+}
+
+void AppEnvironment::storeUnavailable(const StoreOpeningProblem& problem)
+{
+    log::error("Local store unavailable: {}", message(problem));
+    m_openingProblem = problem;
+    m_storeProblem = "The local activity store could not be opened.";
+    m_listeners.tell();
+}
+
+void AppEnvironment::retryStore()
+{
+    if (m_isRetryingStore || !m_storeProblem)
+        return;
+    m_isRetryingStore = true;
+    m_listeners.tell();
+    m_opener.retry([this](StoreOpener::Result result, int attemptCount) {
+        retryEnded(std::move(result), attemptCount);
+    });
+}
+
+void AppEnvironment::retryEnded(StoreOpener::Result result, int attemptCount)
+{
+    m_isRetryingStore = false;
+    if (result) {
+        log::event("Local store opened on retry {}", attemptCount);
+        return storeOpened(*std::move(result));
+    }
+    log::error("Local store retry exhausted: {}", message(result.error()));
+    m_openingProblem = std::move(result).error();
+    m_storeRetryMessage = fmt::format("Tried {} times. Nothing was deleted or reset.", attemptCount);
+    m_listeners.tell();
+}
+
+void AppEnvironment::storeOpened(std::unique_ptr<OpenedStore> store)
+{
+    m_store = std::move(store);
+    m_openingProblem.reset();
+    m_storeProblem.reset();
+    m_storeRetryMessage.reset();
+    if (m_configuration.captureEnabled && !m_configuration.usesInMemoryStore)
+        startCapture();
+    if (!m_capture)
+        m_deletion = std::make_unique<ActivityDeletionCoordinator>(
+            ActivityDeletionCoordinator::Collaborators{.store = m_store->sharedDatabase(),
+                                                       .writer = nullptr,
+                                                       .work = m_collaborators.background,
+                                                       .home = m_collaborators.main,
+                                                       .calendar = m_collaborators.calendar(),
+                                                       .deleted = [this] { m_dataRevision.raise(); }});
+    startBillingInitialization();
+    startCleanup();
+    if (m_collaborators.storeChanges != nullptr && !m_configuration.usesInMemoryStore)
+        m_dataRevision.follow(*m_store, m_collaborators.background, *m_collaborators.storeChanges);
+    m_listeners.tell();
+}
+
+void AppEnvironment::startCapture()
+{
+    if (!m_collaborators.desktop.canSeeApplications()) {
+        m_captureProblem =
+            "This desktop does not tell which application is in front, so nothing was recorded.";
+        return;
+    }
+    auto capture = std::make_unique<CaptureSession>(
+        CaptureSession::Collaborators{.desktop = m_collaborators.desktop,
+                                      .store = *m_store,
+                                      .pauses = m_collaborators.pauses,
+                                      .timeSource = m_collaborators.timeSource,
+                                      .main = m_collaborators.main,
+                                      .configuration = m_configuration.capture});
+    if (m_configuration.trace && !capture->traceTo(*m_configuration.trace)) {
+        m_captureProblem = fmt::format("The trace “{}” could not be written, so nothing was recorded.",
+                                       m_configuration.trace->string());
+        return;
+    }
+    m_capture = std::move(capture);
+    m_capture->start(observedContext(),
+                     {.status =
+                          [this](const CaptureStatus& status) {
+                              m_captureStatus = status;
+                              m_listeners.tell();
+                          },
+                      .deletion = [this] { m_dataRevision.raise(); },
+                      .activation = [this] { m_activationListeners.tell(); }});
+}
+
+void AppEnvironment::startBillingInitialization()
+{
+    const auto currency = BillingCurrency::ofLocale(m_configuration.locale);
+    if (!currency)
+        return;
+    const Confined<PersistentReviewStore> review(m_collaborators.background, m_store->sharedReview());
+    std::ignore = review.ask([currency](PersistentReviewStore& store) {
+        if (const auto saved = store.suggestCurrency(*currency); !saved)
+            log::error("Billing currency initialisation failed: {}", message(saved.error()));
+    });
+}
+
+void AppEnvironment::startCleanup()
+{
+    m_cleanup = std::make_unique<HistoryCleanup>(
+        HistoryCleanup::Collaborators{.preferences = m_preferences,
+                                      .deletion = deletion(),
+                                      .calendar = m_collaborators.calendar,
+                                      .timeSource = m_collaborators.timeSource,
+                                      .timers = m_collaborators.timers});
+    m_cleanup->startAutomatic();
+}
+
+ShutdownResult AppEnvironment::shutdown()
+{
+    m_cleanup.reset();
+    m_preferencesChange = {};
+    if (!m_capture)
+        return CaptureShutdownOutcome{CaptureShutdownOutcome::Kind::notRunning};
+    return m_capture->shutdown();
+}
+
+BrowserContextState AppEnvironment::browserContextState() const
+{
+    if (!m_preferences.browserContextEnabled())
+        return BrowserContextState::off;
+    return isCapturing() ? stintbook::browserContextState(permissionState())
+                         : BrowserContextState::unavailable;
+}
+
+void AppEnvironment::resolveBrowserContext()
+{
+    if (!m_capture || std::exchange(m_isResolvingBrowserContext, true))
+        return;
+    m_capture->requestAccessibility([this] {
+        m_isResolvingBrowserContext = false;
+        m_listeners.tell();
+    });
+    m_listeners.tell();
+}
+
+void AppEnvironment::setHasPresentedOnboarding()
+{
+    m_hasPresentedOnboarding = true;
+    m_listeners.tell();
+}
+
+ObservedContext AppEnvironment::observedContext() const
+{
+    return {m_preferences.retainsTitleContext(), m_preferences.browserContextEnabled()};
+}
+
+void AppEnvironment::pause(TimedPauseOption option)
+{
+    if (m_capture)
+        m_capture->pause(
+            requestedPause(option, m_collaborators.timeSource.now(), m_collaborators.calendar()));
+}
+
+void AppEnvironment::resume()
+{
+    if (m_capture)
+        m_capture->resume();
+}
+
+void AppEnvironment::deleteActivity(const ActivityDataScope& scope, ActivityDeleting::Reply reply,
+                                    DeletionProgress progress)
+{
+    if (!m_store)
+        return reply(std::unexpected(ActivityDeletionUnavailable{}));
+    deletion().deleteActivity(scope, std::move(reply), std::move(progress));
+}
+
+ActivityDeleting& AppEnvironment::deletion()
+{
+    if (m_capture)
+        return *m_capture;
+    return *m_deletion;
+}
+
+} // namespace stintbook

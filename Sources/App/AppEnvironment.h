@@ -1,0 +1,158 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "App/AppPreferences.h"
+#include "App/CaptureSession.h"
+#include "App/DataRevision.h"
+#include "App/HistoryCleanup.h"
+#include "App/Listeners.h"
+#include "App/StoreOpener.h"
+#include "Capture/BrowserContextState.h"
+
+namespace stintbook {
+
+/// What the application is made of, and the order in which it comes to life and ends: the store with its lock,
+/// capture, and what goes on in the background. Front ends look at it and are told when it changes.
+///
+/// Confined to the main executor, on which its timers run. The store is opened elsewhere, so that no window waits
+/// for it; capture lives on the desktop's thread. No failure of the store is fatal: there is then no store, no
+/// capture, and a sentence.
+class AppEnvironment {
+public:
+    struct Configuration {
+        bool captureEnabled = true;
+        /// No file and no lock. Capture stays off: what it has to keep beside the store would have no place.
+        bool usesInMemoryStore = false;
+        /// "de_DE"; whose currency a new ledger gets.
+        std::string locale;
+        CaptureConfiguration capture;
+        /// Where everything that capture is told is written to as well.
+        std::optional<std::filesystem::path> trace;
+    };
+
+    /// All outlive the environment.
+    struct Collaborators {
+        Executor& main;
+        Timers& timers;
+        TimeSource& timeSource;
+        /// The time zone that is in force.
+        std::function<CalendarContext()> calendar;
+        /// The process's variables, which say where the store lies.
+        Environment variables;
+        PreferenceStoring& preferences;
+        CapturePauseStoring& pauses;
+        /// Where a second launch finds the first.
+        RunningInstance& otherInstance;
+        ObservedDesktop& desktop;
+        /// Null where nobody looks at stored data, as in a recorder without screens.
+        StoreChangeWatching* storeChanges = nullptr;
+        /// For the store's slower work.
+        std::shared_ptr<Executor> background = std::make_shared<SerialExecutor>("background");
+    };
+
+    AppEnvironment(Configuration configuration, Collaborators collaborators);
+    AppEnvironment(const AppEnvironment&) = delete;
+    AppEnvironment& operator=(const AppEnvironment&) = delete;
+
+    enum class Launch {
+        going,
+        /// Another copy holds the store and was asked to come forward: this process ends, with what its front end
+        /// makes of that. `openingProblem` names the other one.
+        handedOver,
+    };
+    /// Takes the lock and begins to open the store. Once.
+    Launch start();
+    /// Tries again, as its user wished; nothing while it is being tried.
+    void retryStore();
+    /// Saves what is left of the recorded evidence, within three seconds, and logs what came of it; also says
+    /// `notRunning`. Once, and last.
+    ShutdownResult shutdown();
+
+    /// Null while the store is not open.
+    OpenedStore* store() const { return m_store.get(); }
+    /// For people, when it could not be opened;
+    const std::optional<std::string>& storeProblem() const { return m_storeProblem; }
+    /// and exactly.
+    const std::optional<StoreOpeningProblem>& openingProblem() const { return m_openingProblem; }
+    bool isRetryingStore() const { return m_isRetryingStore; }
+    const std::optional<std::string>& storeRetryMessage() const { return m_storeRetryMessage; }
+
+    bool isCapturing() const { return m_capture != nullptr; }
+    /// Why nothing is recorded though the store is open and recording is wanted.
+    const std::optional<std::string>& captureProblem() const { return m_captureProblem; }
+    const CaptureStatus& captureStatus() const { return m_captureStatus; }
+    CapturePermissionState permissionState() const { return m_captureStatus.permission; }
+    BrowserContextState browserContextState() const;
+    bool isResolvingBrowserContext() const { return m_isResolvingBrowserContext; }
+    /// Asks the system for what reading browsers needs.
+    void resolveBrowserContext();
+
+    AppPreferences& preferences() { return m_preferences; }
+    bool hasPresentedOnboarding() const { return m_hasPresentedOnboarding; }
+    void setHasPresentedOnboarding();
+    std::int64_t activityDataRevision() const { return m_dataRevision.value(); }
+
+    void pause(TimedPauseOption option);
+    void resume();
+    /// With the writer's barrier where this process records.
+    void deleteActivity(const ActivityDataScope& scope, ActivityDeleting::Reply reply,
+                        DeletionProgress progress = {});
+
+    /// Told after each change of what can be read above.
+    [[nodiscard]] Listeners::Subscription follow(std::function<void()> listener)
+    {
+        return m_listeners.add(std::move(listener));
+    }
+    /// Told when another launch asks this copy to come forward.
+    [[nodiscard]] Listeners::Subscription followActivation(std::function<void()> listener)
+    {
+        return m_activationListeners.add(std::move(listener));
+    }
+
+private:
+    StoreOpener::Attempt openingAttempt();
+    void storeOpened(std::unique_ptr<OpenedStore> store);
+    void storeUnavailable(const StoreOpeningProblem& problem);
+    void retryEnded(StoreOpener::Result result, int attemptCount);
+    void startCapture();
+    void startBillingInitialization();
+    void startCleanup();
+    ObservedContext observedContext() const;
+    ActivityDeleting& deletion();
+
+    Configuration m_configuration;
+    Collaborators m_collaborators;
+    AppPreferences m_preferences;
+    Listeners m_listeners;
+    Listeners m_activationListeners;
+
+    /// Shared with the opening that is under way.
+    std::shared_ptr<std::optional<StoreClaim>> m_claim = std::make_shared<std::optional<StoreClaim>>();
+    StoreOpener m_opener;
+    std::optional<StoreOpeningProblem> m_openingProblem;
+    std::optional<std::string> m_storeProblem;
+    bool m_isRetryingStore = false;
+    std::optional<std::string> m_storeRetryMessage;
+
+    std::optional<std::string> m_captureProblem;
+    CaptureStatus m_captureStatus;
+    bool m_isResolvingBrowserContext = false;
+    bool m_hasPresentedOnboarding = false;
+    DataRevision m_dataRevision;
+
+    // From here on each ends before what stands above it.
+    std::unique_ptr<OpenedStore> m_store;
+    std::unique_ptr<CaptureSession> m_capture;
+    /// While nothing is recorded.
+    std::unique_ptr<ActivityDeletionCoordinator> m_deletion;
+    std::unique_ptr<HistoryCleanup> m_cleanup;
+    Listeners::Subscription m_preferencesChange;
+};
+
+} // namespace stintbook
