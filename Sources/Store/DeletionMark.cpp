@@ -41,9 +41,9 @@ bool isOnDisk(const std::filesystem::path& path, int flags, std::string_view byt
     const int descriptor = ::open(path.c_str(), flags | O_CLOEXEC, 0600);
     if (descriptor < 0)
         return false;
+    const auto size = static_cast<ssize_t>(bytes.size());
     const bool isWritten =
-        ::write(descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size())
-        && ::fsync(descriptor) == 0;
+        (size == 0 || ::write(descriptor, bytes.data(), bytes.size()) == size) && ::fsync(descriptor) == 0;
     const int reason = errno;
     ::close(descriptor);
     errno = reason;
