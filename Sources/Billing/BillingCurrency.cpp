@@ -4,10 +4,9 @@
 #include <memory>
 #include <set>
 
-#include <unicode/locid.h>
-#include <unicode/numberformatter.h>
 #include <unicode/ucurr.h>
 #include <unicode/uenum.h>
+#include <unicode/unistr.h>
 
 #include "Base/Text.h"
 
@@ -36,11 +35,6 @@ bool isCurrencyCode(std::string_view code)
     return codes.contains(code);
 }
 
-icu::StringPiece piece(std::string_view text)
-{
-    return {text.data(), static_cast<int32_t>(text.size())};
-}
-
 } // namespace
 
 std::optional<BillingCurrency> BillingCurrency::fromText(std::string_view code)
@@ -60,19 +54,6 @@ std::optional<BillingCurrency> BillingCurrency::ofLocale(std::string_view locale
         return std::nullopt;
     std::string text;
     return fromText(icu::UnicodeString(code.data()).toUTF8String(text));
-}
-
-std::string formattedAmount(const Decimal& amount, const BillingCurrency& currency, std::string_view locale)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::CurrencyUnit unit(piece(currency.code()), status);
-    std::string text;
-    icu::number::NumberFormatter::withLocale(icu::Locale(std::string(locale).c_str()))
-        .unit(unit)
-        .formatDecimal(piece(amount.text()), status)
-        .toString(status)
-        .toUTF8String(text);
-    return U_SUCCESS(status) ? text : amount.text() + " " + currency.code();
 }
 
 } // namespace stintbook

@@ -4,8 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "Base/Decimal.h"
-
 namespace stintbook {
 
 /// An ISO 4217 currency, upper case.
@@ -28,9 +26,5 @@ private:
 
     std::string m_code;
 };
-
-/// An amount in the locale's currency format, rounded as the currency is. The one place where money is
-/// rounded.
-std::string formattedAmount(const Decimal& amount, const BillingCurrency& currency, std::string_view locale);
 
 } // namespace stintbook

@@ -9,6 +9,8 @@
 #include <unicode/datefmt.h>
 #include <unicode/timezone.h>
 
+#include "Billing/AmountFormat.h"
+
 namespace stintbook {
 
 namespace {

@@ -1,11 +1,14 @@
 #include "Export/SummaryText.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
 #include "Base/Text.h"
 #include "Export/DurationText.h"
 #include "Export/ExportCalendar.h"
+#include "Export/ExportRemarks.h"
 
 namespace stintbook {
 
@@ -30,17 +33,6 @@ std::string heading(const ExportDocumentModel& document)
     return fmt::format("{}", fmt::join(parts, partSeparator));
 }
 
-/// The amount of billable work, or why there is none. Work that is not billable amounts to nothing.
-std::string amountText(const ExportTotals& totals, const std::optional<BillingCurrency>& currency,
-                       std::string_view locale)
-{
-    if (!currency)
-        return "— (currency not set)";
-    if (totals.unpricedLineCount > 0)
-        return "— (rate not set)";
-    return formattedAmount(totals.amount.value_or(0), *currency, locale);
-}
-
 std::string sectionLine(const ExportSection& section, const std::optional<BillingCurrency>& currency,
                         std::string_view locale)
 {
@@ -54,14 +46,6 @@ std::string sectionLine(const ExportSection& section, const std::optional<Billin
 
 } // namespace
 
-std::string unpricedNote(int unpricedLineCount)
-{
-    const auto entries = unpricedLineCount == 1
-        ? "1 billable entry has no rate"
-        : fmt::format("{} billable entries have no rate", unpricedLineCount);
-    return entries + ", so the amount is unavailable.";
-}
-
 std::expected<std::string, ExportTextProblem> summaryText(const ExportDocumentModel& document,
                                                           std::string_view locale)
 {
@@ -73,17 +57,8 @@ std::expected<std::string, ExportTextProblem> summaryText(const ExportDocumentMo
     text.push_back("Total: " + durationText(totals.billedSeconds));
     text.push_back("Reviewed total: " + durationText(totals.actualSeconds));
     text.push_back("Amount: " + amountText(totals, currency, locale));
-    if (currency && totals.unpricedLineCount > 0 && totals.knownAmount)
-        text.push_back("Known subtotal: " + formattedAmount(*totals.knownAmount, *currency, locale));
-
-    if (totals.unpricedLineCount > 0)
-        text.push_back(unpricedNote(totals.unpricedLineCount));
-    if (!currency)
-        text.emplace_back(currencyMissingNote);
-    std::vector<std::optional<RoundingPolicy>> policies;
-    for (const auto& line : lines)
-        policies.emplace_back(line.rounding);
-    if (const auto note = roundingNote(policies))
+    std::ranges::move(amountRemarks(totals, currency, locale), std::back_inserter(text));
+    if (const auto note = roundingNote(lines))
         text.push_back(*note);
 
     auto joined = fmt::format("{}", fmt::join(text, "\n"));

@@ -22,9 +22,4 @@ namespace stintbook {
 std::expected<std::string, ExportTextProblem> summaryText(const ExportDocumentModel& document,
                                                           std::string_view locale);
 
-/// "1 billable entry has no rate, so the amount is unavailable."
-std::string unpricedNote(int unpricedLineCount);
-inline constexpr std::string_view currencyMissingNote =
-    "No billing currency is set, so the amount is unavailable.";
-
 } // namespace stintbook

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Billing/BillingCurrency.h"
+#include "Billing/AmountFormat.h"
 
 namespace stintbook {
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "Export/DurationText.h"
+#include "Export/ExportRemarks.h"
 #include "Export/SummaryText.h"
 #include "ExportFixture.h"
 
