@@ -5,6 +5,7 @@ pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-uc icu-i18n)
 pkg_check_modules(SYSTEMD REQUIRED IMPORTED_TARGET libsystemd)
 pkg_check_modules(UUID REQUIRED IMPORTED_TARGET uuid)
 pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
+pkg_check_modules(PANGOCAIRO REQUIRED IMPORTED_TARGET pangocairo cairo-pdf)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-screensaver)
 pkg_check_modules(WAYLAND REQUIRED IMPORTED_TARGET wayland-client)
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "Export/Timesheet/TimesheetPaper.h"
+
+namespace stintbook {
+
+/// How the reader's region writes what a document holds, and what it prints on. Locales are named as in
+/// "de_DE".
+struct ExportRegion {
+    std::string moneyLocale = "C";
+    std::string dateLocale = "C";
+    TimesheetPaper paper = TimesheetPaper::a4;
+};
+
+} // namespace stintbook
