@@ -74,6 +74,7 @@ _velloran_cli() {
     --billable) choices="yes no" ;;
     --rounding) choices="$policies" ;;
     --mode) choices="detailed summarized" ;;
+    --paper) choices="a4 usLetter" ;;
     --fields) choices="$columns" ;;
     --from | --to)
         if [[ ${words[0]:-} != work && ${words[0]:-} != rule ]]; then
@@ -124,8 +125,10 @@ _velloran_cli() {
     billing) choices="show currency rounding" ;;
     "billing currency") choices="none" ;;
     "billing rounding") choices="$policies none" ;;
-    export) choices="csv summary preview history show" ;;
+    export) choices="csv pdf summary preview history show" ;;
     "export csv") choices="$request --output" ;;
+    "export pdf") choices="$request --output --paper" ;;
+    "export show") choices="--output --paper" ;;
     "export summary") choices="$request --clipboard" ;;
     "export preview") choices="$request" ;;
     preferences) choices="list set" ;;

@@ -173,11 +173,12 @@ complete -c velloran-cli -n '__velloran_cli_at 0 billing currency' -a none
 complete -c velloran-cli -n '__velloran_cli_at 0 billing rounding' -a "$policies none"
 
 __velloran_cli_command export csv 'Ready work as CSV'
+__velloran_cli_command export pdf 'Ready work as a timesheet to print or to send'
 __velloran_cli_command export summary 'Ready work as a short text'
 __velloran_cli_command export preview 'What an export would hold; records nothing'
 __velloran_cli_command export history 'Every delivered export, newest first'
 __velloran_cli_command export show 'A delivered export as it was'
-set -l requesting '__velloran_cli_any_in "export csv" "export summary" "export preview"'
+set -l requesting '__velloran_cli_any_in "export csv" "export pdf" "export summary" "export preview"'
 complete -c velloran-cli -n "$requesting; or __velloran_cli_in day list" -l from -x -a 'today yesterday' -d 'The first day'
 complete -c velloran-cli -n "$requesting; or __velloran_cli_in day list" -l to -x -a 'today yesterday' -d 'The last day'
 complete -c velloran-cli -n "$requesting" -l mode -x -a 'detailed summarized' -d 'A row an item, or a row a group of equal terms'
@@ -185,7 +186,8 @@ complete -c velloran-cli -n "$requesting" -l fields -x -d 'Columns, separated by
     -a 'date client project duration timeOfDay description billableState rateAndAmount'
 complete -c velloran-cli -n "$requesting" -l client -x -a '(__velloran_cli_names client)' -d "Only this client's work"
 complete -c velloran-cli -n "$requesting" -l project -x -a '(__velloran_cli_names project)' -d "Only this project's work"
-complete -c velloran-cli -n '__velloran_cli_in export csv' -l output -r -F -d 'Where to'
+complete -c velloran-cli -n '__velloran_cli_any_in "export csv" "export pdf" "export show"' -l output -r -F -d 'Where to'
+complete -c velloran-cli -n '__velloran_cli_any_in "export pdf" "export show"' -l paper -x -a 'a4 usLetter' -d 'What it is printed on'
 complete -c velloran-cli -n '__velloran_cli_in export summary' -l clipboard -d 'Onto the clipboard'
 
 __velloran_cli_command preferences list 'What was chosen, and what holds by default'

@@ -7,6 +7,7 @@
 #include "Base/Try.h"
 #include "Export/CSVDocument.h"
 #include "Export/SummaryText.h"
+#include "Export/Timesheet/TimesheetPDF.h"
 #include "Store/PersistentReviewStore.h"
 
 namespace stintbook {
@@ -57,6 +58,14 @@ std::string reason(const ExportStoreProblem& problem)
     return message(problem);
 }
 
+template <typename E>
+std::expected<std::string, ExportFailure> orNotProduced(std::expected<std::string, E> bytes)
+{
+    if (!bytes)
+        return std::unexpected(DeliveryNotProduced{message(bytes.error())});
+    return *std::move(bytes);
+}
+
 } // namespace
 
 std::string message(const ExportDeskProblem& problem)
@@ -98,7 +107,7 @@ std::expected<ExportPreview, ExportDeskProblem> ExportDesk::preview(const Export
 }
 
 std::expected<ExportReceipt, ExportDeskProblem> ExportDesk::deliver(const ExportDocumentModel& document,
-                                                                    std::string_view locale, Instant now,
+                                                                    const ExportRegion& region, Instant now,
                                                                     const Delivery& delivery)
 {
     if (const auto block = document.block())
@@ -107,8 +116,8 @@ std::expected<ExportReceipt, ExportDeskProblem> ExportDesk::deliver(const Export
     if (current.document.days != document.days)
         return std::unexpected(PreviewOutdated{});
 
-    const auto text = TRY(render(document, locale));
-    if (const auto delivered = delivery(text); !delivered)
+    const auto bytes = TRY(render(document, region, now));
+    if (const auto delivered = delivery(bytes); !delivered)
         return std::unexpected(ExportFailure(DeliveryNotProduced{delivered.error()}));
 
     const auto snapshot = snapshotOf(document, ExportSnapshotID::random(), now);
@@ -132,13 +141,19 @@ std::expected<ExportSnapshot, ExportDeskProblem> ExportDesk::snapshot(ExportSnap
     return *std::move(found);
 }
 
-std::expected<std::string, ExportFailure> render(const ExportDocumentModel& document, std::string_view locale)
+std::expected<std::string, ExportFailure> render(const ExportDocumentModel& document,
+                                                 const ExportRegion& region, Instant generatedAt)
 {
-    auto text = document.request.format == ExportFormat::copySummary ? summaryText(document, locale)
-                                                                     : csvText(document);
-    if (!text)
-        return std::unexpected(DeliveryNotProduced{message(text.error())});
-    return *std::move(text);
+    switch (document.request.format) {
+    case ExportFormat::detailedCSV:
+    case ExportFormat::summarizedCSV:
+        return orNotProduced(csvText(document));
+    case ExportFormat::timesheetPDF:
+        return orNotProduced(timesheetPDF(document, region, generatedAt));
+    case ExportFormat::copySummary:
+        return orNotProduced(summaryText(document, region.moneyLocale));
+    }
+    return {};
 }
 
 ExportDesk::Delivery fileDelivery(std::filesystem::path file)

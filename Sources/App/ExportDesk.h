@@ -13,6 +13,7 @@
 #include "Export/ExportDelivery.h"
 #include "Export/ExportDocumentModel.h"
 #include "Export/ExportSnapshot.h"
+#include "Export/Timesheet/ExportRegion.h"
 
 namespace stintbook {
 
@@ -51,9 +52,10 @@ public:
     /// Brings the rendered bytes to where they are wanted; the error is the system's own words.
     using Delivery = std::function<std::expected<void, std::string>(const std::string& bytes)>;
     /// Reads the days' revisions again, renders, delivers, then records. Nothing is delivered when the
-    /// document is out of date or empty.
+    /// document is out of date or empty. `now` is the instant of the record, with which `render` gives the
+    /// same bytes again.
     std::expected<ExportReceipt, ExportDeskProblem> deliver(const ExportDocumentModel& document,
-                                                            std::string_view locale, Instant now,
+                                                            const ExportRegion& region, Instant now,
                                                             const Delivery& delivery);
 
     Stored<std::vector<ExportSnapshot>> history() const;
@@ -64,9 +66,10 @@ private:
     CalendarContext m_calendar;
 };
 
-/// The document as the text of its format.
+/// The document in its format. What was delivered comes again of its snapshot: documentOf(snapshot), generated
+/// at the snapshot's `createdAt`, for the same region.
 std::expected<std::string, ExportFailure> render(const ExportDocumentModel& document,
-                                                 std::string_view locale);
+                                                 const ExportRegion& region, Instant generatedAt);
 
 /// Writes a file in one step: whole, or not at all.
 ExportDesk::Delivery fileDelivery(std::filesystem::path file);

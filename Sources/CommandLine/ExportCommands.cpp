@@ -75,13 +75,27 @@ Requested requested(Session& session, const RequestOptions& options, ExportForma
     return {request, from.calendar};
 }
 
+const std::optional<std::string>& paperOption(Verb& verb)
+{
+    return verb.choice("--paper", {"a4", "usLetter"}, "What it is printed on; the region's unless said");
+}
+
+/// The reader's.
+ExportRegion exportRegion(const Session& session, const std::optional<std::string>& paper = {})
+{
+    return {.moneyLocale = session.locale("LC_MONETARY"),
+            .dateLocale = session.locale("LC_TIME"),
+            .paper =
+                paper ? *fromRawValue<TimesheetPaper>(*paper) : paperOfLocale(session.locale("LC_PAPER"))};
+}
+
 /// Builds the document and delivers it; what is left out is said on stderr.
-ExportReceipt deliver(Session& session, const Requested& what, const ExportDesk::Delivery& delivery)
+ExportReceipt deliver(Session& session, const Requested& what, const ExportRegion& region,
+                      const ExportDesk::Delivery& delivery)
 {
     ExportDesk desk(session.store(), what.calendar);
     const auto preview = orRefuse(desk.preview(what.request));
-    const auto receipt =
-        orRefuse(desk.deliver(preview.document, session.locale("LC_MONETARY"), session.now(), delivery));
+    const auto receipt = orRefuse(desk.deliver(preview.document, region, session.now(), delivery));
     printRemarks(session, preview);
     return receipt;
 }
@@ -105,9 +119,22 @@ void addCSV(Noun& noun)
         if (session.isJSON() && !file)
             throw WrongUsage{"--json prints the receipt, so the CSV needs --output."};
         const auto what = requested(session, options, ExportFormatKind::csv);
-        const auto receipt = deliver(session, what, file ? fileDelivery(*file) : standardOutput(session));
+        const auto receipt = deliver(session, what, exportRegion(session),
+                                     file ? fileDelivery(*file) : standardOutput(session));
         if (file)
             print(session, receipt);
+    });
+}
+
+void addPDF(Noun& noun)
+{
+    auto verb = noun.verb("pdf", "Ready work as a timesheet to print or to send");
+    const auto options = requestOptions(verb);
+    const auto& file = verb.requiredOption("--output", "FILE", "Where to");
+    const auto& paper = paperOption(verb);
+    verb.runs([&, options](Session& session) {
+        const auto what = requested(session, options, ExportFormatKind::pdf);
+        print(session, deliver(session, what, exportRegion(session, paper), fileDelivery(file)));
     });
 }
 
@@ -120,8 +147,9 @@ void addSummary(Noun& noun)
         if (session.isJSON() && !toClipboard)
             throw WrongUsage{"--json prints the receipt, so the summary needs --clipboard."};
         const auto what = requested(session, options, ExportFormatKind::copySummary);
-        const auto receipt = deliver(
-            session, what, toClipboard ? clipboardDelivery(session.environment()) : standardOutput(session));
+        const auto receipt =
+            deliver(session, what, exportRegion(session),
+                    toClipboard ? clipboardDelivery(session.environment()) : standardOutput(session));
         if (toClipboard)
             print(session, receipt);
         else
@@ -143,12 +171,41 @@ void addPreview(Noun& noun)
     });
 }
 
+/// Renders a recorded export again, as it was delivered; nothing is recorded.
+void writeAgain(const ExportSnapshot& snapshot, const ExportRegion& region, const std::string& file)
+{
+    const auto bytes = orRefuse(render(documentOf(snapshot), region, snapshot.createdAt));
+    if (const auto written = fileDelivery(file)(bytes); !written)
+        throw Refusal{written.error()};
+}
+
+void addShow(Noun& noun)
+{
+    auto verb = noun.verb("show", "A delivered export as it was");
+    const auto& id = verb.argument("ID", "The export");
+    const auto& file = verb.option("--output", "FILE", "Write it to a file again, in its format");
+    const auto& paper = paperOption(verb);
+    verb.runs([&](Session& session) {
+        const ExportSnapshotID snapshotID{identifierArgument(id)};
+        const auto snapshot = orRefuse(ExportDesk(session.store(), session.calendar()).snapshot(snapshotID));
+        if (file)
+            writeAgain(snapshot, exportRegion(session, paper), *file);
+        else if (paper)
+            throw WrongUsage{"--paper needs --output."};
+        if (session.isJSON())
+            session.printJSON([&](JsonWriter& json) { writeSnapshots(json, {snapshot}); });
+        else if (!file)
+            printSnapshot(session, snapshot);
+    });
+}
+
 } // namespace
 
 void addExportCommands(CommandTree& tree)
 {
     auto noun = tree.noun("export", "Bill ready work");
     addCSV(noun);
+    addPDF(noun);
     addSummary(noun);
     addPreview(noun);
 
@@ -161,16 +218,7 @@ void addExportCommands(CommandTree& tree)
             printHistory(session, snapshots);
     });
 
-    auto show = noun.verb("show", "A delivered export as it was");
-    const auto& id = show.argument("ID", "The export");
-    show.runs([&](Session& session) {
-        const ExportSnapshotID snapshotID{identifierArgument(id)};
-        const auto snapshot = orRefuse(ExportDesk(session.store(), session.calendar()).snapshot(snapshotID));
-        if (session.isJSON())
-            session.printJSON([&](JsonWriter& json) { writeSnapshots(json, {snapshot}); });
-        else
-            printSnapshot(session, snapshot);
-    });
+    addShow(noun);
 }
 
 } // namespace stintbook

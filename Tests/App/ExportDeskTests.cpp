@@ -28,10 +28,11 @@ protected:
     }
     std::expected<ExportReceipt, ExportDeskProblem> deliver(const ExportDocumentModel& document)
     {
-        return desk.deliver(document, "en_US", fixture.at(21), [this](const std::string& bytes) {
-            delivered.push_back(bytes);
-            return answer;
-        });
+        return desk.deliver(document, {.moneyLocale = "en_US"}, fixture.at(21),
+                            [this](const std::string& bytes) {
+                                delivered.push_back(bytes);
+                                return answer;
+                            });
     }
 
     StoreOfADay fixture;
