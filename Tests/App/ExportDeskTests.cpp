@@ -28,7 +28,7 @@ protected:
     }
     std::expected<ExportReceipt, ExportDeskProblem> deliver(const ExportDocumentModel& document)
     {
-        return desk.deliver(document, {.moneyLocale = "en_US"}, fixture.at(21),
+        return desk.deliver(document, region, fixture.at(21) + Seconds{0.123456},
                             [this](const std::string& bytes) {
                                 delivered.push_back(bytes);
                                 return answer;
@@ -36,6 +36,7 @@ protected:
     }
 
     StoreOfADay fixture;
+    ExportRegion region{.moneyLocale = "en_US", .dateLocale = "en_US"};
     ExportDesk desk{*fixture.store, fixture.calendar};
     std::vector<std::string> delivered;
     std::expected<void, std::string> answer;
@@ -87,6 +88,19 @@ TEST_F(ExportDeskTest, RecordsNothingThatWasNotDelivered)
     ASSERT_FALSE(failed);
     EXPECT_TRUE(message(failed.error()).contains("Nothing was written, and no record was created."));
     EXPECT_TRUE(desk.history()->empty());
+}
+
+TEST_F(ExportDeskTest, GivesTheBytesOfADeliveredTimesheetAgainFromItsRecord)
+{
+    makeReady();
+    auto wanted = request();
+    wanted.format = ExportFormat::timesheetPDF;
+    const auto receipt = deliver(desk.preview(wanted)->document);
+    ASSERT_TRUE(receipt);
+    const auto snapshot = *desk.snapshot(receipt->snapshotID);
+    EXPECT_EQ(snapshot.format, ExportFormat::timesheetPDF);
+    EXPECT_TRUE(delivered.back().starts_with("%PDF-"));
+    EXPECT_TRUE(render(documentOf(snapshot), region, snapshot.createdAt) == delivered.back());
 }
 
 } // namespace stintbook

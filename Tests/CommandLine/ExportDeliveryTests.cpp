@@ -52,6 +52,37 @@ TEST_F(ExportDelivery, IsRecordedForFilesAndForStandardOutput)
     EXPECT_EQ(contentsOf(file), printed);
 }
 
+TEST_F(ExportDelivery, OfATimesheetIsWrittenAgainFromItsRecord)
+{
+    const Words timesheet{"export", "pdf", "--from", day, "--to", day};
+    const auto with = [](Words words, const Words& more) {
+        words.insert(words.end(), more.begin(), more.end());
+        return words;
+    };
+    const auto file = directory / "timesheet.pdf";
+    const auto receipt = json(with(timesheet, {"--output", file, "--paper", "usLetter"}));
+    EXPECT_STREQ(receipt["format"].GetString(), "timesheet-pdf");
+    EXPECT_EQ(receipt["lineCount"].GetInt(), 2);
+    EXPECT_TRUE(contentsOf(file).starts_with("%PDF-"));
+
+    const auto again = directory / "again.pdf";
+    const Words show{"export", "show", receipt["snapshotID"].GetString(), "--output", again};
+    EXPECT_EQ(done(with(show, {"--paper", "usLetter"})), "");
+    EXPECT_EQ(contentsOf(again), contentsOf(file));
+    done(show);
+    EXPECT_NE(contentsOf(again), contentsOf(file)) << "A4 is the paper of no particular region";
+    environment["LC_ALL"] = "";
+    environment["LC_PAPER"] = "en_US.UTF-8";
+    done(show);
+    EXPECT_EQ(contentsOf(again), contentsOf(file));
+    EXPECT_EQ(recorded(), 1U);
+
+    expectRefusal(with(timesheet, {"--output", directory / "nowhere" / "timesheet.pdf"}),
+                  "The export could not be saved: No such file or directory. Nothing was written, and no "
+                  "record was created.");
+    EXPECT_EQ(recorded(), 1U);
+}
+
 TEST_F(ExportDelivery, ThatFailsIsNotRecordedAndLeavesNothingBehind)
 {
     const std::string ending = " Nothing was written, and no record was created.";
