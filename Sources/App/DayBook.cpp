@@ -7,11 +7,11 @@
 #include <fmt/format.h>
 
 #include "App/ClientBook.h"
+#include "App/RecordedDay.h"
 #include "Base/Try.h"
 #include "Billing/BillingBook.h"
 #include "Review/Assignment.h"
 #include "Review/Disposition.h"
-#include "Review/FreeSegments.h"
 #include "Review/Freeze.h"
 #include "Review/Merge.h"
 #include "Review/MissingWork.h"
@@ -43,16 +43,6 @@ Seconds total(const std::vector<WorkBlock>& blocks)
             sum += block.interval().length();
     }
     return sum;
-}
-
-template <typename Entry>
-std::vector<SegmentID> segmentIDs(const std::vector<Entry>& segments, SegmentID Entry::* id)
-{
-    std::vector<SegmentID> ids;
-    ids.reserve(segments.size());
-    for (const auto& segment : segments)
-        ids.push_back(segment.*id);
-    return ids;
 }
 
 std::optional<ReviewedDayRevision> revisionIn(const std::map<std::string, std::string>& exportedRevisions,
@@ -144,23 +134,20 @@ Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
     const auto bounds = calendar.boundsOf(day);
     auto& review = m_store.review();
 
-    const auto segments = TRY(m_store.segments().segments(bounds));
-    const auto covering = TRY(review.items(bounds));
-    const auto reviews = TRY(review.reviews(segmentIDs(segments, &ActivitySegment::id)));
+    auto recorded = TRY(recordedDay(m_store, bounds));
     auto directory = TRY(ClientBook(m_store).directory());
     const AttributionEngine engine(TRY(review.attributionRules()), directory);
     const ExclusionEngine exclusion(TRY(review.exclusionRules()));
 
     auto items = TRY(review.items(day));
     auto approval = TRY(review.approval(day));
-    auto free = freeSegments(segments, bounds, covering);
-    auto blocks = WorkBlockBuilder(calendar, engine, exclusion).blocks(free, reviews);
+    auto blocks = WorkBlockBuilder(calendar, engine, exclusion).blocks(recorded.free, recorded.reviews);
     return Loaded{.content = {.day = day,
                               .bounds = bounds,
-                              .freeSegments = std::move(free),
+                              .freeSegments = std::move(recorded.free),
                               .blocks = std::move(blocks),
                               .items = std::move(items)},
-                  .recorded = daySummary(day, bounds, segments),
+                  .recorded = daySummary(day, bounds, recorded.segments),
                   .directory = std::move(directory),
                   .calendar = std::move(calendar),
                   .approval = std::move(approval)};
@@ -195,9 +182,7 @@ Stored<ListedDay> DayBook::summarize(const LocalDay& day, const ExclusionEngine&
 {
     auto& review = m_store.review();
     const auto bounds = CalendarContext::inZone(day.timeZoneIdentifier).value_or(m_calendar).boundsOf(day);
-    const auto segments = TRY(m_store.segments().segments(bounds));
-    const auto free = freeSegments(segments, bounds, TRY(review.items(bounds)));
-    const auto reviews = TRY(review.reviews(segmentIDs(segments, &ActivitySegment::id)));
+    const auto [segments, free, reviews] = TRY(recordedDay(m_store, bounds));
     const auto items = TRY(review.items(day));
     const auto approval = TRY(review.approval(day));
 

@@ -9,33 +9,12 @@ namespace stintbook {
 
 namespace {
 
-std::string sentence(const DomainRefused& refused)
-{
-    return "“" + refused.text
-        + "” is no web domain, so nothing was saved. Write a host, for example docs.example.org.";
-}
-
-template <typename Problem> std::string sentence(const Problem& problem)
-{
-    return message(problem);
-}
-
-RuleEdited<RuleMatch> checkedMatch(const TypedMatch& typed)
-{
-    RuleMatch match{typed.application, {}, typed.title};
-    if (typed.domain) {
-        match.browserDomain = BrowserDomain::fromText(*typed.domain);
-        if (!match.browserDomain)
-            return std::unexpected(DomainRefused{*typed.domain});
-    }
-    return match;
-}
-
 /// Reads the list, changes it and stores it, alone in writing.
 template <typename Change> RuleEdited<void> changeRules(OpenedStore& store, Change change)
 {
     return store.database().write([&](StoreConnection&) -> RuleEdited<void> {
-        const auto changed = TRY(change(TRY(store.review().attributionRules())));
+        const auto directory = TRY(ClientBook(store).directory());
+        const auto changed = TRY(change(TRY(store.review().attributionRules()), directory));
         TRY(store.review().replaceAttributionRules(changed));
         return {};
     });
@@ -54,7 +33,7 @@ template <typename Change> RuleEdited<void> changeExclusions(OpenedStore& store,
 
 std::string message(const RuleBookProblem& problem)
 {
-    return std::visit([](const auto& which) { return sentence(which); }, problem);
+    return std::visit([](const auto& which) { return message(which); }, problem);
 }
 
 Stored<ListedRules> RuleBook::list() const
@@ -68,55 +47,78 @@ Stored<ListedRules> RuleBook::list() const
     });
 }
 
+Stored<std::vector<RuleConflict>> RuleBook::conflicts() const
+{
+    return m_store.database().read([&](StoreConnection&) -> Stored<std::vector<RuleConflict>> {
+        const auto rules = TRY(m_store.review().attributionRules());
+        return conflictingPairs(rules, TRY(ClientBook(m_store).directory()));
+    });
+}
+
 RuleEdited<RuleID> RuleBook::add(const NewRule& rule)
 {
-    const AttributionRule added{.id = RuleID::random(),
-                                .match = TRY(checkedMatch(rule.match)),
-                                .clientID = rule.clientID,
-                                .projectID = rule.projectID,
-                                .billableOverride = rule.billableOverride};
-    return m_store.database().write([&](StoreConnection&) -> RuleEdited<RuleID> {
-        const auto directory = TRY(ClientBook(m_store).directory());
-        const auto changed = TRY(insertedAtTop(TRY(m_store.review().attributionRules()), added, directory));
-        TRY(m_store.review().replaceAttributionRules(changed));
-        return added.id;
-    });
+    AttributionRule added{.id = RuleID::random(),
+                          .match = {},
+                          .clientID = rule.clientID,
+                          .projectID = rule.projectID,
+                          .billableOverride = rule.billableOverride};
+    added.match = TRY(checked(rule.match));
+    TRY(changeRules(m_store, [&](std::vector<AttributionRule> rules, const AssignmentDirectory& directory) {
+        return insertedAtTop(std::move(rules), added, directory);
+    }));
+    return added.id;
+}
+
+RuleEdited<void> RuleBook::accept(const RuleProposal& proposal)
+{
+    return changeRules(m_store,
+                       [&](std::vector<AttributionRule> rules, const AssignmentDirectory& directory) {
+                           return insertedAtTop(std::move(rules), rule(proposal), directory);
+                       });
+}
+
+RuleEdited<void> RuleBook::save(const RuleDraft& draft)
+{
+    return changeRules(m_store,
+                       [&](std::vector<AttributionRule> rules, const AssignmentDirectory& directory) {
+                           return saved(std::move(rules), draft, directory);
+                       });
 }
 
 RuleEdited<RuleID> RuleBook::copy(RuleID id)
 {
     const auto fresh = RuleID::random();
-    return m_store.database().write([&](StoreConnection&) -> RuleEdited<RuleID> {
-        const auto directory = TRY(ClientBook(m_store).directory());
-        const auto changed = TRY(copiedBelow(TRY(m_store.review().attributionRules()), id, fresh, directory));
-        TRY(m_store.review().replaceAttributionRules(changed));
-        return fresh;
-    });
+    TRY(changeRules(m_store, [&](std::vector<AttributionRule> rules, const AssignmentDirectory& directory) {
+        return copiedBelow(std::move(rules), id, fresh, directory);
+    }));
+    return fresh;
 }
 
 RuleEdited<void> RuleBook::move(RuleID id, int position)
 {
-    return changeRules(m_store, [&](std::vector<AttributionRule> rules) {
+    return changeRules(m_store, [&](std::vector<AttributionRule> rules, const AssignmentDirectory&) {
         return moved(std::move(rules), id, static_cast<std::size_t>(position));
     });
 }
 
 RuleEdited<void> RuleBook::setEnabled(RuleID id, bool isEnabled)
 {
-    return changeRules(m_store, [&](std::vector<AttributionRule> rules) {
+    return changeRules(m_store, [&](std::vector<AttributionRule> rules, const AssignmentDirectory&) {
         return isEnabled ? enabled(std::move(rules), id) : disabled(std::move(rules), id);
     });
 }
 
 RuleEdited<void> RuleBook::remove(RuleID id)
 {
-    return changeRules(m_store,
-                       [&](std::vector<AttributionRule> rules) { return removed(std::move(rules), id); });
+    return changeRules(m_store, [&](std::vector<AttributionRule> rules, const AssignmentDirectory&) {
+        return removed(std::move(rules), id);
+    });
 }
 
 RuleEdited<RuleID> RuleBook::addExclusion(const TypedMatch& match)
 {
-    const ExclusionRule added{.id = RuleID::random(), .match = TRY(checkedMatch(match))};
+    ExclusionRule added{.id = RuleID::random(), .match = {}};
+    added.match = TRY(checked(match));
     TRY(changeExclusions(
         m_store, [&](std::vector<ExclusionRule> rules) { return insertedAtTop(std::move(rules), added); }));
     return added.id;

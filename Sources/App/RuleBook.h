@@ -9,25 +9,15 @@
 
 #include "App/OpenedStore.h"
 #include "Domain/AssignmentDirectory.h"
+#include "Review/RuleSuggestion.h"
 #include "Rules/AttributionRule.h"
-#include "Rules/RuleList.h"
+#include "Rules/RuleConflicts.h"
+#include "Rules/RuleDraft.h"
 
 namespace stintbook {
 
-/// A rule's conditions as typed.
-struct TypedMatch {
-    std::optional<std::string> application;
-    std::optional<std::string> domain;
-    std::optional<std::string> title;
-};
-
-/// The text is no web domain.
-struct DomainRefused {
-    std::string text;
-};
-
 /// Why the rules stayed as they are.
-using RuleBookProblem = std::variant<PersistenceError, RuleEditProblem, DomainRefused>;
+using RuleBookProblem = std::variant<PersistenceError, RuleDraftProblem>;
 std::string message(const RuleBookProblem& problem);
 
 template <typename T> using RuleEdited = std::expected<T, RuleBookProblem>;
@@ -49,6 +39,8 @@ public:
     }
 
     Stored<ListedRules> list() const;
+    /// In rule order.
+    Stored<std::vector<RuleConflict>> conflicts() const;
 
     struct NewRule {
         TypedMatch match;
@@ -58,6 +50,10 @@ public:
     };
     /// At the top of the list.
     RuleEdited<RuleID> add(const NewRule& rule);
+    /// A suggestion that was accepted; at the top of the list.
+    RuleEdited<void> accept(const RuleProposal& proposal);
+    /// What an editor worked on, in its place in the list.
+    RuleEdited<void> save(const RuleDraft& draft);
     /// Directly below the rule that it copies.
     RuleEdited<RuleID> copy(RuleID id);
     /// To a place counted from 1.

@@ -61,6 +61,17 @@ template <typename Visit> void forEachConflict(const std::vector<Prepared>& rule
 
 } // namespace
 
+std::vector<RuleConflict> conflictingPairs(const std::vector<AttributionRule>& rules,
+                                           const AssignmentDirectory& directory)
+{
+    const auto ordered = prepared(rules, directory);
+    std::vector<RuleConflict> pairs;
+    forEachConflict(ordered, [&](std::size_t winner, std::size_t loser) {
+        pairs.push_back({ordered[winner].id, ordered[loser].id});
+    });
+    return pairs;
+}
+
 std::map<RuleID, std::set<RuleID>> conflicts(const std::vector<AttributionRule>& rules,
                                              const AssignmentDirectory& directory)
 {
