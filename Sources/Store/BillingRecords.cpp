@@ -21,37 +21,24 @@ std::optional<std::string> single(StoreConnection& connection, std::string_view 
     return row.take<std::optional<std::string>>();
 }
 
-Stored<BillingSettings> readSettings(StoreConnection& connection)
-{
-    BillingSettings settings;
-    const auto code =
-        single(connection, "SELECT currencyCode FROM BillingSettings WHERE key = ?1", settingsKey);
-    if (code) {
-        settings.currency = BillingCurrency::fromText(*code);
-        if (!settings.currency)
-            return unreadable(UUID::random(), "billingSettings.currency");
-    }
-    settings.defaultRounding = TRY(storedCase<RoundingPolicy>(
-        UUID::random(), "billingSettings.rounding",
-        single(connection, "SELECT roundingRaw FROM BillingRounding WHERE key = ?1", roundingKey)));
-    return settings;
-}
-
 /// Terms of clients or projects, which are stored alike.
 template <typename ID, typename Terms>
-Stored<std::map<ID, Terms>> readTerms(StoreConnection& connection, std::string_view sql,
-                                      std::string_view rateField, std::string_view roundingField)
+Stored<std::pair<ID, Terms>> readTerms(Query& row, std::string_view rateField, std::string_view roundingField)
 {
-    auto rows = connection.query(sql);
-    std::map<ID, Terms> terms;
-    while (rows.next()) {
-        const auto id = rows.take<ID>();
-        const auto rate = rows.take<std::optional<std::string>>();
-        const auto rounding = rows.take<std::optional<std::string>>();
-        terms[id] = Terms{TRY(storedDecimal(id.uuid, rateField, rate)),
-                          TRY(storedCase<RoundingPolicy>(id.uuid, roundingField, rounding))};
-    }
-    return terms;
+    const auto id = row.take<ID>();
+    const auto rate = row.take<std::optional<std::string>>();
+    const auto rounding = row.take<std::optional<std::string>>();
+    Terms terms;
+    terms.hourlyRate = TRY(storedDecimal(id.uuid, rateField, rate));
+    terms.rounding = TRY(storedCase<RoundingPolicy>(id.uuid, roundingField, rounding));
+    return std::pair(id, terms);
+}
+
+/// What a walk over terms yields, by whose they are.
+template <typename ID, typename Terms, typename Walk> Stored<std::map<ID, Terms>> byOwner(Walk walk)
+{
+    auto terms = TRY((collected<std::pair<ID, Terms>>(walk)));
+    return std::map<ID, Terms>(terms.begin(), terms.end());
 }
 
 } // namespace
@@ -59,14 +46,50 @@ Stored<std::map<ID, Terms>> readTerms(StoreConnection& connection, std::string_v
 Stored<BillingBook> readBilling(StoreConnection& connection)
 {
     BillingBook book;
-    book.settings = TRY(readSettings(connection));
-    book.clients = TRY((readTerms<ClientID, ClientBillingDefaults>(
-        connection, "SELECT clientID, hourlyRate, roundingRaw FROM ClientBilling", "clientBilling.hourlyRate",
-        "clientBilling.rounding")));
-    book.projects = TRY((readTerms<ProjectID, ProjectBillingOverrides>(
-        connection, "SELECT projectID, hourlyRate, roundingRaw FROM ProjectBilling",
-        "projectBilling.hourlyRate", "projectBilling.rounding")));
+    book.settings.currency = TRY(readCurrency(connection));
+    book.settings.defaultRounding = TRY(readDefaultRounding(connection));
+    book.clients = TRY((byOwner<ClientID, ClientBillingDefaults>(
+        [&](const auto& visit) { walkClientBilling(connection, visit); })));
+    book.projects = TRY((byOwner<ProjectID, ProjectBillingOverrides>(
+        [&](const auto& visit) { walkProjectBilling(connection, visit); })));
     return book;
+}
+
+Stored<std::optional<BillingCurrency>> readCurrency(StoreConnection& connection)
+{
+    const auto code =
+        single(connection, "SELECT currencyCode FROM BillingSettings WHERE key = ?1", settingsKey);
+    if (!code)
+        return std::nullopt;
+    const auto currency = BillingCurrency::fromText(*code);
+    if (!currency)
+        return unreadable(UUID::random(), "billingSettings.currency");
+    return currency;
+}
+
+Stored<std::optional<RoundingPolicy>> readDefaultRounding(StoreConnection& connection)
+{
+    return storedCase<RoundingPolicy>(
+        UUID::random(), "billingSettings.rounding",
+        single(connection, "SELECT roundingRaw FROM BillingRounding WHERE key = ?1", roundingKey));
+}
+
+void walkClientBilling(StoreConnection& connection,
+                       const RecordVisitor<std::pair<ClientID, ClientBillingDefaults>>& visit)
+{
+    auto rows = connection.query("SELECT clientID, hourlyRate, roundingRaw FROM ClientBilling");
+    while (rows.next())
+        visit(readTerms<ClientID, ClientBillingDefaults>(rows, "clientBilling.hourlyRate",
+                                                         "clientBilling.rounding"));
+}
+
+void walkProjectBilling(StoreConnection& connection,
+                        const RecordVisitor<std::pair<ProjectID, ProjectBillingOverrides>>& visit)
+{
+    auto rows = connection.query("SELECT projectID, hourlyRate, roundingRaw FROM ProjectBilling");
+    while (rows.next())
+        visit(readTerms<ProjectID, ProjectBillingOverrides>(rows, "projectBilling.hourlyRate",
+                                                            "projectBilling.rounding"));
 }
 
 void writeSettings(StoreConnection& connection, const BillingSettings& settings)

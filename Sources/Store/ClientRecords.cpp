@@ -37,6 +37,17 @@ template <typename ID> ClientReferences referencesTo(const std::map<ID, ClientRe
     return found == census.end() ? ClientReferences{} : found->second;
 }
 
+Stored<Client> readClient(Query& row)
+{
+    Client client{row.take<ClientID>(), row.take<std::string>(), row.take<bool>(), std::nullopt};
+    if (const auto hex = row.take<std::optional<std::string>>()) {
+        client.color = ClientColor::fromText(*hex);
+        if (!client.color)
+            return unreadable(client.id, "client.color");
+    }
+    return client;
+}
+
 std::optional<std::string> clientName(StoreConnection& connection, ClientID id)
 {
     auto row = connection.query("SELECT name FROM Client WHERE id = ?1");
@@ -81,19 +92,15 @@ void removeProject(StoreConnection& connection, ProjectID id)
 
 Stored<std::vector<Client>> readClients(StoreConnection& connection)
 {
+    return collected<Client>([&](const RecordVisitor<Client>& visit) { walkClients(connection, visit); });
+}
+
+void walkClients(StoreConnection& connection, const RecordVisitor<Client>& visit)
+{
     auto rows = connection.query("SELECT c.id, c.name, c.isArchived, a.colorHex FROM Client c"
                                  " LEFT JOIN ClientAppearance a ON a.clientID = c.id ORDER BY c.rowid");
-    std::vector<Client> clients;
-    while (rows.next()) {
-        Client client{rows.take<ClientID>(), rows.take<std::string>(), rows.take<bool>(), std::nullopt};
-        if (const auto hex = rows.take<std::optional<std::string>>()) {
-            client.color = ClientColor::fromText(*hex);
-            if (!client.color)
-                return unreadable(client.id, "client.color");
-        }
-        clients.push_back(std::move(client));
-    }
-    return clients;
+    while (rows.next())
+        visit(readClient(rows));
 }
 
 std::vector<Project> readProjects(StoreConnection& connection)

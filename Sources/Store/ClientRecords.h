@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "Domain/ClientDirectoryRepository.h"
+#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
 
 /// Clients with their colours, projects, and what names them. Callers hold the transaction.
@@ -10,6 +11,7 @@ namespace stintbook {
 
 /// In the order of creation, as are projects.
 Stored<std::vector<Client>> readClients(StoreConnection& connection);
+void walkClients(StoreConnection& connection, const RecordVisitor<Client>& visit);
 std::vector<Project> readProjects(StoreConnection& connection);
 
 /// Corrections, reviewed items and rules count by their assignment, exports by their filters: an export's

@@ -20,6 +20,12 @@ namespace {
     " totalsActualSeconds, totalsBilledSeconds, totalsBillableSeconds, totalsNonBillableSeconds,"            \
     " totalsAmount, currencyCode, totalsUnpricedLineCount FROM ExportSnapshot"
 
+#define LINE_COLUMNS                                                                                         \
+    "dayID, dayStart, timeZoneIdentifier, start, \"end\", clientName, projectName, itemDescription,"         \
+    " actualSeconds, billedSeconds, isBillable, hourlyRate, amount, currencyCode, roundingRaw"
+
+#define DAY_COLUMNS "dayID, dayStart, timeZoneIdentifier, revision"
+
 Stored<LocalDay> readDay(Query& row, const UUID& id, std::string_view field)
 {
     const auto start = row.take<Instant>();
@@ -65,9 +71,7 @@ Stored<ExportLine> readLine(Query& row, const UUID& snapshot)
 
 Stored<std::vector<ExportLine>> readLines(StoreConnection& connection, const UUID& snapshot)
 {
-    auto rows = connection.query("SELECT dayID, dayStart, timeZoneIdentifier, start, \"end\", clientName,"
-                                 " projectName, itemDescription, actualSeconds, billedSeconds, isBillable,"
-                                 " hourlyRate, amount, currencyCode, roundingRaw FROM ExportLine"
+    auto rows = connection.query("SELECT " LINE_COLUMNS " FROM ExportLine"
                                  " WHERE snapshotID = ?1 ORDER BY position");
     rows.bind(snapshot);
     std::vector<ExportLine> lines;
@@ -76,24 +80,40 @@ Stored<std::vector<ExportLine>> readLines(StoreConnection& connection, const UUI
     return lines;
 }
 
+Stored<ExportDayRevision> readDayRevision(Query& row, const UUID& snapshot)
+{
+    ExportDayRevision day;
+    day.dayID = row.take<std::string>();
+    day.dayStart = row.take<Instant>();
+    day.timeZoneIdentifier = TRY(storedTimeZone(snapshot, "exportDay.timeZone", row.take<std::string>()));
+    day.revision = row.take<std::string>();
+    return day;
+}
+
 Stored<std::vector<ExportDayRevision>> readDays(StoreConnection& connection, const UUID& snapshot)
 {
-    auto rows = connection.query("SELECT dayID, dayStart, timeZoneIdentifier, revision FROM ExportDayRevision"
-                                 " WHERE snapshotID = ?1 ORDER BY position");
+    auto rows = connection.query("SELECT " DAY_COLUMNS
+                                 " FROM ExportDayRevision WHERE snapshotID = ?1 ORDER BY position");
     rows.bind(snapshot);
     std::vector<ExportDayRevision> days;
-    while (rows.next()) {
-        auto& day = days.emplace_back();
-        day.dayID = rows.take<std::string>();
-        day.dayStart = rows.take<Instant>();
-        day.timeZoneIdentifier =
-            TRY(storedTimeZone(snapshot, "exportDay.timeZone", rows.take<std::string>()));
-        day.revision = rows.take<std::string>();
-    }
+    while (rows.next())
+        days.push_back(TRY(readDayRevision(rows, snapshot)));
     return days;
 }
 
-Stored<ExportSnapshot> readSnapshot(StoreConnection& connection, Query& row)
+/// Walks over parts that are selected with their snapshot and position in front.
+template <typename Part, typename Read>
+void walkParts(Query& rows, Read read, const SnapshotPartVisitor<Part>& visit)
+{
+    while (rows.next()) {
+        const auto snapshot = rows.take<ExportSnapshotID>();
+        const auto position = rows.take<int>();
+        visit(snapshot, position, read(rows, snapshot.uuid));
+    }
+}
+
+/// Without lines and days.
+Stored<ExportSnapshot> readHead(Query& row)
 {
     ExportSnapshot snapshot;
     snapshot.id = row.take<ExportSnapshotID>();
@@ -110,8 +130,14 @@ Stored<ExportSnapshot> readSnapshot(StoreConnection& connection, Query& row)
     snapshot.projectFilterID = row.take<std::optional<ProjectID>>();
     snapshot.projectFilterName = row.take<std::optional<std::string>>();
     snapshot.totals = TRY(readTotals(row, id));
-    snapshot.lines = TRY(readLines(connection, id));
-    snapshot.days = TRY(readDays(connection, id));
+    return snapshot;
+}
+
+Stored<ExportSnapshot> readSnapshot(StoreConnection& connection, Query& row)
+{
+    auto snapshot = TRY(readHead(row));
+    snapshot.lines = TRY(readLines(connection, snapshot.id.uuid));
+    snapshot.days = TRY(readDays(connection, snapshot.id.uuid));
     for (const auto& line : snapshot.lines)
         addIfPresent(snapshot.totals.knownAmount, line.amount);
     return snapshot;
@@ -179,6 +205,27 @@ Stored<std::vector<ExportSnapshot>> readSnapshots(StoreConnection& connection)
     while (rows.next())
         snapshots.push_back(TRY(readSnapshot(connection, rows)));
     return snapshots;
+}
+
+void walkSnapshotHeads(StoreConnection& connection, const RecordVisitor<ExportSnapshot>& visit)
+{
+    auto rows = connection.query(SNAPSHOT_ROWS " ORDER BY createdAt DESC, rowid DESC");
+    while (rows.next())
+        visit(readHead(rows));
+}
+
+void walkSnapshotLines(StoreConnection& connection, const SnapshotPartVisitor<ExportLine>& visit)
+{
+    auto rows = connection.query("SELECT snapshotID, position, " LINE_COLUMNS
+                                 " FROM ExportLine ORDER BY snapshotID, position");
+    walkParts<ExportLine>(rows, readLine, visit);
+}
+
+void walkSnapshotDays(StoreConnection& connection, const SnapshotPartVisitor<ExportDayRevision>& visit)
+{
+    auto rows = connection.query("SELECT snapshotID, position, " DAY_COLUMNS
+                                 " FROM ExportDayRevision ORDER BY snapshotID, position");
+    walkParts<ExportDayRevision>(rows, readDayRevision, visit);
 }
 
 Stored<std::optional<ExportSnapshot>> readSnapshot(StoreConnection& connection, ExportSnapshotID id)

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Export/BillingRepository.h"
+#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
 
 /// Recorded exports. Callers hold the transaction.
@@ -11,6 +12,16 @@ namespace stintbook {
 
 /// Newest first.
 Stored<std::vector<ExportSnapshot>> readSnapshots(StoreConnection& connection);
+/// Without their lines and days.
+void walkSnapshotHeads(StoreConnection& connection, const RecordVisitor<ExportSnapshot>& visit);
+
+/// A part of a snapshot with its place there, from 0.
+template <typename Part>
+using SnapshotPartVisitor = std::function<void(ExportSnapshotID, int position, Stored<Part>)>;
+/// Of all snapshots, one after the other.
+void walkSnapshotLines(StoreConnection& connection, const SnapshotPartVisitor<ExportLine>& visit);
+void walkSnapshotDays(StoreConnection& connection, const SnapshotPartVisitor<ExportDayRevision>& visit);
+
 Stored<std::optional<ExportSnapshot>> readSnapshot(StoreConnection& connection, ExportSnapshotID id);
 /// What the latest export that includes the day recorded.
 std::optional<ReviewedDayRevision> readExportedRevision(StoreConnection& connection, const LocalDay& day);

@@ -68,10 +68,10 @@ Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Que
     return items;
 }
 
-Stored<ReviewedDayApproval> readApproval(Query& row)
+/// What follows the key in the row.
+Stored<ReviewedDayApproval> readApproval(const std::string& key, Query& row)
 {
     ReviewedDayApproval approval;
-    const auto key = row.take<std::string>();
     approval.day.start = row.take<Instant>();
     approval.day.timeZoneIdentifier =
         TRY(storedTimeZone(UUID::random(), "dayApproval.dayTimeZone", row.take<std::string>()));
@@ -153,8 +153,15 @@ Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Int
 
 Stored<std::vector<ReviewedWorkItem>> readAllItems(StoreConnection& connection)
 {
+    return collected<ReviewedWorkItem>(
+        [&](const RecordVisitor<ReviewedWorkItem>& visit) { walkItems(connection, visit); });
+}
+
+void walkItems(StoreConnection& connection, const RecordVisitor<ReviewedWorkItem>& visit)
+{
     auto rows = connection.query(ITEM_ROWS " ORDER BY i.start, i.id");
-    return readItems(connection, rows);
+    while (rows.next())
+        visit(readItem(connection, rows));
 }
 
 Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connection, const LocalDay& day)
@@ -162,16 +169,27 @@ Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connect
     auto row = connection.query(APPROVAL_ROWS " WHERE dayStart = ?1 AND dayTimeZoneIdentifier = ?2");
     if (!row.bind(day.start, day.timeZoneIdentifier).next())
         return std::nullopt;
-    return TRY(readApproval(row));
+    const auto key = row.take<std::string>();
+    return TRY(readApproval(key, row));
 }
 
 Stored<std::vector<ReviewedDayApproval>> readAllApprovals(StoreConnection& connection)
 {
+    return collected<ReviewedDayApproval>([&](const RecordVisitor<ReviewedDayApproval>& visit) {
+        walkApprovals(connection, [&](const std::string&, Stored<ReviewedDayApproval> approval) {
+            visit(std::move(approval));
+        });
+    });
+}
+
+void walkApprovals(StoreConnection& connection,
+                   const std::function<void(const std::string&, Stored<ReviewedDayApproval>)>& visit)
+{
     auto rows = connection.query(APPROVAL_ROWS " ORDER BY dayStart, dayTimeZoneIdentifier");
-    std::vector<ReviewedDayApproval> approvals;
-    while (rows.next())
-        approvals.push_back(TRY(readApproval(rows)));
-    return approvals;
+    while (rows.next()) {
+        const auto key = rows.take<std::string>();
+        visit(key, readApproval(key, rows));
+    }
 }
 
 std::vector<LocalDay> readReviewedDays(StoreConnection& connection, const std::optional<Interval>& startingIn)

@@ -5,6 +5,7 @@
 
 #include "Domain/PersistenceError.h"
 #include "Review/ReviewedLayerMutation.h"
+#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
 
 /// Reviewed items with their slices and dispositions, and day approvals. Callers hold the transaction.
@@ -14,10 +15,14 @@ namespace stintbook {
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, const LocalDay& day);
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Interval overlapping);
 Stored<std::vector<ReviewedWorkItem>> readAllItems(StoreConnection& connection);
+void walkItems(StoreConnection& connection, const RecordVisitor<ReviewedWorkItem>& visit);
 
 Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connection, const LocalDay& day);
 /// By the day's start, then its zone.
 Stored<std::vector<ReviewedDayApproval>> readAllApprovals(StoreConnection& connection);
+/// The same with the text that each is stored under, which a readable one's day has as its identifier.
+void walkApprovals(StoreConnection& connection,
+                   const std::function<void(const std::string&, Stored<ReviewedDayApproval>)>& visit);
 std::vector<LocalDay> readReviewedDays(StoreConnection& connection,
                                        const std::optional<Interval>& startingIn);
 

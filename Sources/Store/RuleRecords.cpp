@@ -35,6 +35,29 @@ Stored<RuleMatch> readMatch(Query& row, RuleID id, std::string_view field)
     return match;
 }
 
+Stored<AttributionRule> readAttributionRule(Query& row)
+{
+    AttributionRule rule;
+    rule.id = row.take<RuleID>();
+    rule.isEnabled = row.take<bool>();
+    rule.priority = row.take<int>();
+    rule.match = TRY(readMatch(row, rule.id, "attributionRule.match"));
+    rule.clientID = row.take<ClientID>();
+    rule.projectID = row.take<ProjectID>();
+    rule.billableOverride = row.take<std::optional<bool>>();
+    return rule;
+}
+
+Stored<ExclusionRule> readExclusionRule(Query& row)
+{
+    ExclusionRule rule;
+    rule.id = row.take<RuleID>();
+    rule.isEnabled = row.take<bool>();
+    rule.priority = row.take<int>();
+    rule.match = TRY(readMatch(row, rule.id, "exclusionRule.match"));
+    return rule;
+}
+
 void writeDomain(StoreConnection& connection, RuleID id, RuleKind kind, const RuleMatch& match)
 {
     if (match.browserDomain)
@@ -52,41 +75,36 @@ void removeDomains(StoreConnection& connection, RuleKind kind)
 
 Stored<std::vector<AttributionRule>> readAttributionRules(StoreConnection& connection)
 {
+    return collected<AttributionRule>(
+        [&](const RecordVisitor<AttributionRule>& visit) { walkAttributionRules(connection, visit); });
+}
+
+Stored<std::vector<ExclusionRule>> readExclusionRules(StoreConnection& connection)
+{
+    return collected<ExclusionRule>(
+        [&](const RecordVisitor<ExclusionRule>& visit) { walkExclusionRules(connection, visit); });
+}
+
+void walkAttributionRules(StoreConnection& connection, const RecordVisitor<AttributionRule>& visit)
+{
     auto rows = connection.query(
         "SELECT r.id, r.isEnabled, r.priority, r.applicationBundleIdentifier, r.titleContains, d.host,"
         " r.clientID, r.projectID, r.billableOverride FROM AttributionRule r"
         " LEFT JOIN RuleBrowserDomain d ON d.ruleID = r.id AND d.ruleKindRaw = ?1 ORDER BY r.priority, r.id");
     rows.bind(RuleKind::attribution);
-    std::vector<AttributionRule> rules;
-    while (rows.next()) {
-        auto& rule = rules.emplace_back();
-        rule.id = rows.take<RuleID>();
-        rule.isEnabled = rows.take<bool>();
-        rule.priority = rows.take<int>();
-        rule.match = TRY(readMatch(rows, rule.id, "attributionRule.match"));
-        rule.clientID = rows.take<ClientID>();
-        rule.projectID = rows.take<ProjectID>();
-        rule.billableOverride = rows.take<std::optional<bool>>();
-    }
-    return rules;
+    while (rows.next())
+        visit(readAttributionRule(rows));
 }
 
-Stored<std::vector<ExclusionRule>> readExclusionRules(StoreConnection& connection)
+void walkExclusionRules(StoreConnection& connection, const RecordVisitor<ExclusionRule>& visit)
 {
     auto rows = connection.query(
         "SELECT r.id, r.isEnabled, r.priority, r.applicationBundleIdentifier, r.titleContains, d.host"
         " FROM ExclusionRule r LEFT JOIN RuleBrowserDomain d ON d.ruleID = r.id AND d.ruleKindRaw = ?1"
         " ORDER BY r.priority, r.id");
     rows.bind(RuleKind::exclusion);
-    std::vector<ExclusionRule> rules;
-    while (rows.next()) {
-        auto& rule = rules.emplace_back();
-        rule.id = rows.take<RuleID>();
-        rule.isEnabled = rows.take<bool>();
-        rule.priority = rows.take<int>();
-        rule.match = TRY(readMatch(rows, rule.id, "exclusionRule.match"));
-    }
-    return rules;
+    while (rows.next())
+        visit(readExclusionRule(rows));
 }
 
 void replaceAttributionRules(StoreConnection& connection, const std::vector<AttributionRule>& rules)

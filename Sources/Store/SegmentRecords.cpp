@@ -160,8 +160,15 @@ std::optional<Instant> readFirstRecorded(StoreConnection& connection, Instant fr
 
 Stored<std::vector<ActivitySegment>> readAllSegments(StoreConnection& connection)
 {
+    return collected<ActivitySegment>(
+        [&](const RecordVisitor<ActivitySegment>& visit) { walkSegments(connection, visit); });
+}
+
+void walkSegments(StoreConnection& connection, const RecordVisitor<ActivitySegment>& visit)
+{
     auto rows = connection.query(SEGMENT_ROWS " ORDER BY s.start, s.\"end\", s.id");
-    return readSegments(rows);
+    while (rows.next())
+        visit(readSegment(rows));
 }
 
 Stored<std::optional<ActivitySegment>> readLatestSegment(StoreConnection& connection)
@@ -170,6 +177,21 @@ Stored<std::optional<ActivitySegment>> readLatestSegment(StoreConnection& connec
     if (!row.next())
         return std::nullopt;
     return TRY(readSegment(row));
+}
+
+std::optional<Interval> readRecordedTime(StoreConnection& connection)
+{
+    auto bounds =
+        connection.query("SELECT (SELECT min(start) FROM ActivitySegment), max(start) FROM ActivitySegment");
+    bounds.next();
+    const auto first = bounds.take<std::optional<Instant>>();
+    const auto last = bounds.take<std::optional<Instant>>();
+    if (!first || !last)
+        return std::nullopt;
+    // The segment that ends last need not be the one that starts last.
+    auto end = connection.query("SELECT max(\"end\") FROM ActivitySegment WHERE start >= ?1");
+    end.bind(*last - longestSegment(connection)).next();
+    return Interval{*first, end.take<Instant>()};
 }
 
 std::vector<ObservedApplication> readObservedApplications(StoreConnection& connection)

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Capture/ActivitySegmentRepository.h"
+#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
 
 /// Recorded segments as rows. Callers hold the transaction; errors of the database are thrown.
@@ -18,9 +19,13 @@ bool insertSegmentIfAbsent(StoreConnection& connection, const ActivitySegment& s
 /// By `segmentOrder`. The time that it takes depends on what is found, not on what is stored.
 Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, Interval overlapping);
 Stored<std::vector<ActivitySegment>> readAllSegments(StoreConnection& connection);
+/// By `segmentOrder`.
+void walkSegments(StoreConnection& connection, const RecordVisitor<ActivitySegment>& visit);
 /// The first recorded instant that is not before the given one.
 std::optional<Instant> readFirstRecorded(StoreConnection& connection, Instant from);
 Stored<std::optional<ActivitySegment>> readLatestSegment(StoreConnection& connection);
+/// From the first recorded instant to the last one.
+std::optional<Interval> readRecordedTime(StoreConnection& connection);
 std::vector<ObservedApplication> readObservedApplications(StoreConnection& connection);
 
 } // namespace stintbook

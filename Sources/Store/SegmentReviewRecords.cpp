@@ -44,11 +44,16 @@ Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const 
 
 Stored<std::map<SegmentID, SegmentReview>> readAllReviews(StoreConnection& connection)
 {
+    auto reviews = TRY(collected<SegmentAndReview>(
+        [&](const RecordVisitor<SegmentAndReview>& visit) { walkReviews(connection, visit); }));
+    return std::map<SegmentID, SegmentReview>(reviews.begin(), reviews.end());
+}
+
+void walkReviews(StoreConnection& connection, const RecordVisitor<SegmentAndReview>& visit)
+{
     auto rows = connection.query(REVIEW_ROWS " ORDER BY segmentID");
-    std::map<SegmentID, SegmentReview> reviews;
     while (rows.next())
-        reviews.insert(TRY(readReview(rows)));
-    return reviews;
+        visit(readReview(rows));
 }
 
 void writeReviews(StoreConnection& connection, const std::map<SegmentID, SegmentReview>& reviews)

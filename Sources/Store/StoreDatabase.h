@@ -21,6 +21,8 @@ enum class StoreRole {
     /// Any other, beside a running copy or without one. Where the store's directory cannot be written to, a
     /// guest may still read.
     guest,
+    /// A guest that changes nothing: it neither creates a store nor migrates it, and leaves the log as it is.
+    reader,
 };
 
 struct StoreOpening {

@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "Store/SegmentRecords.h"
 #include "Store/StoreFileInspection.h"
 
 namespace stintbook {
@@ -30,18 +31,6 @@ std::vector<StoreInformation::Table> tables(StoreConnection& connection)
     return tables;
 }
 
-std::optional<Interval> recordedTime(StoreConnection& connection)
-{
-    auto row =
-        connection.query("SELECT (SELECT min(start) FROM ActivitySegment), max(start) FROM ActivitySegment");
-    row.next();
-    const auto first = row.take<std::optional<Instant>>();
-    const auto last = row.take<std::optional<Instant>>();
-    if (!first || !last)
-        return std::nullopt;
-    return Interval{*first, *last};
-}
-
 } // namespace
 
 Stored<StoreInformation> storeInformation(StoreDatabase& database)
@@ -53,7 +42,7 @@ Stored<StoreInformation> storeInformation(StoreDatabase& database)
             .tables = tables(connection),
             .fileSize = sizeOf(database.file()),
             .logSize = sizeOf(besideStore(database.file(), "-wal")),
-            .recorded = recordedTime(connection),
+            .recorded = readRecordedTime(connection),
         };
     });
 }

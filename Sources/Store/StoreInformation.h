@@ -23,7 +23,7 @@ struct StoreInformation {
     /// Of the database's file and of the log beside it, in bytes; none in memory.
     std::uintmax_t fileSize = 0;
     std::uintmax_t logSize = 0;
-    /// From the first recorded segment's start to the start of the last one.
+    /// From the first recorded instant to the last one.
     std::optional<Interval> recorded;
 };
 

@@ -35,6 +35,12 @@ std::string message(const StoreOpenProblem& problem)
     case StoreOpenProblem::Kind::earlierVersionInUse:
         return fmt::format("The store {} is in use by an earlier version of Velloran. Quit that copy first.",
                            file);
+    case StoreOpenProblem::Kind::missing:
+        return fmt::format("There is no store {}.", file);
+    case StoreOpenProblem::Kind::earlierVersion:
+        return fmt::format("The store {} was written by an earlier version of Velloran, and this one has not "
+                           "brought it up to date yet.",
+                           file);
     case StoreOpenProblem::Kind::other:
         break;
     }

@@ -24,6 +24,9 @@ struct StoreOpenProblem {
         busy,
         /// It must be migrated, which only the process that holds the instance lock may do.
         earlierVersionInUse,
+        /// It is not there, or must be migrated, and was only to be read.
+        missing,
+        earlierVersion,
         other,
     };
 

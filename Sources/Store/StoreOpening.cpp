@@ -131,12 +131,26 @@ std::expected<StoreFileState, StoreOpenProblem> fileOfCurrentVersion(const Store
     }
 }
 
+/// What is there, as it is.
+std::expected<StoreFileState, StoreOpenProblem> fileToRead(const StoreOpening& opening)
+{
+    const auto state = TRY(inspectStoreFile(opening.file));
+    if (!state)
+        return refused(opening, Kind::missing);
+    if (!state->hasLog)
+        TRY(mustHaveReadableContent(opening));
+    if (state->schemaVersion != currentSchemaVersion)
+        return refused(opening, Kind::earlierVersion);
+    return *state;
+}
+
 } // namespace
 
 std::expected<std::shared_ptr<StoreDatabase>, StoreOpenProblem> StoreDatabase::open(
     const StoreOpening& opening)
 {
-    const auto state = TRY(fileOfCurrentVersion(opening));
+    const auto state =
+        TRY(opening.role == StoreRole::reader ? fileToRead(opening) : fileOfCurrentVersion(opening));
     std::unique_ptr<StoreConnection> connection;
     if (const auto problem = writingProblem(opening.file)) {
         // A guest reads without writing where it must.

@@ -114,7 +114,10 @@ TEST(StoreDatabase, TellsWhatItHolds)
 {
     const SampleStore store;
     const auto database = store.open();
-    ASSERT_TRUE(PersistentActivitySegmentRepository(database).save(sampleSegments(5, 3)));
+    auto segments = sampleSegments(5, 3);
+    // A long one outlasts those that start after it.
+    segments.front().end = sampleSegment(40).end;
+    ASSERT_TRUE(PersistentActivitySegmentRepository(database).save(segments));
     const auto information = *storeInformation(*database);
     EXPECT_EQ(information.file, store.file);
     EXPECT_EQ(information.schemaVersion, 9);
@@ -123,14 +126,14 @@ TEST(StoreDatabase, TellsWhatItHolds)
     EXPECT_EQ(information.tables.front().recordCount, 3);
     EXPECT_GT(information.fileSize, 0U);
     EXPECT_GT(information.logSize, 0U);
-    EXPECT_EQ(information.recorded, (Interval{sampleSegment(5).start, sampleSegment(7).start}));
+    EXPECT_EQ(information.recorded, (Interval{sampleSegment(5).start, sampleSegment(40).end}));
 }
 
-/// Opening is refused in either role, and nothing in the directory changes.
+/// Opening is refused in every role, and nothing in the directory changes.
 void expectRefusal(const SampleStore& store, const std::string& sentence)
 {
     const auto before = filesIn(store.directory.path());
-    for (const auto role : {StoreRole::guest, StoreRole::owner}) {
+    for (const auto role : {StoreRole::reader, StoreRole::guest, StoreRole::owner}) {
         EXPECT_THAT(store.refusal(role), HasSubstr(sentence));
         EXPECT_EQ(filesIn(store.directory.path()), before) << sentence;
     }
