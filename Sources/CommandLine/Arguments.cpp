@@ -14,13 +14,19 @@ namespace stintbook {
 
 namespace {
 
-std::optional<int> twoDigits(std::string_view text)
+std::optional<int> wholeNumber(std::string_view text)
 {
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.size() != 2 || error != std::errc{} || end != text.data() + text.size() || number < 0)
+    if (error != std::errc{} || end != text.data() + text.size())
         return std::nullopt;
     return number;
+}
+
+std::optional<int> twoDigits(std::string_view text)
+{
+    const auto number = wholeNumber(text);
+    return text.size() == 2 && number >= 0 ? number : std::nullopt;
 }
 
 /// The entries that `matches`.
@@ -130,11 +136,20 @@ Seconds secondsArgument(std::string_view text)
 
 int positionArgument(std::string_view text)
 {
-    int position = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), position);
-    if (error != std::errc{} || end != text.data() + text.size() || position < 1)
+    const auto position = wholeNumber(text);
+    if (!position || *position < 1)
         throw WrongUsage{fmt::format("'{}' is no position; write a whole number from 1.", text)};
-    return position;
+    return *position;
+}
+
+int dayCountArgument(std::string_view text)
+{
+    constexpr int most = 366;
+    const auto days = wholeNumber(text);
+    if (!days || *days < 1 || *days > most)
+        throw WrongUsage{
+            fmt::format("'{}' is no number of days; write a whole number from 1 to {}.", text, most)};
+    return *days;
 }
 
 ClientID clientArgument(std::string_view text, const AssignmentDirectory& directory)

@@ -45,6 +45,9 @@ Seconds secondsArgument(std::string_view text);
 /// A whole number from 1.
 int positionArgument(std::string_view text);
 
+/// A number of days, from 1 to a year's.
+int dayCountArgument(std::string_view text);
+
 /// A UUID, or a name that is unambiguous. An unknown UUID passes: whoever uses it refuses it.
 ClientID clientArgument(std::string_view text, const AssignmentDirectory& directory);
 /// A UUID, a name, or "Client/Project". Of several with one name, the one of the client that is already named is

@@ -1,12 +1,12 @@
-#include <fmt/format.h>
-
 #include "App/ClientBook.h"
 #include "App/RuleBook.h"
 #include "CommandLine/Arguments.h"
 #include "CommandLine/CommandTree.h"
 #include "CommandLine/EditVerbs.h"
 #include "CommandLine/ListJSON.h"
+#include "CommandLine/RulePreviewCommands.h"
 #include "CommandLine/Table.h"
+#include "Rules/RuleExplanation.h"
 
 namespace stintbook {
 
@@ -27,18 +27,6 @@ MatchOptions matchOptions(Verb& verb)
             verb.option(
                 "--title", "TEXT",
                 "A window or document title matches when it contains this text, ignoring case and accents.")};
-}
-
-std::string conditions(const RuleMatch& match)
-{
-    std::vector<std::string> parts;
-    if (match.applicationBundleIdentifier)
-        parts.push_back("application " + *match.applicationBundleIdentifier);
-    if (match.browserDomain)
-        parts.push_back("domain " + match.browserDomain->host());
-    if (match.titleContains)
-        parts.push_back("title “" + *match.titleContains + "”");
-    return fmt::format("{}", fmt::join(parts, " and "));
 }
 
 void addAdd(Noun& noun)
@@ -71,20 +59,17 @@ void addList(Noun& noun)
         Table table({{"", Table::Alignment::right}, {"When"}, {"Then"}, {""}, {"Identifier"}});
         int position = 0;
         for (const auto& rule : rules.attributionRules) {
-            const auto* client = directory.client(rule.clientID);
-            const auto* project = directory.project(rule.projectID);
             const bool isUsable = !directory.problem(rule.clientID, rule.projectID);
-            table.add({std::to_string(++position), conditions(rule.match),
-                       client != nullptr && project != nullptr ? client->name + " / " + project->name
-                                                               : "an unavailable client/project",
+            table.add({std::to_string(++position), conditionsText(rule.match),
+                       ruleTargetText(rule.clientID, rule.projectID, directory),
                        !rule.isEnabled                      ? "off"
                            : !isUsable                      ? "Attributes nothing"
-                           : rules.losing.contains(rule.id) ? "Loses a conflict"
+                           : rules.losing.contains(rule.id) ? std::string(losesConflictBadge)
                                                             : "",
                        rule.id.text()});
         }
         for (const auto& rule : rules.exclusionRules)
-            table.add({"", conditions(rule.match), "never recorded as work", rule.isEnabled ? "" : "off",
+            table.add({"", conditionsText(rule.match), "never recorded as work", rule.isEnabled ? "" : "off",
                        rule.id.text()});
         session.output() << table;
     });
@@ -128,6 +113,7 @@ void addRuleCommands(CommandTree& tree)
     verbs.add("disable", "Turn a rule off",
               [](RuleBook& book, RuleID id) { return book.setEnabled(id, false); });
     verbs.add("delete", "Delete a rule", [](RuleBook& book, RuleID id) { return book.remove(id); });
+    addRulePreviewVerbs(noun);
 
     auto exclude = tree.noun("exclude", "Rules that keep work out of review");
     auto add = exclude.verb("add", "Add an exclusion");
@@ -144,7 +130,7 @@ void addRuleCommands(CommandTree& tree)
         }
         Table table({{"When"}, {""}, {"Identifier"}});
         for (const auto& rule : rules.exclusionRules)
-            table.add({conditions(rule.match), rule.isEnabled ? "" : "off", rule.id.text()});
+            table.add({conditionsText(rule.match), rule.isEnabled ? "" : "off", rule.id.text()});
         session.output() << table;
     });
     ruleVerbs(exclude).add("delete", "Delete an exclusion",

@@ -19,13 +19,14 @@ public:
     /// as long as this lives.
     template <typename Ask> const Answer& answer(const ActivitySegment& segment, Ask ask)
     {
-        const Likeness likeness(segment);
-        if (const auto known = m_answers.find(likeness); known != m_answers.end())
-            return known->second;
-        const auto [title, isNewTitle] = m_foldedTitles.try_emplace(segment.context.text);
-        if (isNewTitle)
-            title->second = foldedTitle(segment);
-        return m_answers.emplace(likeness, ask(RuleSubject(segment, title->second))).first->second;
+        const auto [place, isNew] = m_answers.try_emplace(Likeness(segment));
+        if (isNew) {
+            const auto [title, isNewTitle] = m_foldedTitles.try_emplace(segment.context.text);
+            if (isNewTitle)
+                title->second = foldedTitle(segment);
+            place->second = ask(RuleSubject(segment, title->second));
+        }
+        return place->second;
     }
 
 private:
