@@ -117,9 +117,11 @@ _velloran_cli() {
     project) choices="add list rename billable archive restore delete rate rounding" ;;
     "project list") choices="--client" ;;
     "project add") choices="--billable --rate --rounding" ;;
-    rule) choices="add list copy move enable disable delete" ;;
+    rule) choices="add list copy move enable disable delete preview conflicts suggest" ;;
     "rule add") choices="--client --project --application --domain --title --billable" ;;
     "rule move") choices="--to" ;;
+    "rule preview") choices="--days" ;;
+    "rule suggest") choices="$days --title --client --project" ;;
     exclude) choices="add list delete" ;;
     "exclude add") choices="--application --domain --title" ;;
     billing) choices="show currency rounding" ;;
@@ -148,7 +150,7 @@ _velloran_cli() {
         3*) choices="true false" ;;
         esac
         ;;
-    store) choices="info" ;;
+    store) choices="info check" ;;
     help) choices="record replay status pause resume segments day work client project rule exclude billing export
         preferences store" ;;
     esac

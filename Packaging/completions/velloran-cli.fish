@@ -157,6 +157,9 @@ __velloran_cli_command rule move 'Move a rule to a place in the list, counted fr
 __velloran_cli_command rule enable 'Turn a rule on'
 __velloran_cli_command rule disable 'Turn a rule off'
 __velloran_cli_command rule delete 'Delete a rule'
+__velloran_cli_command rule preview 'How much each rule attributes and loses'
+__velloran_cli_command rule conflicts 'Rules that disagree about the same work'
+__velloran_cli_command rule suggest 'The rule that would have attributed work so'
 __velloran_cli_command exclude add 'Add an exclusion'
 __velloran_cli_command exclude list 'All exclusions'
 __velloran_cli_command exclude delete 'Delete an exclusion'
@@ -164,6 +167,11 @@ set -l matching '__velloran_cli_any_in "rule add" "exclude add"'
 complete -c velloran-cli -n "$matching" -l application -x -d 'Exactly this application'
 complete -c velloran-cli -n "$matching" -l domain -x -d 'This host and its subdomains'
 complete -c velloran-cli -n "$matching" -l title -x -d 'A title that contains this text'
+complete -c velloran-cli -n '__velloran_cli_in rule preview' -l days -x -d 'How many days up to today'
+complete -c velloran-cli -n '__velloran_cli_in rule suggest' -l title -x -d 'Only with these words in the title'
+complete -c velloran-cli -n '__velloran_cli_in rule suggest' -l client -x -a '(__velloran_cli_names client)' -d 'Instead of whom it is for'
+complete -c velloran-cli -n '__velloran_cli_in rule suggest' -l project -x -a '(__velloran_cli_names project)' -d 'Instead of what it is for'
+complete -c velloran-cli -n '__velloran_cli_at 0 rule suggest' -a 'today yesterday'
 complete -c velloran-cli -n '__velloran_cli_in rule move' -l to -x -d 'Where it is to stand'
 
 __velloran_cli_command billing show 'What is set'
@@ -195,7 +203,8 @@ __velloran_cli_command preferences set 'Choose something else'
 complete -c velloran-cli -n '__velloran_cli_in preferences set' -x -a 'stintbook.onboarding.completed stintbook.capture.titleContext stintbook.capture.browserContext stintbook.privacy.retentionDays stintbook.privacy.automaticCleanup stintbook.export.defaultMode stintbook.export.fields.summary stintbook.export.fields.detailed true false forever standard summarized detailed' \
     -d 'A preference, or its value'
 
-__velloran_cli_command store info 'Path, version, counts and sizes'
+__velloran_cli_command store info 'Path, version, counts, span, sizes and last cleanup'
+__velloran_cli_command store check 'Name everything that is wrong with it'
 complete -c velloran-cli -n '__velloran_cli_in help' -a 'record replay status pause resume segments day work client project rule exclude billing export preferences store'
 
 functions -e __velloran_cli_command

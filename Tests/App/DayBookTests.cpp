@@ -105,7 +105,7 @@ TEST(RuleBook, StoresWhatItAcceptsInOrderAndRefusesTheRest)
     const auto refused = book.add(
         {{.application = {}, .domain = "no host/", .title = {}}, fixture.client, fixture.project, {}});
     ASSERT_FALSE(refused);
-    EXPECT_TRUE(std::holds_alternative<DomainRefused>(refused.error()));
+    EXPECT_TRUE(std::holds_alternative<DomainRefused>(std::get<RuleDraftProblem>(refused.error())));
     EXPECT_FALSE(book.add({{}, fixture.client, fixture.project, {}}));
 
     auto rules = book.list()->attributionRules;

@@ -80,10 +80,17 @@ TEST_F(CommandOutput, HasItsShapeForEveryListAndDay)
                 ElementsAre("clientID", "defaultBillable", "id", "isArchived", "name", "references"));
     const auto rules = expectShape({"rule", "list"}, {"attributionRules", "exclusionRules"});
     EXPECT_TRUE(rules["attributionRules"][0].HasMember("losesConflict"));
+    const auto preview = expectShape({"rule", "preview", "--days", "366"}, {"rules", "windowDays"});
+    EXPECT_THAT(keys(preview["rules"][0]), ElementsAre("applies", "id", "shadowed"));
+    EXPECT_EQ(json({"rule", "preview"})["windowDays"].GetInt(), 30);
+    expectShape({"rule", "conflicts"}, {"conflicts"});
+    const auto suggested = expectShape({"rule", "suggest", day, workAt("09:00")}, {"suggestion"});
+    EXPECT_THAT(keys(suggested["suggestion"]), ElementsAre("blockCount", "clientID", "match", "projectID"));
     expectShape({"exclude", "list"}, {"exclusionRules"});
     expectShape({"billing", "show"}, {"currencyCode"});
     expectShape({"store", "info"},
                 {"counts", "fileSize", "logSize", "path", "recordedFrom", "recordedTo", "schemaVersion"});
+    expectShape({"store", "check"}, {"problems", "isSound"});
     expectShape({"export", "history"}, {"snapshots"});
     EXPECT_THAT(keys(json({"export", "preview", "--from", day, "--to", day})),
                 ElementsAre("blockedDays", "currencyCode", "days", "lines", "summaryRows", "totals",

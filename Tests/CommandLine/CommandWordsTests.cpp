@@ -42,6 +42,13 @@ TEST_F(CommandWords, ThatMakeNoCommandEndWithTheUsageLine)
         expectWrongUsage({"rule", "move", id, "--to", wrong},
                          "'" + std::string(wrong) + "' is no position; write a whole number from 1.",
                          "rule move ID --to POSITION [OPTION…]");
+    for (const auto* wrong : {"0", "367", "month"})
+        expectWrongUsage({"rule", "preview", "--days", wrong},
+                         "'" + std::string(wrong)
+                             + "' is no number of days; write a whole number from 1 to 366.",
+                         "rule preview [OPTION…]");
+    expectWrongUsage({"rule", "suggest", "today", id, "--client", "Acme"},
+                     "--client and --project go together.", "rule suggest DAY ID [OPTION…]");
     for (const auto* wrong : {"0", "-5", "nan", "inf", "5s"})
         expectWrongUsage({"record", "--for", wrong}, "'" + std::string(wrong) + "' is no number of seconds.",
                          "record [OPTION…]");

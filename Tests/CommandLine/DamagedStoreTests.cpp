@@ -210,6 +210,7 @@ TEST_F(DamagedStore, WithAnUnreadableRecordNamesItsField)
     done(csv);
     execute("PRAGMA wal_checkpoint(TRUNCATE)");
     sound = contentsOf(storeFile());
+    EXPECT_EQ(done({"store", "check"}), "The store is sound.\n");
 
     struct Damage {
         std::string sql;
@@ -245,6 +246,12 @@ TEST_F(DamagedStore, WithAnUnreadableRecordNamesItsField)
         replaceStore(sound);
         execute(sql);
         expectRefusal(words, "A stored activity record could not be read (field: " + field + ").");
+        // The check prints what it finds, and says by its status that it found something.
+        const auto checked = run({"--json", "store", "check"});
+        EXPECT_EQ(checked.status, 1);
+        EXPECT_THAT(checked.errors, testing::ContainsRegex("^The store has [0-9]+ problems?.\n$"));
+        EXPECT_THAT(checked.output, testing::HasSubstr("\"field\":\"" + field + "\""));
+        EXPECT_TRUE(checked.output.ends_with("],\"isSound\":false}\n"));
     }
 }
 

@@ -95,6 +95,7 @@ TEST_F(Refusals, OfTargets)
         const Words target{"--client", client, "--project", project};
         for (Words words : std::vector<Words>{{"work", "assign", day, mail},
                                               {"work", "add", day, "--from", "14:00", "--to", "15:00"},
+                                              {"rule", "suggest", day, mail},
                                               {"rule", "add", "--title", "t"}}) {
             words.insert(words.end(), target.begin(), target.end());
             expectRefusal(words, because(reason));
@@ -123,6 +124,13 @@ TEST_F(Refusals, OfRules)
     expectRefusal({"rule", "move", unknownID, "--to", "1"}, missing);
     expectRefusal({"exclude", "delete", rule}, missing);
     expectRefusal({"rule", "delete", "first"}, "“first” is no identifier.");
+
+    recordDay();
+    expectRefusal({"rule", "suggest", day, unknownID},
+                  "No work on this day has the identifier " + unknownID + ".");
+    expectRefusal({"rule", "suggest", day, workAt("10:00")},
+                  "This work has no client and project yet, so there is nothing that a rule could assign.");
+    expectRefusal({"rule", "suggest", day, workAt("09:00"), "--title", ""}, noCondition);
 }
 
 TEST_F(Refusals, OfStructuralEdits)
