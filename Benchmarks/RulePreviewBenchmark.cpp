@@ -29,7 +29,8 @@ public:
             Instant at = calendar.dayOf({1.8e9 + 86400.0 * day}).start + Seconds{8 * 3600.0};
             for (int i = 0; i < 1500; ++i) {
                 segments.push_back(segment(at));
-                at = segments.back().segment.end;
+                // A pause after every twelfth, so that there are many blocks.
+                at = segments.back().segment.end + Seconds{i % 12 == 0 ? 60.0 : 0.0};
             }
         }
     }

@@ -32,7 +32,7 @@ struct StoreFinding {
         /// As in `UnreadableRecord`; empty where it is not about one field.
         std::string field;
 
-        friend auto operator<=>(const Record&, const Record&) = default;
+        friend bool operator==(const Record&, const Record&) = default;
     };
 
     Kind kind = Kind::integrity;
@@ -41,7 +41,7 @@ struct StoreFinding {
     /// The database's words, the invariant, the other record or the day.
     std::string detail;
 
-    friend auto operator<=>(const StoreFinding&, const StoreFinding&) = default;
+    friend bool operator==(const StoreFinding&, const StoreFinding&) = default;
 };
 
 template <> struct RawValues<StoreFinding::Kind> {
