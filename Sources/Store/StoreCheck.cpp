@@ -294,7 +294,8 @@ void checkSnapshotLines(StoreConnection& connection, const Report& report)
 
 Stored<void> checkStore(StoreDatabase& database, const std::function<void(const StoreFinding&)>& report)
 {
-    return database.read([&](StoreConnection& connection) -> Stored<void> {
+    bool isDone = false;
+    auto read = database.read([&](StoreConnection& connection) -> Stored<void> {
         for (const auto check : {checkIntegrity, checkOwners, checkDirectory, checkRules, checkBilling,
                                  checkSegments, checkReviews, checkItems, checkApprovals, checkSnapshots,
                                  checkSnapshotDays, checkSnapshotLines}) {
@@ -304,8 +305,11 @@ Stored<void> checkStore(StoreDatabase& database, const std::function<void(const 
                 report({Kind::integrity, std::nullopt, causeOf(exception, connection.handle())});
             }
         }
+        isDone = true;
         return {};
     });
+    // Damage that was met is met once more when the transaction ends.
+    return isDone ? Stored<void>() : read;
 }
 
 } // namespace stintbook

@@ -47,7 +47,7 @@ StoreDatabase::Transaction::~Transaction()
 
 void StoreDatabase::Transaction::commit()
 {
-    m_isRefused = !m_isNested;
+    m_isRefused = !m_isNested && sqlite3_txn_state(m_connection.handle(), "main") == SQLITE_TXN_WRITE;
     m_connection.query(m_isNested ? "RELEASE nested" : "COMMIT").run();
     m_isRefused = false;
     m_isKept = true;

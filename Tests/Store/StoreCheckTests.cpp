@@ -32,8 +32,10 @@ struct StoreOfEverything : SampleStore {
     std::vector<std::string> findings() const
     {
         std::vector<std::string> sentences;
-        EXPECT_TRUE(checkStore(*open(StoreRole::reader),
-                               [&](const StoreFinding& finding) { sentences.push_back(message(finding)); }));
+        const auto checked = checkStore(*open(StoreRole::reader), [&](const StoreFinding& finding) {
+            sentences.push_back(message(finding));
+        });
+        EXPECT_TRUE(checked) << message(checked.error());
         return sentences;
     }
 };
