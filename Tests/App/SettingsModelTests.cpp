@@ -1,0 +1,92 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "App/ExcludedApplicationsModel.h"
+#include "App/LaunchAtLogin.h"
+#include "StoreOfADay.h"
+#include "Support/CapturedLog.h"
+
+namespace stintbook {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+struct Registration final : LaunchAtLoginRegistering {
+    bool isRegistered() const override { return isThere; }
+    std::expected<void, std::string> add() override { return change(true); }
+    std::expected<void, std::string> remove() override { return change(false); }
+    std::expected<void, std::string> change(bool isWanted)
+    {
+        if (refuses)
+            return std::unexpected("Read-only file system");
+        isThere = isWanted;
+        return {};
+    }
+
+    bool isThere = false;
+    bool refuses = false;
+};
+
+} // namespace
+
+TEST(LaunchAtLogin, ShowsWhatTheDesktopSaysAndWhyAWishWasNotGranted)
+{
+    const CapturedLog log;
+    Registration registration;
+    LaunchAtLogin launch(registration);
+    int tellings = 0;
+    const auto listening = launch.follow([&] { ++tellings; });
+    launch.setEnabled(true);
+    EXPECT_TRUE(launch.isEnabled());
+    registration.refuses = true;
+    launch.setEnabled(false);
+    EXPECT_TRUE(launch.isEnabled());
+    EXPECT_EQ(launch.problemMessage(),
+              "Velloran could not change this. You can add it in your desktop's settings, under Startup "
+              "Applications or Autostart.");
+    registration = {};
+    launch.refresh();
+    EXPECT_FALSE(launch.isEnabled());
+    launch.setEnabled(false);
+    EXPECT_FALSE(launch.problemMessage());
+    EXPECT_EQ(tellings, 4);
+}
+
+TEST(ExcludedApplicationsModel, KeepsARuleForEachApplicationAndLeavesOtherRulesAlone)
+{
+    StoreOfADay stored;
+    RuleBook book(*stored.store);
+    ASSERT_TRUE(book.addExclusion({.application = "kate", .domain = {}, .title = "private"}));
+    ASSERT_TRUE(book.addExclusion({.application = "konsole", .domain = {}, .title = {}}));
+    ASSERT_TRUE(book.addExclusion({.application = "konsole", .domain = {}, .title = {}}));
+    InlineExecutor main;
+    ExcludedApplicationsModel model(
+        {std::make_shared<InlineExecutor>(), std::make_shared<RuleBook>(book)}, main,
+        [](const std::string& identifier) -> std::string { return identifier == "kate" ? "Écrire" : ""; });
+    EXPECT_FALSE(model.isSeeded());
+    model.reload();
+    EXPECT_THAT(model.applications(), ElementsAre(ExcludedApplication{"konsole", "konsole"}));
+    model.exclude("kate");
+    model.exclude("konsole");
+    EXPECT_THAT(
+        model.applications(),
+        ElementsAre(ExcludedApplication{"kate", "Écrire"}, ExcludedApplication{"konsole", "konsole"}));
+    EXPECT_EQ(book.list()->exclusionRules.size(), 4U);
+    model.include("konsole");
+    model.include("kate");
+    EXPECT_THAT(model.applications(), IsEmpty());
+    ASSERT_EQ(book.list()->exclusionRules.size(), 1U);
+    EXPECT_EQ(book.list()->exclusionRules[0].match.titleContains, "private");
+
+    const auto blocking = stored.open();
+    std::ignore = blocking->database().write([&](StoreConnection&) -> Stored<void> {
+        model.exclude("gimp");
+        return {};
+    });
+    EXPECT_EQ(model.problemMessage(), "The excluded applications could not be saved.");
+    EXPECT_THAT(model.applications(), IsEmpty());
+}
+
+} // namespace stintbook
