@@ -23,7 +23,15 @@ AppEnvironment::AppEnvironment(Configuration configuration, Collaborators collab
         m_listeners.tell();
     }))
 {
+    if (m_collaborators.icon != nullptr && m_collaborators.reviewWindow != nullptr)
+        m_menuBarIconNotice.emplace(
+            MenuBarIconNotice::Collaborators{.locator = *m_collaborators.icon,
+                                             .reviewWindow = *m_collaborators.reviewWindow,
+                                             .clock = m_collaborators.timeSource,
+                                             .wake = m_collaborators.timers});
 }
+
+AppEnvironment::~AppEnvironment() = default;
 
 /// Runs elsewhere, so it touches nothing of this.
 StoreOpener::Attempt AppEnvironment::openingAttempt()

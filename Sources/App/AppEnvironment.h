@@ -12,6 +12,7 @@
 #include "App/DataRevision.h"
 #include "App/HistoryCleanup.h"
 #include "App/Listeners.h"
+#include "App/MenuBarIconNotice.h"
 #include "App/StoreOpener.h"
 #include "Capture/BrowserContextState.h"
 
@@ -52,11 +53,15 @@ public:
         ObservedDesktop& desktop;
         /// Null where nobody looks at stored data, as in a recorder without screens.
         StoreChangeWatching* storeChanges = nullptr;
+        /// Present where there are screens, on which the icon's absence can be noticed.
+        const MenuBarIconLocating* icon = nullptr;
+        const ReviewWindowSourcing* reviewWindow = nullptr;
         /// For the store's slower work.
         std::shared_ptr<Executor> background = std::make_shared<SerialExecutor>("background");
     };
 
     AppEnvironment(Configuration configuration, Collaborators collaborators);
+    ~AppEnvironment();
     AppEnvironment(const AppEnvironment&) = delete;
     AppEnvironment& operator=(const AppEnvironment&) = delete;
 
@@ -97,6 +102,9 @@ public:
     bool hasPresentedOnboarding() const { return m_hasPresentedOnboarding; }
     void setHasPresentedOnboarding();
     std::int64_t activityDataRevision() const { return m_dataRevision.value(); }
+
+    /// Absent without screens.
+    std::optional<MenuBarIconNotice>& menuBarIconNotice() { return m_menuBarIconNotice; }
 
     void pause(TimedPauseOption option);
     void resume();
@@ -145,6 +153,7 @@ private:
     bool m_isResolvingBrowserContext = false;
     bool m_hasPresentedOnboarding = false;
     DataRevision m_dataRevision;
+    std::optional<MenuBarIconNotice> m_menuBarIconNotice;
 
     // From here on each ends before what stands above it.
     std::unique_ptr<OpenedStore> m_store;

@@ -1,6 +1,7 @@
 #include "CommandLine/RecordRun.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <memory>
 
 #include "App/AppEnvironment.h"
@@ -58,12 +59,19 @@ void record(Session& session, const RecordRequest& request)
     if (environment.captureProblem())
         throw Refusal{*environment.captureProblem()};
 
+    constexpr auto notSaved =
+        "Not everything could be saved. What is missing was kept beside the store and is "
+        "saved by the next start.";
     const auto result = environment.shutdown();
     const auto* outcome = std::get_if<CaptureShutdownOutcome>(&result);
-    if (outcome == nullptr || outcome->kind == CaptureShutdownOutcome::Kind::incomplete)
-        throw Refusal{
-            "Not everything could be saved. What is missing was kept beside the store and is saved by the "
-            "next start."};
+    if (outcome == nullptr) {
+        // What still runs waits for a store that does not answer, and would be waited for. The store is made for
+        // an end like that of a power cut.
+        session.errors() << notSaved << std::endl;
+        std::_Exit(1);
+    }
+    if (outcome->kind == CaptureShutdownOutcome::Kind::incomplete)
+        throw Refusal{notSaved};
 }
 
 } // namespace stintbook
