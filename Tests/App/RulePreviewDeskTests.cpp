@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "App/RuleBook.h"
 #include "App/RulePreviewDesk.h"
@@ -8,8 +8,6 @@
 
 namespace stintbook {
 namespace {
-
-using testing::ElementsAre;
 
 /// Two days of browsing for two clients.
 class RulePreviews : public testing::Test {

@@ -32,9 +32,9 @@ std::vector<WorkBlock> blocks(RandomWork& work, const std::vector<AttributionRul
 
 /// Asks every rule about every segment of every block.
 std::map<RuleID, Matches> byHand(const std::vector<AttributionRule>& rules,
-                                 const std::vector<WorkBlock>& blocks, AssignmentDirectory directory)
+                                 const std::vector<WorkBlock>& blocks, const AssignmentDirectory& directory)
 {
-    const auto target = directory.projects().front();
+    const auto& target = directory.projects().front();
     std::map<RuleID, Matches> result;
     const auto ordered = enabledInListOrder(rules);
     for (std::size_t position = 0; position < ordered.size(); ++position) {
@@ -99,7 +99,7 @@ TEST(RulePrecedencePreview, CountsABlockOnceADisabledRuleNeverAndUnattributedWor
     };
     std::vector<AttributionRule> rules{rule("b", 1), rule("a", 0), rule("a", -1)};
     rules[2].isEnabled = false;
-    const auto block = [&](std::vector<const char*> titles, std::optional<RuleID> winner) {
+    const auto block = [&](const std::vector<const char*>& titles, std::optional<RuleID> winner) {
         WorkBlock made;
         for (const auto* title : titles) {
             auto& entry = made.lineage.emplace_back();
