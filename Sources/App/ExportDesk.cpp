@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "App/ClientBook.h"
-#include "App/FileReplacement.h"
+#include "Base/FileReplacement.h"
 #include "Base/Try.h"
 #include "Export/CSVDocument.h"
 #include "Export/SummaryText.h"

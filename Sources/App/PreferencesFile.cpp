@@ -13,8 +13,8 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include "App/FileReplacement.h"
 #include "App/KnownPreferences.h"
+#include "Base/FileReplacement.h"
 #include "Base/Log.h"
 
 namespace stintbook {

@@ -17,7 +17,7 @@
 #include <unistd.h>
 
 #include "Base/Log.h"
-#include "Platform/FileDescriptor.h"
+#include "Base/FileDescriptor.h"
 
 namespace stintbook {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Platform/BusConnection.h"
-#include "Platform/FileDescriptor.h"
+#include "Base/FileDescriptor.h"
 
 namespace stintbook {
 

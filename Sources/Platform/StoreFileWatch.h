@@ -3,7 +3,7 @@
 #include <thread>
 
 #include "App/Ports/StoreChangeWatching.h"
-#include "Platform/FileDescriptor.h"
+#include "Base/FileDescriptor.h"
 
 namespace stintbook {
 

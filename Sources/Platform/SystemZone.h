@@ -6,7 +6,7 @@
 
 #include "Capture/CalendarContextProviding.h"
 #include "Platform/EventLoop.h"
-#include "Platform/FileDescriptor.h"
+#include "Base/FileDescriptor.h"
 
 namespace stintbook {
 

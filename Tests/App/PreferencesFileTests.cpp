@@ -8,7 +8,6 @@
 #include <sys/resource.h>
 
 #include "App/AppPreferences.h"
-#include "App/FileReplacement.h"
 #include "App/PreferencesFile.h"
 #include "Capture/CapturePause.h"
 #include "Support/CapturedLog.h"
@@ -190,30 +189,6 @@ TEST(PreferencesFileConcurrency, LosesNoChangeOfTwoWriters)
         EXPECT_TRUE(preferences.value("one.key" + std::to_string(i)));
         EXPECT_TRUE(preferences.value("two.deeper.key" + std::to_string(i)));
     }
-}
-
-TEST(FileReplacement, LeavesWhatWasThereWhenItCannotReplaceIt)
-{
-    const TemporaryDirectory directory;
-    writeFile(directory / "bill.csv", "old");
-    EXPECT_FALSE(replaceFile(directory / "missing" / "bill.csv", "new", 0600));
-    std::filesystem::create_directory(directory / "folder");
-    EXPECT_FALSE(replaceFile(directory / "folder", "new", 0600));
-    EXPECT_EQ(contentsOf(directory / "bill.csv"), "old");
-    EXPECT_EQ(filesIn(directory.path()).size(), 1U);
-
-    std::filesystem::create_symlink(directory / "bill.csv", directory / "link.csv");
-    EXPECT_TRUE(replaceFile(directory / "link.csv", "new", 0600));
-    EXPECT_TRUE(std::filesystem::is_symlink(directory / "link.csv"));
-    EXPECT_EQ(contentsOf(directory / "bill.csv"), "new");
-}
-
-TEST(FileReplacement, WritesToADeviceWithoutReplacingIt)
-{
-    EXPECT_FALSE(replaceFile("/dev/full", "new", 0600));
-    EXPECT_TRUE(replaceFile("/dev/null", "new", 0600));
-    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
-    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }
 
 } // namespace stintbook
