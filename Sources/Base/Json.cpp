@@ -1,14 +1,13 @@
 #include "Base/Json.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <variant>
+#include <iterator>
 
 #include <fmt/format.h>
 #include <rapidjson/error/en.h>
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/writer.h>
 
 #include "Base/Text.h"
 
@@ -16,119 +15,141 @@ namespace stintbook {
 
 namespace {
 
-struct StringStream {
-    using Ch = char; // NOLINT(readability-identifier-naming): names of RapidJSON's concept
+/// How a byte of a text is written: as itself, as a letter behind a backslash, or by its number.
+constexpr char plain = 0;
+constexpr char numbered = 'u';
 
-    std::string& output;
+constexpr auto escapes = [] {
+    std::array<char, 256> table{};
+    for (std::size_t byte = 0; byte < 0x20; ++byte)
+        table[byte] = numbered;
+    table['\b'] = 'b';
+    table['\f'] = 'f';
+    table['\n'] = 'n';
+    table['\r'] = 'r';
+    table['\t'] = 't';
+    table['"'] = '"';
+    table['\\'] = '\\';
+    return table;
+}();
 
-    void Put(char c) { output.push_back(c); } // NOLINT(readability-identifier-naming)
-    void Flush() { } // NOLINT(readability-identifier-naming)
-};
-
-using CompactWriter = rapidjson::Writer<StringStream>;
-using IndentedWriter = rapidjson::PrettyWriter<StringStream>;
-
-rapidjson::SizeType length(std::string_view text)
+char escapeOf(char character)
 {
-    return static_cast<rapidjson::SizeType>(text.size());
+    return escapes[static_cast<unsigned char>(character)];
+}
+
+bool isASCII(char character)
+{
+    return static_cast<unsigned char>(character) < 0x80;
 }
 
 } // namespace
 
-struct JsonWriter::Implementation {
-    Implementation(std::string& output, Layout layout)
-        : stream{output}
-    {
-        if (layout == Layout::indented)
-            writer.emplace<IndentedWriter>(stream).SetIndent(' ', 2);
-        else
-            writer.emplace<CompactWriter>(stream);
+void JsonWriter::begin(char bracket)
+{
+    separate();
+    m_output += bracket;
+    ++m_depth;
+    m_isFirst = true;
+}
+
+void JsonWriter::end(char bracket)
+{
+    --m_depth;
+    if (!m_isFirst)
+        breakLine();
+    m_output += bracket;
+    m_isFirst = false;
+}
+
+void JsonWriter::separate()
+{
+    if (m_isBehindKey) {
+        m_isBehindKey = false;
+        return;
     }
+    if (!m_isFirst)
+        m_output += ',';
+    if (m_depth > 0)
+        breakLine();
+    m_isFirst = false;
+}
 
-    template <typename Write> void with(Write write)
-    {
-        if (auto* compact = std::get_if<CompactWriter>(&writer))
-            write(*compact);
-        else if (auto* indented = std::get_if<IndentedWriter>(&writer))
-            write(*indented);
+void JsonWriter::breakLine()
+{
+    if (m_layout == Layout::compact)
+        return;
+    m_output += '\n';
+    m_output.append(2 * m_depth, ' ');
+}
+
+void JsonWriter::appendQuoted(std::string_view text)
+{
+    m_output += '"';
+    while (!text.empty()) {
+        const auto special =
+            std::ranges::find_if(text, [](char character) { return escapeOf(character) != plain; });
+        m_output.append(text.begin(), special);
+        text.remove_prefix(static_cast<std::size_t>(special - text.begin()));
+        if (text.empty())
+            break;
+        const auto escape = escapeOf(text.front());
+        m_output += '\\';
+        m_output += escape;
+        if (escape == numbered)
+            fmt::format_to(std::back_inserter(m_output), "{:04X}", static_cast<unsigned char>(text.front()));
+        text.remove_prefix(1);
     }
-
-    void rawNumber(std::string_view text)
-    {
-        with([&](auto& to) { to.RawValue(text.data(), text.size(), rapidjson::kNumberType); });
-    }
-
-    StringStream stream;
-    std::variant<std::monostate, CompactWriter, IndentedWriter> writer;
-};
-
-JsonWriter::JsonWriter(std::string& output, Layout layout)
-    : m_implementation(std::make_unique<Implementation>(output, layout))
-{
+    m_output += '"';
 }
 
-JsonWriter::~JsonWriter() = default;
-
-void JsonWriter::beginObject()
+void JsonWriter::appendRaw(std::string_view text)
 {
-    m_implementation->with([](auto& to) { to.StartObject(); });
-}
-
-void JsonWriter::endObject()
-{
-    m_implementation->with([](auto& to) { to.EndObject(); });
-}
-
-void JsonWriter::beginArray()
-{
-    m_implementation->with([](auto& to) { to.StartArray(); });
-}
-
-void JsonWriter::endArray()
-{
-    m_implementation->with([](auto& to) { to.EndArray(); });
+    separate();
+    m_output += text;
 }
 
 void JsonWriter::key(std::string_view name)
 {
-    m_implementation->with([&](auto& to) { to.Key(name.data(), length(name)); });
+    separate();
+    appendQuoted(name);
+    m_output += m_layout == Layout::compact ? ":" : ": ";
+    m_isBehindKey = true;
 }
 
 void JsonWriter::value(std::string_view text)
 {
-    if (!isValidUTF8(text))
-        return value(wellFormed(text));
-    // RapidJSON asks for a pointer also where there is nothing to point at.
-    const char* const begin = text.empty() ? "" : text.data();
-    m_implementation->with([&](auto& to) { to.String(begin, length(text)); });
+    separate();
+    if (std::ranges::all_of(text, isASCII) || isValidUTF8(text))
+        appendQuoted(text);
+    else
+        appendQuoted(wellFormed(text));
 }
 
 void JsonWriter::value(bool flag)
 {
-    m_implementation->with([&](auto& to) { to.Bool(flag); });
+    appendRaw(flag ? "true" : "false");
 }
 
 void JsonWriter::value(std::int64_t number)
 {
-    m_implementation->with([&](auto& to) { to.Int64(number); });
+    appendRaw(fmt::format_int(number).c_str());
 }
 
 void JsonWriter::value(double number)
 {
-    if (std::isfinite(number))
-        m_implementation->rawNumber(shortestText(number));
-    else
-        m_implementation->with([](auto& to) { to.Null(); });
+    appendRaw(std::isfinite(number) ? shortestText(number) : "null");
 }
 
 void JsonWriter::value(const Decimal& number)
 {
-    m_implementation->rawNumber(number.text());
+    appendRaw(number.text());
 }
 
 void JsonWriter::value(const UUID& id)
 {
-    value(id.upperCaseText());
+    separate();
+    appendQuoted(id.upperCaseText());
 }
 
 std::string shortestText(double number)

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <expected>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,15 +15,19 @@
 
 namespace stintbook {
 
-/// Writes one JSON document into a string, compact or indented. Slashes are not escaped, text is UTF-8,
+/// Writes one JSON document at the end of a string, compact or indented; the string may be emptied in between. Slashes are not escaped, text is UTF-8,
 /// doubles are written as `shortestText` has them, decimals with all their digits, UUIDs in upper case.
 /// Ill-formed bytes become U+FFFD, a double that is not finite null. The caller emits keys in code-point
 /// order.
 class JsonWriter {
 public:
     enum class Layout { compact, indented };
-    explicit JsonWriter(std::string& output, Layout layout = Layout::compact);
-    ~JsonWriter();
+    explicit JsonWriter(std::string& output, Layout layout = Layout::compact)
+        : m_output(output)
+        , m_layout(layout)
+    {
+    }
+    ~JsonWriter() = default;
     JsonWriter(const JsonWriter&) = delete;
     JsonWriter& operator=(const JsonWriter&) = delete;
 
@@ -40,10 +44,10 @@ public:
             writeItem(item);
         endArray();
     }
-    void beginObject();
-    void endObject();
-    void beginArray();
-    void endArray();
+    void beginObject() { begin('{'); }
+    void endObject() { end('}'); }
+    void beginArray() { begin('['); }
+    void endArray() { end(']'); }
     void key(std::string_view name);
 
     void value(std::string_view text);
@@ -72,8 +76,19 @@ public:
     }
 
 private:
-    struct Implementation;
-    std::unique_ptr<Implementation> m_implementation;
+    void begin(char bracket);
+    void end(char bracket);
+    /// What comes before a key, or before a value that has none.
+    void separate();
+    void breakLine();
+    void appendQuoted(std::string_view text);
+    void appendRaw(std::string_view text);
+
+    std::string& m_output;
+    Layout m_layout;
+    std::size_t m_depth = 0;
+    bool m_isFirst = true;
+    bool m_isBehindKey = false;
 };
 
 /// The fewest digits that read back to the same double: in plain notation from 1e-7 up to 1e21, beyond
