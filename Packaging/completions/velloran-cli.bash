@@ -94,7 +94,7 @@ _velloran_cli() {
 
     case "${words[*]:0:2}" in
     "") choices="record replay status pause resume segments day work client project rule exclude billing export
-        preferences store help --version" ;;
+        data preferences store help --version" ;;
     record) choices="--for --trace" ;;
     replay)
         mapfile -t COMPREPLY < <(compgen -f -- "$cur")
@@ -133,6 +133,11 @@ _velloran_cli() {
     "export show") choices="--output --paper" ;;
     "export summary") choices="$request --clipboard" ;;
     "export preview") choices="$request" ;;
+    data) choices="export import" ;;
+    "data export" | "data import")
+        mapfile -t COMPREPLY < <(compgen -f -- "$cur")
+        return
+        ;;
     preferences) choices="list set" ;;
     "preferences set")
         case "${#words[@]} ${words[2]:-}" in
@@ -152,7 +157,7 @@ _velloran_cli() {
         ;;
     store) choices="info check" ;;
     help) choices="record replay status pause resume segments day work client project rule exclude billing export
-        preferences store" ;;
+        data preferences store" ;;
     esac
 
     # The first argument of what concerns one client or project is its name; the second may be a choice.

@@ -75,6 +75,7 @@ __velloran_cli_command '' rule 'Rules that attribute work'
 __velloran_cli_command '' exclude 'Rules that keep work out of review'
 __velloran_cli_command '' billing 'Currency and rounding of the whole ledger'
 __velloran_cli_command '' export 'Bill ready work'
+__velloran_cli_command '' data 'Everything that was recorded, as a whole'
 __velloran_cli_command '' preferences 'What is recorded and kept, and how exports begin'
 __velloran_cli_command '' store 'Where everything is kept'
 __velloran_cli_command '' help 'Explain a command'
@@ -198,6 +199,10 @@ complete -c velloran-cli -n '__velloran_cli_any_in "export csv" "export pdf" "ex
 complete -c velloran-cli -n '__velloran_cli_any_in "export pdf" "export show"' -l paper -x -a 'a4 usLetter' -d 'What it is printed on'
 complete -c velloran-cli -n '__velloran_cli_in export summary' -l clipboard -d 'Onto the clipboard'
 
+__velloran_cli_command data export 'A copy of everything, as one JSON document'
+__velloran_cli_command data import 'Fill an empty store from such a copy'
+complete -c velloran-cli -n '__velloran_cli_at 0 data export; or __velloran_cli_at 0 data import' -F
+
 __velloran_cli_command preferences list 'What was chosen, and what holds by default'
 __velloran_cli_command preferences set 'Choose something else'
 complete -c velloran-cli -n '__velloran_cli_in preferences set' -x -a 'stintbook.onboarding.completed stintbook.capture.titleContext stintbook.capture.browserContext stintbook.privacy.retentionDays stintbook.privacy.automaticCleanup stintbook.export.defaultMode stintbook.export.fields.summary stintbook.export.fields.detailed true false forever standard summarized detailed' \
@@ -205,6 +210,6 @@ complete -c velloran-cli -n '__velloran_cli_in preferences set' -x -a 'stintbook
 
 __velloran_cli_command store info 'Path, version, counts, span, sizes and last cleanup'
 __velloran_cli_command store check 'Name everything that is wrong with it'
-complete -c velloran-cli -n '__velloran_cli_in help' -a 'record replay status pause resume segments day work client project rule exclude billing export preferences store'
+complete -c velloran-cli -n '__velloran_cli_in help' -a 'record replay status pause resume segments day work client project rule exclude billing export data preferences store'
 
 functions -e __velloran_cli_command

@@ -103,7 +103,11 @@ void addProjectCommands(CommandTree& tree);
 void addRuleCommands(CommandTree& tree);
 void addBillingCommands(CommandTree& tree);
 void addExportCommands(CommandTree& tree);
+void addDataCommands(CommandTree& tree);
 void addPreferenceCommands(CommandTree& tree);
 void addStoreCommands(CommandTree& tree);
+
+/// Copies of the data, out of the store and into one.
+void addDataCopyCommands(Noun& noun);
 
 } // namespace stintbook

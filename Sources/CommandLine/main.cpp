@@ -33,6 +33,7 @@ int main(int argumentCount, char** arguments)
     addRuleCommands(tree);
     addBillingCommands(tree);
     addExportCommands(tree);
+    addDataCommands(tree);
     addPreferenceCommands(tree);
     addStoreCommands(tree);
     return tree.run(argumentCount, arguments, processEnvironment(), std::cout, std::cerr);

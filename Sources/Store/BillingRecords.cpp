@@ -116,13 +116,26 @@ bool writeFirstCurrency(StoreConnection& connection, const BillingCurrency& curr
         > 0;
 }
 
+void insertClientBilling(StoreConnection& connection, ClientID client, const ClientBillingDefaults& defaults)
+{
+    connection.query("INSERT INTO ClientBilling (clientID, hourlyRate, roundingRaw) VALUES (?1, ?2, ?3)")
+        .bind(client, defaults.hourlyRate, defaults.rounding)
+        .run();
+}
+
+void insertProjectBilling(StoreConnection& connection, ProjectID project,
+                          const ProjectBillingOverrides& overrides)
+{
+    connection.query("INSERT INTO ProjectBilling (projectID, hourlyRate, roundingRaw) VALUES (?1, ?2, ?3)")
+        .bind(project, overrides.hourlyRate, overrides.rounding)
+        .run();
+}
+
 void writeClientBilling(StoreConnection& connection, ClientID client, const ClientBillingDefaults& defaults)
 {
     connection.query("DELETE FROM ClientBilling WHERE clientID = ?1").bind(client).run();
     if (defaults != ClientBillingDefaults{})
-        connection.query("INSERT INTO ClientBilling (clientID, hourlyRate, roundingRaw) VALUES (?1, ?2, ?3)")
-            .bind(client, defaults.hourlyRate, defaults.rounding)
-            .run();
+        insertClientBilling(connection, client, defaults);
 }
 
 void writeProjectBilling(StoreConnection& connection, ProjectID project,
@@ -130,10 +143,7 @@ void writeProjectBilling(StoreConnection& connection, ProjectID project,
 {
     connection.query("DELETE FROM ProjectBilling WHERE projectID = ?1").bind(project).run();
     if (overrides != ProjectBillingOverrides{})
-        connection
-            .query("INSERT INTO ProjectBilling (projectID, hourlyRate, roundingRaw) VALUES (?1, ?2, ?3)")
-            .bind(project, overrides.hourlyRate, overrides.rounding)
-            .run();
+        insertProjectBilling(connection, project, overrides);
 }
 
 } // namespace stintbook

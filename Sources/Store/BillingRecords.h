@@ -18,6 +18,10 @@ void walkProjectBilling(StoreConnection& connection,
 void writeSettings(StoreConnection& connection, const BillingSettings& settings);
 /// Where no settings were written before; whether there were none.
 bool writeFirstCurrency(StoreConnection& connection, const BillingCurrency& currency);
+/// There is none yet; one without any value is kept, too.
+void insertClientBilling(StoreConnection& connection, ClientID client, const ClientBillingDefaults& defaults);
+void insertProjectBilling(StoreConnection& connection, ProjectID project,
+                          const ProjectBillingOverrides& overrides);
 /// A record without any value is removed.
 void writeClientBilling(StoreConnection& connection, ClientID client, const ClientBillingDefaults& defaults);
 void writeProjectBilling(StoreConnection& connection, ProjectID project,

@@ -228,6 +228,11 @@ void walkSnapshotDays(StoreConnection& connection, const SnapshotPartVisitor<Exp
     walkParts<ExportDayRevision>(rows, readDayRevision, visit);
 }
 
+StoredRecords<ExportSnapshot> allSnapshots(StoreConnection& connection)
+{
+    return {connection, SNAPSHOT_ROWS " ORDER BY createdAt, rowid", readSnapshot};
+}
+
 Stored<std::optional<ExportSnapshot>> readSnapshot(StoreConnection& connection, ExportSnapshotID id)
 {
     auto row = connection.query(SNAPSHOT_ROWS " WHERE id = ?1");

@@ -6,12 +6,15 @@
 #include "Export/BillingRepository.h"
 #include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
+#include "Store/StoredRecords.h"
 
 /// Recorded exports. Callers hold the transaction.
 namespace stintbook {
 
 /// Newest first.
 Stored<std::vector<ExportSnapshot>> readSnapshots(StoreConnection& connection);
+/// Oldest first, which is also the order of their rows: of two at one instant, the later one stays the latest.
+StoredRecords<ExportSnapshot> allSnapshots(StoreConnection& connection);
 /// Without their lines and days.
 void walkSnapshotHeads(StoreConnection& connection, const RecordVisitor<ExportSnapshot>& visit);
 

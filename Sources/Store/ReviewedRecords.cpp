@@ -97,40 +97,6 @@ void removeItem(StoreConnection& connection, ReviewedItemID id)
     connection.query("DELETE FROM ReviewedDisposition WHERE itemID = ?1").bind(id).run();
 }
 
-void writeItem(StoreConnection& connection, const ReviewedWorkItem& item)
-{
-    removeItem(connection, item.id);
-    connection
-        .query("INSERT INTO ReviewedWorkItem (id, dayStart, dayTimeZoneIdentifier, start, \"end\", originRaw,"
-               " clientID, projectID, isBillable, itemDescription)"
-               " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)")
-        .bind(item.id, item.day.start, item.day.timeZoneIdentifier, item.start, item.end, item.origin,
-              item.assignment.clientID, item.assignment.projectID, item.assignment.isBillable,
-              item.description)
-        .run();
-    for (const auto& slice : item.slices)
-        connection
-            .query(
-                "INSERT INTO ReviewedSourceSlice (itemID, segmentID, start, \"end\") VALUES (?1, ?2, ?3, ?4)")
-            .bind(item.id, slice.segmentID, slice.start, slice.end)
-            .run();
-    connection.query("INSERT INTO ReviewedDisposition (itemID, dispositionRaw) VALUES (?1, ?2)")
-        .bind(item.id, item.disposition)
-        .run();
-}
-
-void writeApproval(StoreConnection& connection, const ReviewedDayApproval& approval)
-{
-    connection
-        .query("INSERT INTO DayReviewApproval (dayID, dayStart, dayTimeZoneIdentifier, revision, approvedAt)"
-               " VALUES (?1, ?2, ?3, ?4, ?5) ON CONFLICT (dayID) DO UPDATE SET dayStart = excluded.dayStart,"
-               " dayTimeZoneIdentifier = excluded.dayTimeZoneIdentifier, revision = excluded.revision,"
-               " approvedAt = excluded.approvedAt")
-        .bind(dayID(approval.day), approval.day.start, approval.day.timeZoneIdentifier,
-              approval.revision.value, approval.approvedAt)
-        .run();
-}
-
 } // namespace
 
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, const LocalDay& day)
@@ -151,17 +117,9 @@ Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Int
     return readItems(connection, rows);
 }
 
-Stored<std::vector<ReviewedWorkItem>> readAllItems(StoreConnection& connection)
+StoredRecords<ReviewedWorkItem> allItems(StoreConnection& connection)
 {
-    return collected<ReviewedWorkItem>(
-        [&](const RecordVisitor<ReviewedWorkItem>& visit) { walkItems(connection, visit); });
-}
-
-void walkItems(StoreConnection& connection, const RecordVisitor<ReviewedWorkItem>& visit)
-{
-    auto rows = connection.query(ITEM_ROWS " ORDER BY i.start, i.id");
-    while (rows.next())
-        visit(readItem(connection, rows));
+    return {connection, ITEM_ROWS " ORDER BY i.start, i.id", readItem};
 }
 
 Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connection, const LocalDay& day)
@@ -173,13 +131,13 @@ Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connect
     return TRY(readApproval(key, row));
 }
 
-Stored<std::vector<ReviewedDayApproval>> readAllApprovals(StoreConnection& connection)
+StoredRecords<ReviewedDayApproval> allApprovals(StoreConnection& connection)
 {
-    return collected<ReviewedDayApproval>([&](const RecordVisitor<ReviewedDayApproval>& visit) {
-        walkApprovals(connection, [&](const std::string&, Stored<ReviewedDayApproval> approval) {
-            visit(std::move(approval));
-        });
-    });
+    return {connection, APPROVAL_ROWS " ORDER BY dayStart, dayTimeZoneIdentifier",
+            [](StoreConnection&, Query& row) {
+                const auto key = row.take<std::string>();
+                return readApproval(key, row);
+            }};
 }
 
 void walkApprovals(StoreConnection& connection,
@@ -207,6 +165,41 @@ std::vector<LocalDay> readReviewedDays(StoreConnection& connection, const std::o
     return days;
 }
 
+bool insertItemIfAbsent(StoreConnection& connection, const ReviewedWorkItem& item)
+{
+    auto insertion = connection.query(
+        "INSERT INTO ReviewedWorkItem (id, dayStart, dayTimeZoneIdentifier, start, \"end\", originRaw,"
+        " clientID, projectID, isBillable, itemDescription)"
+        " VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10) ON CONFLICT (id) DO NOTHING");
+    insertion.bind(item.id, item.day.start, item.day.timeZoneIdentifier, item.start, item.end, item.origin,
+                   item.assignment.clientID, item.assignment.projectID, item.assignment.isBillable,
+                   item.description);
+    if (insertion.run() == 0)
+        return false;
+    for (const auto& slice : item.slices)
+        connection
+            .query(
+                "INSERT INTO ReviewedSourceSlice (itemID, segmentID, start, \"end\") VALUES (?1, ?2, ?3, ?4)")
+            .bind(item.id, slice.segmentID, slice.start, slice.end)
+            .run();
+    connection.query("INSERT INTO ReviewedDisposition (itemID, dispositionRaw) VALUES (?1, ?2)")
+        .bind(item.id, item.disposition)
+        .run();
+    return true;
+}
+
+void writeApproval(StoreConnection& connection, const ReviewedDayApproval& approval)
+{
+    connection
+        .query("INSERT INTO DayReviewApproval (dayID, dayStart, dayTimeZoneIdentifier, revision, approvedAt)"
+               " VALUES (?1, ?2, ?3, ?4, ?5) ON CONFLICT (dayID) DO UPDATE SET dayStart = excluded.dayStart,"
+               " dayTimeZoneIdentifier = excluded.dayTimeZoneIdentifier, revision = excluded.revision,"
+               " approvedAt = excluded.approvedAt")
+        .bind(dayID(approval.day), approval.day.start, approval.day.timeZoneIdentifier,
+              approval.revision.value, approval.approvedAt)
+        .run();
+}
+
 Stored<void> applyMutation(StoreConnection& connection, const ReviewedLayerMutation& mutation)
 {
     for (const auto& item : mutation.upserts) {
@@ -216,8 +209,10 @@ Stored<void> applyMutation(StoreConnection& connection, const ReviewedLayerMutat
     }
     for (const auto id : mutation.deletions)
         removeItem(connection, id);
-    for (const auto& item : mutation.upserts)
-        writeItem(connection, item);
+    for (const auto& item : mutation.upserts) {
+        removeItem(connection, item.id);
+        insertItemIfAbsent(connection, item);
+    }
     writeReviews(connection, mutation.reviewUpserts);
     if (mutation.approval)
         writeApproval(connection, *mutation.approval);

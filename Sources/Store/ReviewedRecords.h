@@ -7,6 +7,7 @@
 #include "Review/ReviewedLayerMutation.h"
 #include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
+#include "Store/StoredRecords.h"
 
 /// Reviewed items with their slices and dispositions, and day approvals. Callers hold the transaction.
 namespace stintbook {
@@ -14,17 +15,20 @@ namespace stintbook {
 /// Lists of items come by start, then identifier.
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, const LocalDay& day);
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Interval overlapping);
-Stored<std::vector<ReviewedWorkItem>> readAllItems(StoreConnection& connection);
-void walkItems(StoreConnection& connection, const RecordVisitor<ReviewedWorkItem>& visit);
+StoredRecords<ReviewedWorkItem> allItems(StoreConnection& connection);
 
 Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connection, const LocalDay& day);
 /// By the day's start, then its zone.
-Stored<std::vector<ReviewedDayApproval>> readAllApprovals(StoreConnection& connection);
+StoredRecords<ReviewedDayApproval> allApprovals(StoreConnection& connection);
 /// The same with the text that each is stored under, which a readable one's day has as its identifier.
 void walkApprovals(StoreConnection& connection,
                    const std::function<void(const std::string&, Stored<ReviewedDayApproval>)>& visit);
 std::vector<LocalDay> readReviewedDays(StoreConnection& connection,
                                        const std::optional<Interval>& startingIn);
+
+/// False when an item of that identifier is there already.
+bool insertItemIfAbsent(StoreConnection& connection, const ReviewedWorkItem& item);
+void writeApproval(StoreConnection& connection, const ReviewedDayApproval& approval);
 
 Stored<void> applyMutation(StoreConnection& connection, const ReviewedLayerMutation& mutation);
 

@@ -10,8 +10,6 @@ namespace stintbook {
 
 namespace {
 
-constexpr int longestUTCOffset = 26 * 3600;
-
 #define SEGMENT_ROWS                                                                                         \
     "SELECT s.id, s.start, s.\"end\", s.kindRaw, s.gapReasonRaw, s.bundleIdentifier, s.applicationName,"     \
     " s.contextKindRaw, s.contextTitle, s.evidenceRaw, s.originRaw, s.timeZoneIdentifier,"                   \
@@ -40,7 +38,7 @@ Stored<FocusedContext> context(SegmentID id, const std::optional<std::string>& k
     return FocusedContext{known, std::move(title).value_or("")};
 }
 
-Stored<ActivitySegment> readSegment(Query& row)
+Stored<ActivitySegment> readSegment(StoreConnection& /*connection*/, Query& row)
 {
     ActivitySegment segment;
     segment.id = row.take<SegmentID>();
@@ -71,11 +69,11 @@ Stored<ActivitySegment> readSegment(Query& row)
     return segment;
 }
 
-Stored<std::vector<ActivitySegment>> readSegments(Query& rows)
+Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, Query& rows)
 {
     std::vector<ActivitySegment> segments;
     while (rows.next())
-        segments.push_back(TRY(readSegment(rows)));
+        segments.push_back(TRY(readSegment(connection, rows)));
     return segments;
 }
 
@@ -145,7 +143,7 @@ Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, I
     auto rows = connection.query(SEGMENT_ROWS " WHERE s.start > ?1 AND s.start < ?2 AND s.\"end\" > ?3"
                                               " ORDER BY s.start, s.\"end\", s.id");
     rows.bind(overlapping.start - longestSegment(connection), overlapping.end, overlapping.start);
-    return readSegments(rows);
+    return readSegments(connection, rows);
 }
 
 std::optional<Instant> readFirstRecorded(StoreConnection& connection, Instant from)
@@ -158,17 +156,9 @@ std::optional<Instant> readFirstRecorded(StoreConnection& connection, Instant fr
     return std::max(row.take<Instant>(), from);
 }
 
-Stored<std::vector<ActivitySegment>> readAllSegments(StoreConnection& connection)
+StoredRecords<ActivitySegment> allSegments(StoreConnection& connection)
 {
-    return collected<ActivitySegment>(
-        [&](const RecordVisitor<ActivitySegment>& visit) { walkSegments(connection, visit); });
-}
-
-void walkSegments(StoreConnection& connection, const RecordVisitor<ActivitySegment>& visit)
-{
-    auto rows = connection.query(SEGMENT_ROWS " ORDER BY s.start, s.\"end\", s.id");
-    while (rows.next())
-        visit(readSegment(rows));
+    return {connection, SEGMENT_ROWS " ORDER BY s.start, s.\"end\", s.id", readSegment};
 }
 
 Stored<std::optional<ActivitySegment>> readLatestSegment(StoreConnection& connection)
@@ -176,7 +166,7 @@ Stored<std::optional<ActivitySegment>> readLatestSegment(StoreConnection& connec
     auto row = connection.query(SEGMENT_ROWS " ORDER BY s.start DESC, s.\"end\" DESC, s.id DESC LIMIT 1");
     if (!row.next())
         return std::nullopt;
-    return TRY(readSegment(row));
+    return TRY(readSegment(connection, row));
 }
 
 std::optional<Interval> readRecordedTime(StoreConnection& connection)

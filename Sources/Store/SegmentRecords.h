@@ -5,11 +5,14 @@
 #include <vector>
 
 #include "Capture/ActivitySegmentRepository.h"
-#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
+#include "Store/StoredRecords.h"
 
 /// Recorded segments as rows. Callers hold the transaction; errors of the database are thrown.
 namespace stintbook {
+
+/// In seconds: more than any zone has.
+inline constexpr int longestUTCOffset = 26 * 3600;
 
 /// Inserts, or replaces the segment of that identifier.
 void writeSegment(StoreConnection& connection, const ActivitySegment& segment);
@@ -18,9 +21,8 @@ bool insertSegmentIfAbsent(StoreConnection& connection, const ActivitySegment& s
 
 /// By `segmentOrder`. The time that it takes depends on what is found, not on what is stored.
 Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, Interval overlapping);
-Stored<std::vector<ActivitySegment>> readAllSegments(StoreConnection& connection);
 /// By `segmentOrder`.
-void walkSegments(StoreConnection& connection, const RecordVisitor<ActivitySegment>& visit);
+StoredRecords<ActivitySegment> allSegments(StoreConnection& connection);
 /// The first recorded instant that is not before the given one.
 std::optional<Instant> readFirstRecorded(StoreConnection& connection, Instant from);
 Stored<std::optional<ActivitySegment>> readLatestSegment(StoreConnection& connection);

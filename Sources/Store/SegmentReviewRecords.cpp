@@ -11,9 +11,7 @@ namespace {
     "SELECT segmentID, assignedClientID, assignedProjectID, assignedBillable, isIgnored, isConfirmed"        \
     " FROM SegmentReview"
 
-using SegmentAndReview = std::pair<SegmentID, SegmentReview>;
-
-Stored<SegmentAndReview> readReview(Query& row)
+Stored<SegmentAndReview> readReview(StoreConnection& /*connection*/, Query& row)
 {
     const auto id = row.take<SegmentID>();
     SegmentReview review;
@@ -37,47 +35,38 @@ Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const 
     for (const auto id : segments) {
         auto row = connection.query(REVIEW_ROWS " WHERE segmentID = ?1");
         if (row.bind(id).next())
-            reviews.insert(TRY(readReview(row)));
+            reviews.insert(TRY(readReview(connection, row)));
     }
     return reviews;
 }
 
-Stored<std::map<SegmentID, SegmentReview>> readAllReviews(StoreConnection& connection)
+StoredRecords<SegmentAndReview> allReviews(StoreConnection& connection)
 {
-    auto reviews = TRY(collected<SegmentAndReview>(
-        [&](const RecordVisitor<SegmentAndReview>& visit) { walkReviews(connection, visit); }));
-    return std::map<SegmentID, SegmentReview>(reviews.begin(), reviews.end());
+    return {connection, REVIEW_ROWS " ORDER BY segmentID", readReview};
 }
 
-void walkReviews(StoreConnection& connection, const RecordVisitor<SegmentAndReview>& visit)
+bool insertReviewIfAbsent(StoreConnection& connection, const SegmentAndReview& stored)
 {
-    auto rows = connection.query(REVIEW_ROWS " ORDER BY segmentID");
-    while (rows.next())
-        visit(readReview(rows));
+    const auto& [id, review] = stored;
+    const auto& assignment = review.assignment;
+    return connection
+               .query("INSERT INTO SegmentReview (segmentID, assignedClientID, assignedProjectID,"
+                      " assignedBillable, isIgnored, isConfirmed) VALUES (?1, ?2, ?3, ?4, ?5, ?6)"
+                      " ON CONFLICT (segmentID) DO NOTHING")
+               .bind(id, assignment ? std::optional(assignment->clientID) : std::nullopt,
+                     assignment ? std::optional(assignment->projectID) : std::nullopt,
+                     assignment ? std::optional(assignment->isBillable) : std::nullopt, review.isIgnored,
+                     review.isConfirmed)
+               .run()
+        > 0;
 }
 
 void writeReviews(StoreConnection& connection, const std::map<SegmentID, SegmentReview>& reviews)
 {
     for (const auto& [id, review] : reviews) {
-        if (review == SegmentReview{}) {
-            connection.query("DELETE FROM SegmentReview WHERE segmentID = ?1").bind(id).run();
-            continue;
-        }
-        const auto& assignment = review.assignment;
-        connection
-            .query(
-                "INSERT INTO SegmentReview (segmentID, assignedClientID, assignedProjectID, assignedBillable,"
-                " isIgnored, isConfirmed) VALUES (?1, ?2, ?3, ?4, ?5, ?6) ON CONFLICT (segmentID) DO UPDATE "
-                "SET"
-                " assignedClientID = excluded.assignedClientID, assignedProjectID = "
-                "excluded.assignedProjectID,"
-                " assignedBillable = excluded.assignedBillable, isIgnored = excluded.isIgnored,"
-                " isConfirmed = excluded.isConfirmed")
-            .bind(id, assignment ? std::optional(assignment->clientID) : std::nullopt,
-                  assignment ? std::optional(assignment->projectID) : std::nullopt,
-                  assignment ? std::optional(assignment->isBillable) : std::nullopt, review.isIgnored,
-                  review.isConfirmed)
-            .run();
+        connection.query("DELETE FROM SegmentReview WHERE segmentID = ?1").bind(id).run();
+        if (review != SegmentReview{})
+            insertReviewIfAbsent(connection, {id, review});
     }
 }
 

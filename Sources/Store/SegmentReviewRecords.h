@@ -2,20 +2,24 @@
 
 #include <map>
 #include <span>
+#include <utility>
 
 #include "Domain/PersistenceError.h"
 #include "Review/SegmentReview.h"
-#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
+#include "Store/StoredRecords.h"
 
 /// The user's corrections of recorded segments. Callers hold the transaction.
 namespace stintbook {
 
 Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const SegmentID> segments);
+
+using SegmentAndReview = std::pair<SegmentID, SegmentReview>;
 /// By the segment's identifier.
-void walkReviews(StoreConnection& connection,
-                 const RecordVisitor<std::pair<SegmentID, SegmentReview>>& visit);
-Stored<std::map<SegmentID, SegmentReview>> readAllReviews(StoreConnection& connection);
+StoredRecords<SegmentAndReview> allReviews(StoreConnection& connection);
+
+/// False when the segment has one already. Unlike below, an empty one is kept.
+bool insertReviewIfAbsent(StoreConnection& connection, const SegmentAndReview& stored);
 /// An empty review removes the record.
 void writeReviews(StoreConnection& connection, const std::map<SegmentID, SegmentReview>& reviews);
 

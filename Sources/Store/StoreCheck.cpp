@@ -157,21 +157,23 @@ private:
 void checkSegments(StoreConnection& connection, const Report& report)
 {
     SegmentOrderCheck order(report);
-    walkSegments(connection, readable(report, [&order](const ActivitySegment& segment) { order(segment); }));
+    allSegments(connection).walk(readable(report, [&order](const ActivitySegment& segment) {
+        order(segment);
+    }));
 }
 
 void checkReviews(StoreConnection& connection, const Report& report)
 {
-    walkReviews(connection, readable(report));
+    allReviews(connection).walk(readable(report));
 }
 
 void checkItems(StoreConnection& connection, const Report& report)
 {
-    walkItems(connection, readable(report, [&report](const ReviewedWorkItem& item) {
-                  if (const auto broken = problem(item))
-                      report({Kind::itemInconsistent, Record{"ReviewedWorkItem", item.id.text(), ""},
-                              std::string(rawValue(*broken))});
-              }));
+    allItems(connection).walk(readable(report, [&report](const ReviewedWorkItem& item) {
+        if (const auto broken = problem(item))
+            report({Kind::itemInconsistent, Record{"ReviewedWorkItem", item.id.text(), ""},
+                    std::string(rawValue(*broken))});
+    }));
 }
 
 bool hasItems(StoreConnection& connection, const LocalDay& day)

@@ -1,0 +1,471 @@
+#include "Base/JsonReader.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <iterator>
+#include <limits>
+
+#include <fmt/format.h>
+#include <rapidjson/error/en.h>
+#include <rapidjson/reader.h>
+
+namespace stintbook {
+
+namespace {
+
+/// Of one value in bytes: far more than any record has, and few enough to hold.
+constexpr std::size_t longestValue = 64 << 20;
+constexpr int deepestNesting = 16;
+
+/// What a zero byte in the document, which the parser would take for its end, is read as: allowed nowhere.
+constexpr char nowhereAllowed = '\x01';
+
+// NOLINTBEGIN(readability-identifier-naming): the names of RapidJSON's concepts
+
+/// The stream's bytes, with the line that they stand on.
+class Source {
+public:
+    using Ch = char;
+
+    explicit Source(std::istream& stream)
+        : m_stream(stream)
+    {
+    }
+
+    char Peek()
+    {
+        if (m_next == m_end)
+            fill();
+        if (m_next == m_end)
+            return '\0';
+        return *m_next == '\0' || isValueTooLong() ? nowhereAllowed : *m_next;
+    }
+    char Take()
+    {
+        const char character = Peek();
+        if (m_next == m_end)
+            return character;
+        m_line += *m_next == '\n' ? 1 : 0;
+        ++m_next;
+        ++m_position;
+        ++m_valueLength;
+        return character;
+    }
+    std::size_t Tell() const { return m_position; }
+    // For parsing in place alone.
+    static char* PutBegin() { return nullptr; }
+    static void Put(char) { }
+    static std::size_t PutEnd(char*) { return 0; }
+
+    std::size_t line() const { return m_line; }
+    void beginValue(std::size_t longest = longestValue)
+    {
+        m_valueLength = 0;
+        m_longest = longest;
+    }
+    bool isValueTooLong() const { return m_valueLength > m_longest; }
+    bool isBroken() const { return m_stream.bad(); }
+
+private:
+    void fill()
+    {
+        m_stream.read(m_buffer.data(), static_cast<std::streamsize>(m_buffer.size()));
+        m_next = m_buffer.data();
+        m_end = m_next + m_stream.gcount();
+    }
+
+    std::istream& m_stream;
+    std::vector<char> m_buffer = std::vector<char>(65'536);
+    const char* m_next = nullptr;
+    const char* m_end = nullptr;
+    std::size_t m_line = 1;
+    std::size_t m_position = 0;
+    std::size_t m_valueLength = 0;
+    std::size_t m_longest = longestValue;
+};
+
+// NOLINTEND(readability-identifier-naming)
+
+} // namespace
+
+struct JsonReader::Implementation {
+    class Recorder;
+
+    explicit Implementation(std::istream& stream)
+        : source(stream)
+    {
+    }
+
+    std::unexpected<JsonProblem> problem(std::string reason) const
+    {
+        return std::unexpected(JsonProblem{source.line(), {}, std::move(reason)});
+    }
+    /// The next character that is no white space.
+    char next()
+    {
+        rapidjson::SkipWhitespace(source);
+        return source.Peek();
+    }
+    bool takes(char expected)
+    {
+        if (next() != expected)
+            return false;
+        source.Take();
+        return true;
+    }
+    template <typename Handler> JsonRead<void> parse(Handler& handler);
+    JsonRead<JsonValue> value();
+
+    Source source;
+    rapidjson::Reader parser;
+    JsonValue::Tape tape;
+};
+
+// NOLINTBEGIN(readability-identifier-naming): the names of RapidJSON's concepts
+
+/// Writes down what the parser meets.
+class JsonReader::Implementation::Recorder {
+public:
+    using Kind = JsonValue::Kind;
+
+    Recorder(JsonValue::Tape& tape, const Source& source)
+        : m_tape(tape)
+        , m_source(source)
+    {
+        m_tape.nodes.clear();
+        m_tape.texts.clear();
+    }
+
+    bool isTooDeep() const { return std::ssize(m_open) > deepestNesting; }
+
+    bool Null() { return add(Kind::null); }
+    bool Bool(bool flag)
+    {
+        add(Kind::boolean);
+        m_tape.nodes.back().flag = flag;
+        return true;
+    }
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool)
+    {
+        return add(Kind::number, {text, length});
+    }
+    bool String(const char* text, rapidjson::SizeType length, bool)
+    {
+        return add(Kind::text, {text, length});
+    }
+    bool Key(const char* text, rapidjson::SizeType length, bool)
+    {
+        m_keyOffset = m_tape.texts.size();
+        m_keyLength = length;
+        m_tape.texts.append(text, length);
+        return true;
+    }
+    bool StartObject() { return open(Kind::object); }
+    bool EndObject(rapidjson::SizeType) { return close(); }
+    bool StartArray() { return open(Kind::array); }
+    bool EndArray(rapidjson::SizeType) { return close(); }
+    // Numbers come as they are written.
+    static bool Int(int) { return false; }
+    static bool Uint(unsigned) { return false; }
+    static bool Int64(std::int64_t) { return false; }
+    static bool Uint64(std::uint64_t) { return false; }
+    static bool Double(double) { return false; }
+
+private:
+    bool add(Kind kind, std::string_view text = {})
+    {
+        m_tape.nodes.push_back(JsonValue::Node{.kind = kind,
+                                               .line = m_source.line(),
+                                               .offset = m_tape.texts.size(),
+                                               .length = text.size(),
+                                               .keyOffset = m_keyOffset,
+                                               .keyLength = m_keyLength,
+                                               .next = m_tape.nodes.size() + 1});
+        m_tape.texts.append(text);
+        return true;
+    }
+    bool open(Kind kind)
+    {
+        m_open.push_back(m_tape.nodes.size());
+        return !isTooDeep() && add(kind);
+    }
+    bool close()
+    {
+        m_tape.nodes[m_open.back()].next = m_tape.nodes.size();
+        m_open.pop_back();
+        return true;
+    }
+
+    JsonValue::Tape& m_tape;
+    const Source& m_source;
+    std::vector<std::size_t> m_open;
+    std::size_t m_keyOffset = 0;
+    std::size_t m_keyLength = 0;
+};
+
+/// Minds nothing but the depth.
+struct Ignoring : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Ignoring> {
+    bool StartObject() { return ++depth <= deepestNesting; }
+    bool StartArray() { return ++depth <= deepestNesting; }
+    bool EndObject(rapidjson::SizeType) { return --depth >= 0; }
+    bool EndArray(rapidjson::SizeType) { return --depth >= 0; }
+    bool isTooDeep() const { return depth > deepestNesting; }
+
+    int depth = 0;
+};
+
+// NOLINTEND(readability-identifier-naming)
+
+template <typename Handler> JsonRead<void> JsonReader::Implementation::parse(Handler& handler)
+{
+    constexpr unsigned flags = rapidjson::kParseStopWhenDoneFlag | rapidjson::kParseIterativeFlag
+        | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseValidateEncodingFlag;
+    const auto parsed = parser.Parse<flags>(source, handler);
+    if (source.isBroken())
+        return problem("could not be read");
+    if (source.isValueTooLong())
+        return problem("is longer than anything that is stored");
+    if (handler.isTooDeep())
+        return problem("is nested deeper than anything that is stored");
+    if (parsed.IsError())
+        return problem(fmt::format("is no JSON ({})", rapidjson::GetParseError_En(parsed.Code())));
+    return {};
+}
+
+JsonRead<JsonValue> JsonReader::Implementation::value()
+{
+    source.beginValue();
+    Recorder recorder(tape, source);
+    TRY(parse(recorder));
+    return JsonValue(tape, 0);
+}
+
+JsonReader::JsonReader(std::istream& stream)
+    : m_implementation(std::make_unique<Implementation>(stream))
+{
+}
+
+JsonReader::~JsonReader() = default;
+
+JsonRead<void> JsonReader::object(const std::function<JsonRead<void>(const std::string& key)>& visit)
+{
+    auto& json = *m_implementation;
+    if (!json.takes('{'))
+        return json.problem("is no object");
+    if (json.takes('}'))
+        return {};
+    do {
+        if (json.next() != '"')
+            return json.problem("is no JSON (a key is missing)");
+        const std::string key(TRY(TRY(json.value()).text()));
+        if (!json.takes(':'))
+            return json.problem("is no JSON (a colon is missing behind a key)");
+        if (auto visited = visit(key); !visited)
+            return std::unexpected(within(key, std::move(visited).error()));
+    } while (json.takes(','));
+    if (!json.takes('}'))
+        return json.problem("is no JSON (a comma or the end of an object is missing)");
+    return {};
+}
+
+JsonRead<void> JsonReader::array(const std::function<JsonRead<void>(const JsonValue& element)>& visit)
+{
+    auto& json = *m_implementation;
+    if (!json.takes('['))
+        return json.problem("is no list");
+    if (json.takes(']'))
+        return {};
+    for (std::size_t place = 0;; ++place) {
+        auto element = json.value();
+        auto visited = element ? visit(*element) : std::unexpected(std::move(element).error());
+        if (!visited)
+            return std::unexpected(within(fmt::format("[{}]", place), std::move(visited).error()));
+        if (json.takes(']'))
+            return {};
+        if (!json.takes(','))
+            return json.problem("is no JSON (a comma or the end of a list is missing)");
+    }
+}
+
+JsonRead<JsonValue> JsonReader::value()
+{
+    return m_implementation->value();
+}
+
+JsonRead<void> JsonReader::skip()
+{
+    m_implementation->source.beginValue(std::numeric_limits<std::size_t>::max());
+    Ignoring ignoring;
+    return m_implementation->parse(ignoring);
+}
+
+JsonRead<void> JsonReader::end()
+{
+    if (m_implementation->next() != '\0')
+        return m_implementation->problem("is followed by something else");
+    return {};
+}
+
+std::size_t JsonReader::line() const
+{
+    return m_implementation->source.line();
+}
+
+std::size_t JsonReader::position() const
+{
+    return m_implementation->source.Tell();
+}
+
+std::string message(const JsonProblem& problem)
+{
+    return fmt::format("Line {}: {} {}", problem.line, problem.path.empty() ? "the document" : problem.path,
+                       problem.reason);
+}
+
+JsonProblem within(std::string_view step, JsonProblem problem)
+{
+    const bool needsPoint = !problem.path.empty() && !problem.path.starts_with('[');
+    problem.path.insert(0, needsPoint ? std::string(step) + "." : std::string(step));
+    return problem;
+}
+
+std::unexpected<JsonProblem> JsonValue::problem(std::string reason) const
+{
+    return std::unexpected(JsonProblem{line(), {}, std::move(reason)});
+}
+
+JsonRead<bool> JsonValue::boolean() const
+{
+    if (node().kind != Kind::boolean)
+        return problem("is neither true nor false");
+    return node().flag;
+}
+
+JsonRead<std::string_view> JsonValue::text() const
+{
+    if (node().kind != Kind::text)
+        return problem("is no text");
+    return ownText();
+}
+
+JsonRead<std::string_view> JsonValue::number() const
+{
+    if (node().kind != Kind::number)
+        return problem("is no number");
+    return ownText();
+}
+
+JsonRead<JsonObject> JsonObject::of(const JsonValue& value)
+{
+    if (value.node().kind != JsonValue::Kind::object)
+        return value.problem("is no object");
+    return JsonObject(value);
+}
+
+std::optional<JsonValue> JsonObject::find(std::string_view key)
+{
+    m_asked.push_back(key);
+    const auto& nodes = m_object.m_tape->nodes;
+    const auto first = m_object.m_index + 1;
+    const auto end = m_object.node().next;
+    // Around, from where the last one was found.
+    const auto search = [&](std::size_t from, std::size_t to) -> std::optional<JsonValue> {
+        for (auto index = from; index < to; index = nodes[index].next) {
+            const JsonValue member(*m_object.m_tape, index);
+            if (member.key() == key) {
+                ++m_foundCount;
+                m_cursor = nodes[index].next;
+                return member;
+            }
+        }
+        return std::nullopt;
+    };
+    auto found = search(m_cursor, end);
+    return found ? found : search(first, m_cursor);
+}
+
+JsonRead<void> JsonObject::mustHoldNothingElse() const
+{
+    const auto& nodes = m_object.m_tape->nodes;
+    std::vector<std::string_view> met;
+    std::size_t count = 0;
+    for (auto index = m_object.m_index + 1; index < m_object.node().next; index = nodes[index].next)
+        ++count;
+    if (count == m_foundCount)
+        return {};
+    for (auto index = m_object.m_index + 1; index < m_object.node().next; index = nodes[index].next) {
+        const JsonValue member(*m_object.m_tape, index);
+        if (std::ranges::find(m_asked, member.key()) == m_asked.end())
+            return member.problem(fmt::format("has an unknown key \"{}\"", member.key()));
+        if (std::ranges::find(met, member.key()) != met.end())
+            return member.problem(fmt::format("has \"{}\" twice", member.key()));
+        met.push_back(member.key());
+    }
+    return {};
+}
+
+std::unexpected<JsonProblem> JsonObject::problem(std::string_view key, std::string reason)
+{
+    const auto member = find(key);
+    auto problem = (member ? *member : m_object).problem(std::move(reason));
+    return std::unexpected(within(key, std::move(problem).error()));
+}
+
+JsonRead<bool> jsonFlag(const JsonValue& value)
+{
+    return value.boolean();
+}
+
+JsonRead<std::string> jsonText(const JsonValue& value)
+{
+    return std::string(TRY(value.text()));
+}
+
+namespace {
+
+/// The number that the whole text stands for, if the type has it.
+template <typename Number> std::optional<Number> converted(std::string_view text)
+{
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+} // namespace
+
+JsonRead<int> jsonInteger(const JsonValue& value)
+{
+    if (const auto number = converted<int>(TRY(value.number())))
+        return *number;
+    return value.problem("is no whole number of 32 bits");
+}
+
+JsonRead<Instant> jsonInstant(const JsonValue& value)
+{
+    const auto seconds = converted<double>(TRY(value.number()));
+    constexpr double yearOne = -62'135'596'800.0;
+    constexpr double yearTenThousand = 253'402'300'800.0;
+    if (!seconds || !(*seconds >= yearOne && *seconds < yearTenThousand))
+        return value.problem("lies outside the years 1 to 9999");
+    return Instant{*seconds};
+}
+
+JsonRead<Decimal> jsonAmount(const JsonValue& value)
+{
+    const auto number = Decimal::parse(TRY(value.number()));
+    if (!number)
+        return value.problem("has more digits than an exact number can have");
+    if (number->isNegative())
+        return value.problem("is negative");
+    return *number;
+}
+
+JsonRead<UUID> jsonUUID(const JsonValue& value)
+{
+    if (const auto id = UUID::parse(TRY(value.text())))
+        return *id;
+    return value.problem("is no identifier");
+}
+
+} // namespace stintbook

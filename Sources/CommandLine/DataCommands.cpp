@@ -1,0 +1,11 @@
+#include "CommandLine/CommandTree.h"
+
+namespace stintbook {
+
+void addDataCommands(CommandTree& tree)
+{
+    auto noun = tree.noun("data", "Everything that was recorded, as a whole");
+    addDataCopyCommands(noun);
+}
+
+} // namespace stintbook
