@@ -23,13 +23,9 @@ AmountFormat::AmountFormat(BillingCurrency currency, std::string_view locale)
 {
     UErrorCode status = U_ZERO_ERROR;
     const icu::CurrencyUnit unit(piece(m_currency.code()), status);
-    m_formatter = std::make_unique<Formatter>(
+    m_formatter = std::make_shared<Formatter>(
         icu::number::NumberFormatter::withLocale(icu::Locale(std::string(locale).c_str())).unit(unit));
 }
-
-AmountFormat::~AmountFormat() = default;
-AmountFormat::AmountFormat(AmountFormat&&) noexcept = default;
-AmountFormat& AmountFormat::operator=(AmountFormat&&) noexcept = default;
 
 std::string AmountFormat::text(const Decimal& amount) const
 {

@@ -14,9 +14,6 @@ namespace stintbook {
 class AmountFormat {
 public:
     AmountFormat(BillingCurrency currency, std::string_view locale);
-    ~AmountFormat();
-    AmountFormat(AmountFormat&&) noexcept;
-    AmountFormat& operator=(AmountFormat&&) noexcept;
 
     std::string text(const Decimal& amount) const;
 
@@ -24,7 +21,7 @@ private:
     struct Formatter;
 
     BillingCurrency m_currency;
-    std::unique_ptr<const Formatter> m_formatter;
+    std::shared_ptr<const Formatter> m_formatter;
 };
 
 /// The same for a single amount.

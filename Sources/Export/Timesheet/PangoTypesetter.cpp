@@ -130,7 +130,6 @@ struct PangoTypesetter::State {
         return place->second.get();
     }
 
-private:
     Owned<PangoLayout> makeLayout(Paragraphs paragraphs, std::string_view text, const TextStyle& style,
                                   double width)
     {

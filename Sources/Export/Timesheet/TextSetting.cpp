@@ -66,7 +66,7 @@ TimesheetText TextSetting::wrappedFromItsStart(TimesheetText look, std::string_v
     return text;
 }
 
-TimesheetText TextSetting::shortened(TimesheetText look, std::string_view string, Span span) const
+TimesheetText TextSetting::shortened(const TimesheetText& look, std::string_view string, Span span) const
 {
     constexpr std::string_view ellipsis = "…";
     auto whole = wrapped(look, string, span);

@@ -23,7 +23,7 @@ public:
     /// The same, but from the edge at which its script begins to read.
     TimesheetText wrappedFromItsStart(TimesheetText look, std::string_view string, Span span) const;
     /// On one line, its end left out where it is too long.
-    TimesheetText shortened(TimesheetText look, std::string_view string, Span span) const;
+    TimesheetText shortened(const TimesheetText& look, std::string_view string, Span span) const;
     /// On one line, smaller where it is too wide: a number that is broken could be read as another one. One
     /// that would become illegible is broken all the same.
     TimesheetText figure(TimesheetText look, std::string_view string, Span span, TimesheetAlign align) const;

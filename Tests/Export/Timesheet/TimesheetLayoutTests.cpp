@@ -11,8 +11,6 @@ namespace {
 using Kind = TimesheetBlockKind;
 using testing::ElementsAre;
 
-constexpr double headerHeight = 1.35 * 9 + 10;
-
 struct TimesheetLayoutTest : testing::Test, TimesheetFixture {
     EvenMeasuring measuring;
 
