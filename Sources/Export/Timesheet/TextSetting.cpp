@@ -90,7 +90,8 @@ TimesheetText TextSetting::figure(TimesheetText look, std::string_view string, S
     auto measured = m_measuring.wrapped(text, styleOf(look), span.width());
     if (measured.lines.size() > 1) {
         const double width = m_measuring.widthOf(text, styleOf(look));
-        look.size *= std::clamp(span.width() / width, leastScaleOfAFigure, 1.0);
+        // A hair less than fits, for widths are rounded when they are measured.
+        look.size *= std::clamp(0.999 * span.width() / width, leastScaleOfAFigure, 1.0);
         measured = m_measuring.wrapped(text, styleOf(look), span.width());
     }
     return placed(std::move(look), std::move(measured), span, align);

@@ -209,7 +209,7 @@ TEST_F(TimesheetLayoutTest, SetsAFigureSmallerThatIsTooWideForItsColumn)
     const auto* const amount = textOf(page, "€1,481,481.36");
     ASSERT_NE(amount, nullptr);
     EXPECT_EQ(amount->lines.size(), 1U);
-    EXPECT_NEAR(amount->size, 10 * 62.0 / 65, 0.001);
+    EXPECT_NEAR(amount->size, 10 * 62.0 / 65, 0.02);
 }
 
 TEST_F(TimesheetLayoutTest, KeepsEveryTextInItsPlaceAndOrderWhateverItIsGiven)
