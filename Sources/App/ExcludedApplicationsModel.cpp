@@ -57,8 +57,8 @@ void ExcludedApplicationsModel::show(const std::vector<ExclusionRule>& rules)
         const auto& identifier = *rule.match.applicationBundleIdentifier;
         if (!m_ruleIDs.emplace(identifier, rule.id).second)
             continue;
-        auto name = m_naming(identifier);
-        m_applications.push_back({identifier, name.empty() ? identifier : std::move(name)});
+        const auto name = m_naming(identifier);
+        m_applications.push_back({identifier, name.empty() ? identifier : name});
     }
     std::ranges::sort(m_applications, {}, [](const ExcludedApplication& application) {
         return std::pair(foldedForSearch(application.displayName), application.bundleIdentifier);
