@@ -133,11 +133,13 @@ _velloran_cli() {
     "export show") choices="--output --paper" ;;
     "export summary") choices="$request --clipboard" ;;
     "export preview") choices="$request" ;;
-    data) choices="export import" ;;
+    data) choices="export import delete retention cleanup" ;;
     "data export" | "data import")
         mapfile -t COMPREPLY < <(compgen -f -- "$cur")
         return
         ;;
+    "data delete") choices="--from --to --all --yes" ;;
+    "data retention") choices="forever --yes" ;;
     preferences) choices="list set" ;;
     "preferences set")
         case "${#words[@]} ${words[2]:-}" in

@@ -202,6 +202,14 @@ complete -c velloran-cli -n '__velloran_cli_in export summary' -l clipboard -d '
 __velloran_cli_command data export 'A copy of everything, as one JSON document'
 __velloran_cli_command data import 'Fill an empty store from such a copy'
 complete -c velloran-cli -n '__velloran_cli_at 0 data export; or __velloran_cli_at 0 data import' -F
+__velloran_cli_command data delete 'Delete days with their review, or all that was recorded'
+__velloran_cli_command data retention 'For how many days observed activity is kept'
+__velloran_cli_command data cleanup 'Remove the observed activity that is no longer to be kept'
+complete -c velloran-cli -n '__velloran_cli_in data delete' -l from -x -a 'today yesterday' -d 'The first day'
+complete -c velloran-cli -n '__velloran_cli_in data delete' -l to -x -a 'today yesterday' -d 'The last day'
+complete -c velloran-cli -n '__velloran_cli_in data delete' -l all -d 'Every recorded day'
+complete -c velloran-cli -n '__velloran_cli_in data delete; or __velloran_cli_in data retention' -l yes -d 'Do it'
+complete -c velloran-cli -n '__velloran_cli_at 0 data retention' -a forever
 
 __velloran_cli_command preferences list 'What was chosen, and what holds by default'
 __velloran_cli_command preferences set 'Choose something else'

@@ -29,7 +29,7 @@ std::string sentence(const ActivityDeletionUnderWay& /*problem*/)
 
 std::string sentence(const PersistenceError& error)
 {
-    return message(error);
+    return message(error) + " Nothing was deleted.";
 }
 
 } // namespace

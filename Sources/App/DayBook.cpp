@@ -45,6 +45,23 @@ Seconds total(const std::vector<WorkBlock>& blocks)
     return sum;
 }
 
+/// The items that were frozen from segments of which none is recorded any more.
+std::set<ReviewedItemID> withoutDetails(const std::vector<ReviewedWorkItem>& items,
+                                        const std::vector<ActivitySegment>& recorded)
+{
+    std::set<SegmentID> known;
+    for (const auto& segment : recorded)
+        known.insert(segment.id);
+    std::set<ReviewedItemID> bare;
+    for (const auto& item : items) {
+        const bool hasDetails = std::ranges::any_of(
+            item.slices, [&](const ReviewedSourceSlice& slice) { return known.contains(slice.segmentID); });
+        if (!item.slices.empty() && !hasDetails)
+            bare.insert(item.id);
+    }
+    return bare;
+}
+
 std::optional<ReviewedDayRevision> revisionIn(const std::map<std::string, std::string>& exportedRevisions,
                                               const LocalDay& day)
 {
@@ -117,6 +134,7 @@ std::string message(const DayEditProblem& problem)
 struct DayBook::Loaded {
     ReviewDay content;
     DaySummary recorded;
+    std::set<ReviewedItemID> itemsWithoutDetails;
     AssignmentDirectory directory;
     CalendarContext calendar;
     std::optional<ReviewedDayApproval> approval;
@@ -141,6 +159,7 @@ Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
 
     auto items = TRY(review.items(day));
     auto approval = TRY(review.approval(day));
+    auto bare = withoutDetails(items, recorded.segments);
     auto blocks = WorkBlockBuilder(calendar, engine, exclusion).blocks(recorded.free, recorded.reviews);
     return Loaded{.content = {.day = day,
                               .bounds = bounds,
@@ -148,6 +167,7 @@ Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
                               .blocks = std::move(blocks),
                               .items = std::move(items)},
                   .recorded = daySummary(day, bounds, recorded.segments),
+                  .itemsWithoutDetails = std::move(bare),
                   .directory = std::move(directory),
                   .calendar = std::move(calendar),
                   .approval = std::move(approval)};
@@ -167,6 +187,7 @@ Stored<OpenedDay> DayBook::open(const LocalDay& day) const
         opened.recordsState = stintbook::recordsState(TRY(m_store.review().exportedRevision(day)),
                                                       reading.revision, opened.status);
         opened.revision = std::move(reading.revision);
+        opened.itemsWithoutDetails = std::move(loaded.itemsWithoutDetails);
         opened.totals = totals(reading.lines);
         opened.lines = std::move(reading.lines);
         opened.currency = reading.currency;

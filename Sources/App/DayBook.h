@@ -3,8 +3,10 @@
 #include <expected>
 #include <map>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -20,6 +22,9 @@
 
 namespace stintbook {
 
+/// Shown with an item whose recorded segments a cleanup has removed.
+inline constexpr std::string_view detailsRemovedNote = "Activity details were removed by Keep history.";
+
 /// One day with everything that people and exports are told about it.
 struct OpenedDay {
     ReviewDay content;
@@ -34,6 +39,8 @@ struct OpenedDay {
     std::optional<BillingCurrency> currency;
     /// Work that is neither frozen nor ignored: on a ready day, what was recorded since.
     Seconds unreviewedDuration;
+    /// Items whose recorded segments were removed: of them there is what their user reviewed, and the note below.
+    std::set<ReviewedItemID> itemsWithoutDetails;
     /// The first blocker's sentence; absent for a ready day, and for one that only waits to be marked.
     std::optional<std::string> notReadyReason;
 };

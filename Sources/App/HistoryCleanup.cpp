@@ -7,6 +7,18 @@
 
 namespace stintbook {
 
+void noteCleanup(AppPreferences& preferences, Instant at, const DeletedActivity& deleted)
+{
+    preferences.setLastAutomaticCleanup(at);
+    if (deleted.dayCount > 0)
+        log::event("Retention cleanup removed {} day(s)", deleted.dayCount);
+}
+
+void noteFailedCleanup(const std::string& reason)
+{
+    log::error("Retention cleanup failed: {}", reason);
+}
+
 HistoryCleanup::HistoryCleanup(Collaborators collaborators)
     : m_collaborators(std::move(collaborators))
 {
@@ -39,13 +51,10 @@ void HistoryCleanup::run(Done done, DeletionProgress progress)
         [this, now, isAlive = std::weak_ptr(m_isAlive), done = std::move(done)](const Outcome& outcome) {
             if (isAlive.expired())
                 return;
-            if (!outcome) {
-                log::error("Retention cleanup failed: {}", message(outcome.error()));
-            } else {
-                m_collaborators.preferences.setLastAutomaticCleanup(now);
-                if (outcome->dayCount > 0)
-                    log::event("Retention cleanup removed {} day(s)", outcome->dayCount);
-            }
+            if (outcome)
+                noteCleanup(m_collaborators.preferences, now, *outcome);
+            else
+                noteFailedCleanup(message(outcome.error()));
             if (done)
                 done(outcome);
         },

@@ -3,7 +3,7 @@
 #include <expected>
 #include <functional>
 #include <memory>
-#include <optional>
+#include <string>
 
 #include "App/ActivityDeletionCoordinator.h"
 #include "App/AppPreferences.h"
@@ -11,6 +11,10 @@
 #include "Domain/CalendarContext.h"
 
 namespace stintbook {
+
+/// Remembers and logs what a cleanup came to.
+void noteCleanup(AppPreferences& preferences, Instant at, const DeletedActivity& deleted);
+void noteFailedCleanup(const std::string& reason);
 
 /// Deletes the observed activity that the retention window no longer keeps, and remembers when it did. Days
 /// that hold none are left alone, and so is everything where history is kept until it is deleted.

@@ -13,6 +13,21 @@ namespace {
 /// More days than the calendar has.
 constexpr std::int64_t mostDays = 4'000'000;
 
+std::string shownDates(std::size_t count)
+{
+    return fmt::format("{} local calendar {}", count, count == 1 ? "date" : "dates");
+}
+
+std::size_t dayCount(const LocalDayRange& range, const CalendarContext& calendar)
+{
+    const auto counting = countingCalendar(range, calendar);
+    const auto end = extent(range, counting).end;
+    std::size_t count = 0;
+    for (auto at = range.from().start; at < end; at = counting.nextDayStart(at))
+        ++count;
+    return count;
+}
+
 } // namespace
 
 std::optional<LocalDay> retentionCutoff(const RetentionWindow& window, const CalendarContext& calendar,
@@ -64,14 +79,30 @@ std::expected<RetentionChangeRequest, RetentionChangeUnknown> retentionChange(St
     return request;
 }
 
-RetentionConfirmation confirmation(const RetentionChangeRequest& request,
-                                   const std::optional<std::string>& shownRange)
+DeletionConfirmation confirmation(const RetentionChangeRequest& request,
+                                  const std::optional<std::string>& shownRange)
 {
     return {.title = "Remove activity older than " + label(request.window),
-            .text = fmt::format(
-                "This removes observed activity from {} — {} local calendar {}. Reviewed work, "
-                "day approvals and exported records are not affected.",
-                shownRange.value_or("—"), request.days.size(), request.days.size() == 1 ? "date" : "dates")};
+            .text =
+                fmt::format("This removes observed activity from {} — {}. Reviewed work, day approvals and "
+                            "exported records are not affected.",
+                            shownRange.value_or("—"), shownDates(request.days.size())),
+            .scope = std::nullopt,
+            .failure = "Keep history was not changed. Nothing was removed."};
+}
+
+DeletionConfirmation confirmation(const ActivityDeletionRequest& request, const CalendarContext& calendar)
+{
+    const auto* range = std::get_if<LocalDayRange>(&request);
+    if (range == nullptr)
+        return {.title = "Delete all activity data?",
+                .text = "This removes retained activity data from this computer.",
+                .scope = std::nullopt,
+                .failure = "All activity data could not be deleted. Nothing was removed."};
+    return {.title = "Delete selected history?",
+            .text = "This action removes the selected history.",
+            .scope = "Selected date range, " + shownDates(dayCount(*range, calendar)),
+            .failure = "The selected history could not be deleted. Nothing was removed."};
 }
 
 } // namespace stintbook

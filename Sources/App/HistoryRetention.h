@@ -7,6 +7,7 @@
 
 #include "App/RetentionWindow.h"
 #include "Base/Instant.h"
+#include "Domain/ActivityDataScope.h"
 #include "Domain/CalendarContext.h"
 #include "Store/StoreDatabase.h"
 
@@ -37,12 +38,18 @@ std::expected<RetentionChangeRequest, RetentionChangeUnknown> retentionChange(St
                                                                               const CalendarContext& calendar,
                                                                               Instant now);
 
-/// What is asked before the change is applied. The range of days is shown as the reader's language has it.
-struct RetentionConfirmation {
+/// What is asked before something is deleted.
+struct DeletionConfirmation {
     std::string title;
     std::string text;
+    /// What exactly is meant, where the text does not say it.
+    std::optional<std::string> scope;
+    /// What is said where it could not be done.
+    std::string failure;
 };
-RetentionConfirmation confirmation(const RetentionChangeRequest& request,
-                                   const std::optional<std::string>& shownRange);
+/// The range of days as the reader's language shows it; absent where it cannot be shown.
+DeletionConfirmation confirmation(const RetentionChangeRequest& request,
+                                  const std::optional<std::string>& shownRange);
+DeletionConfirmation confirmation(const ActivityDeletionRequest& request, const CalendarContext& calendar);
 
 } // namespace stintbook

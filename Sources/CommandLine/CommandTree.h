@@ -109,5 +109,7 @@ void addStoreCommands(CommandTree& tree);
 
 /// Copies of the data, out of the store and into one.
 void addDataCopyCommands(Noun& noun);
+/// Deleting what was recorded, and for how long it is kept.
+void addHistoryCommands(Noun& noun);
 
 } // namespace stintbook

@@ -6,6 +6,7 @@ void addDataCommands(CommandTree& tree)
 {
     auto noun = tree.noun("data", "Everything that was recorded, as a whole");
     addDataCopyCommands(noun);
+    addHistoryCommands(noun);
 }
 
 } // namespace stintbook

@@ -22,7 +22,20 @@ icu::Locale icuLocale(std::string_view locale)
     return icu::Locale(std::string(locale).c_str());
 }
 
-enum class Spelling { time, dateAndTime };
+enum class Spelling { time, date, dateAndTime };
+
+icu::DateFormat* made(Spelling spelling, const icu::Locale& locale)
+{
+    switch (spelling) {
+    case Spelling::time:
+        return icu::DateFormat::createTimeInstance(icu::DateFormat::kMedium, locale);
+    case Spelling::date:
+        return icu::DateFormat::createDateInstance(icu::DateFormat::kMedium, locale);
+    case Spelling::dateAndTime:
+        break;
+    }
+    return icu::DateFormat::createDateTimeInstance(icu::DateFormat::kMedium, icu::DateFormat::kShort, locale);
+}
 
 /// Making a format takes a hundred times as long as using it, and a table asks for the same one in every row.
 icu::DateFormat* format(Spelling spelling, std::string_view locale)
@@ -30,11 +43,7 @@ icu::DateFormat* format(Spelling spelling, std::string_view locale)
     static std::map<std::pair<Spelling, std::string>, std::unique_ptr<icu::DateFormat>> formats;
     auto [place, isNew] = formats.try_emplace({spelling, std::string(locale)});
     if (isNew) {
-        place->second.reset(
-            spelling == Spelling::time
-                ? icu::DateFormat::createTimeInstance(icu::DateFormat::kMedium, icuLocale(locale))
-                : icu::DateFormat::createDateTimeInstance(icu::DateFormat::kMedium, icu::DateFormat::kShort,
-                                                          icuLocale(locale)));
+        place->second.reset(made(spelling, icuLocale(locale)));
         // The calendar knows the zone's rules; the format only spells the civil time.
         if (place->second)
             place->second->setTimeZone(*icu::TimeZone::getGMT());
@@ -69,6 +78,11 @@ std::string shownDuration(const Decimal& seconds)
 std::string shownTime(Instant at, const CalendarContext& calendar, std::string_view locale)
 {
     return shown(at, calendar, format(Spelling::time, locale));
+}
+
+std::string shownDate(const LocalDay& day, const CalendarContext& calendar, std::string_view locale)
+{
+    return shown(day.start, calendar, format(Spelling::date, locale));
 }
 
 std::string shownDateTime(Instant at, const CalendarContext& calendar, std::string_view locale)

@@ -19,6 +19,8 @@ std::string shownDuration(const Decimal& seconds);
 
 /// The time of day in the reader's locale, with seconds.
 std::string shownTime(Instant at, const CalendarContext& calendar, std::string_view locale);
+/// The day's date in the reader's locale.
+std::string shownDate(const LocalDay& day, const CalendarContext& calendar, std::string_view locale);
 /// Date and time in the reader's locale.
 std::string shownDateTime(Instant at, const CalendarContext& calendar, std::string_view locale);
 

@@ -131,6 +131,8 @@ void writeMembers(JsonWriter& json, const OpenedDay& day)
         writeRecordedMembers(json, day.summary.day, DayStanding{day.recordsState, day.unreviewedDuration});
     });
     recordArray(json, "items", day.content.items);
+    json.key("itemsWithoutDetails");
+    json.array(day.itemsWithoutDetails, [&](ReviewedItemID id) { json.value(id); });
     recordArray(json, "lines", day.lines);
     json.member("revision", day.revision.value);
     json.member("status", rawValue(day.status));

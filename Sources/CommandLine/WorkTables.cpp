@@ -49,7 +49,8 @@ struct Row {
 } // namespace
 
 void printWork(Session& session, const CalendarContext& calendar, const std::vector<WorkBlock>& blocks,
-               const std::vector<ReviewedWorkItem>& items)
+               const std::vector<ReviewedWorkItem>& items,
+               const std::set<ReviewedItemID>& itemsWithoutDetails)
 {
     const auto directory = orRefuse(ClientBook(session.store()).directory());
     const auto locale = session.locale("LC_TIME");
@@ -68,7 +69,9 @@ void printWork(Session& session, const CalendarContext& calendar, const std::vec
                            state(block), block.id));
     for (const auto& item : items)
         rows.push_back(row(item.interval(), item.description.value_or(""), item.assignment,
-                           item.isIncluded() ? "reviewed" : "ignored", item.id.uuid));
+                           std::string(item.isIncluded() ? "reviewed" : "ignored")
+                               + (itemsWithoutDetails.contains(item.id) ? "*" : ""),
+                           item.id.uuid));
     std::ranges::stable_sort(rows, {}, &Row::start);
 
     Table table(
@@ -76,6 +79,8 @@ void printWork(Session& session, const CalendarContext& calendar, const std::vec
     for (auto& entry : rows)
         table.add(std::move(entry.cells));
     session.output() << table;
+    if (!itemsWithoutDetails.empty())
+        session.output() << "* " << detailsRemovedNote << '\n';
 }
 
 void printSegments(Session& session, const CalendarContext& calendar,
@@ -116,7 +121,7 @@ void printDay(Session& session, const CalendarContext& calendar, const OpenedDay
                           shownDuration(recorded.gapDuration), shownDuration(day.summary.assignedDuration),
                           shownDuration(day.summary.unassignedDuration),
                           shownDuration(day.summary.unresolvedDuration));
-    printWork(session, calendar, day.content.blocks, day.content.items);
+    printWork(session, calendar, day.content.blocks, day.content.items, day.itemsWithoutDetails);
     output << '\n';
 
     Table lines({{"Client / Project"}, {"Tracked", right}, {"Billed", right}, {"Amount", right}});

@@ -14,6 +14,7 @@ void printSegments(Session& session, const CalendarContext& calendar,
                    const std::vector<ActivitySegment>& segments);
 /// Blocks and items together, by start.
 void printWork(Session& session, const CalendarContext& calendar, const std::vector<WorkBlock>& blocks,
-               const std::vector<ReviewedWorkItem>& items);
+               const std::vector<ReviewedWorkItem>& items,
+               const std::set<ReviewedItemID>& itemsWithoutDetails = {});
 
 } // namespace stintbook

@@ -1,7 +1,8 @@
 #include "Store/ActivityDeletion.h"
 
 #include <algorithm>
-#include <utility>
+#include <array>
+#include <string>
 
 #include "Base/Try.h"
 #include "Capture/FreshSegmentID.h"
@@ -165,12 +166,17 @@ Stored<void> deleteDays(StoreConnection& connection, const std::vector<LocalDay>
 }
 
 /// Every record, also one that could not be read, and what belongs to none.
-void deleteEverything(StoreConnection& connection)
+void deleteEverything(StoreConnection& connection, const DeletionCourse& course)
 {
-    for (const auto* table :
-         {"SegmentBrowserDomain", "SegmentReview", "ActivitySegment", "ReviewedDisposition",
-          "ReviewedSourceSlice", "ReviewedWorkItem", "DayReviewApproval"})
+    constexpr std::array tables{"SegmentBrowserDomain", "SegmentReview",       "ActivitySegment",
+                                "ReviewedDisposition",  "ReviewedSourceSlice", "ReviewedWorkItem",
+                                "DayReviewApproval"};
+    double done = 0;
+    for (const auto* table : tables) {
         connection.execute(std::string("DELETE FROM ") + table);
+        if (course.progress)
+            course.progress(++done / tables.size() * shareOfTheRecords);
+    }
 }
 
 Stored<void> mark(const StoreDatabase& database, const DeletionMark& mark)
@@ -205,7 +211,7 @@ Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& sco
             return 0;
         const RoomForALargeTransaction room(connection);
         if (std::holds_alternative<AllHistory>(scope))
-            deleteEverything(connection);
+            deleteEverything(connection, course);
         else
             TRY(deleteDays(connection, days, bounds, takesReviews, calendar, course));
         if (course.stop.stop_requested())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <stop_token>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct DeletionCourse {
     /// Asked for, a deletion that is not committed yet changes nothing, and the second step is left for the next
     /// start.
     std::stop_token stop;
+    /// How long a reader of an older state is waited for.
+    std::chrono::milliseconds patience{5000};
 };
 
 /// Removes a scope's records in one transaction; answers how many local days held observed activity.
@@ -28,8 +31,7 @@ Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& sco
                            const CalendarContext& calendar, const DeletionCourse& course = {});
 
 /// Removes what a committed deletion left in the store's files: in the log, in free pages, and in copies made
-/// before a migration, which go whole. Saving goes on meanwhile. A reader of an older state is waited for five
-/// seconds.
+/// before a migration, which go whole. Saving goes on meanwhile.
 DeletedActivity::Remains eraseDeletedRemains(StoreDatabase& database, const DeletionCourse& course = {});
 
 /// The days of the calendar on which a scope has observed activity, in order.

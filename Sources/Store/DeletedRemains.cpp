@@ -20,10 +20,11 @@ namespace {
 
 using Remains = DeletedActivity::Remains;
 
-constexpr auto patience = std::chrono::seconds(5);
 constexpr auto pauseBetweenAttempts = std::chrono::milliseconds(50);
+/// In bytes of what it holds; writing so many anew takes a fraction of a second.
+constexpr std::int64_t smallStore = 64 << 20;
 /// So many pages are given back at a time; saving goes on in between.
-constexpr std::int64_t pagesAtATime = 500;
+constexpr std::int64_t pagesAtATime = 1000;
 constexpr auto pauseBetweenPages = std::chrono::milliseconds(2);
 
 /// Copies made before a migration with what belongs to them, drafts, and unsaved segments that could not be read:
@@ -58,28 +59,27 @@ Stored<void> removeCopies(const std::filesystem::path& storeFile)
 }
 
 /// False when somebody has read an older state for all of that time.
-Stored<bool> emptyLog(StoreDatabase& database, const std::stop_token& stop)
+Stored<bool> emptyLog(StoreDatabase& database, const DeletionCourse& course)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
+    const auto deadline = std::chrono::steady_clock::now() + course.patience;
     while (!TRY(database.foldLog())) {
-        if (stop.stop_requested() || std::chrono::steady_clock::now() > deadline)
+        if (course.stop.stop_requested() || std::chrono::steady_clock::now() >= deadline)
             return false;
         std::this_thread::sleep_for(pauseBetweenAttempts);
     }
     return true;
 }
 
-Stored<std::int64_t> freePages(StoreDatabase& database)
+Stored<std::int64_t> number(StoreDatabase& database, const char* sql)
 {
-    return database.read([](StoreConnection& connection) -> Stored<std::int64_t> {
-        return connection.number("PRAGMA freelist_count");
-    });
+    return database.read(
+        [&](StoreConnection& connection) -> Stored<std::int64_t> { return connection.number(sql); });
 }
 
 /// Gives the free pages back to the file system, a few at a time.
 Stored<bool> shrink(StoreDatabase& database, const DeletionCourse& course)
 {
-    const auto all = TRY(freePages(database));
+    const auto all = TRY(number(database, "PRAGMA freelist_count"));
     for (auto left = all; left > 0;) {
         if (course.stop.stop_requested())
             return false;
@@ -87,7 +87,7 @@ Stored<bool> shrink(StoreDatabase& database, const DeletionCourse& course)
             connection.execute(fmt::format("PRAGMA incremental_vacuum({})", pagesAtATime));
             return {};
         }));
-        const auto now = TRY(freePages(database));
+        const auto now = TRY(number(database, "PRAGMA freelist_count"));
         // A store of another program's making may not give its pages back; they hold nothing any more.
         if (now >= left)
             break;
@@ -99,11 +99,26 @@ Stored<bool> shrink(StoreDatabase& database, const DeletionCourse& course)
     return true;
 }
 
+/// What is deleted is overwritten where it was. Yet when pages were split or joined before, a copy of it may lie in
+/// the unused part of a page that other records use. A small store is written anew, which leaves nothing; one
+/// where that would keep capture waiting is recorded in the order of time, where such copies all but never come
+/// about.
+Stored<bool> clearPages(StoreDatabase& database, const DeletionCourse& course)
+{
+    const auto size = TRY(number(database,
+                                 "SELECT (page_count - freelist_count) * page_size FROM "
+                                 "pragma_page_count, pragma_freelist_count, pragma_page_size"));
+    if (size > smallStore)
+        return shrink(database, course);
+    TRY(database.rewrite());
+    return true;
+}
+
 Stored<bool> erase(StoreDatabase& database, const DeletionCourse& course)
 {
     TRY(removeCopies(database.file()));
-    return TRY(emptyLog(database, course.stop)) && TRY(shrink(database, course))
-        && TRY(emptyLog(database, course.stop));
+    return TRY(emptyLog(database, course)) && TRY(clearPages(database, course))
+        && TRY(emptyLog(database, course));
 }
 
 /// Whether anything of what was to be deleted is still recorded, which the transaction would have taken.

@@ -96,6 +96,17 @@ Stored<bool> StoreDatabase::foldLog()
     }
 }
 
+Stored<void> StoreDatabase::rewrite()
+{
+    const std::scoped_lock lock(m_mutex);
+    try {
+        m_connection->execute("VACUUM");
+        return {};
+    } catch (const SQLite::Exception& exception) {
+        return std::unexpected(storeFailure(exception, m_connection->handle()));
+    }
+}
+
 Stored<std::int64_t> StoreDatabase::dataVersion()
 {
     const std::scoped_lock lock(m_mutex);

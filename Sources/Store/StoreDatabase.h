@@ -62,6 +62,9 @@ public:
     /// Folds the log into the database and leaves it empty; false while another connection reads an older
     /// state, which is not waited for. For the owner.
     Stored<bool> foldLog();
+    /// Writes the whole database anew, in memory first: no page keeps a byte of what is not stored any more. For
+    /// the owner of a small store.
+    Stored<void> rewrite();
 
     /// Changes whenever another connection has committed something.
     Stored<std::int64_t> dataVersion();

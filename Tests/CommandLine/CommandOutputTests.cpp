@@ -63,9 +63,9 @@ TEST_F(CommandOutput, HasItsShapeForEveryListAndDay)
     EXPECT_EQ(expectShape({"segments", day}, {"segments"})["segments"].Size(), 4U);
     const auto days = expectShape({"day", "list"}, {"days"});
     EXPECT_EQ(keys(days["days"][0]), dayKeys);
-    const auto shown = expectShape(
-        {"day", "show", day},
-        {"blockers", "blocks", "day", "items", "lines", "revision", "status", "summary", "totals"});
+    const auto shown = expectShape({"day", "show", day},
+                                   {"blockers", "blocks", "day", "items", "itemsWithoutDetails", "lines",
+                                    "revision", "status", "summary", "totals"});
     EXPECT_EQ(keys(shown["day"]), dayKeys);
     EXPECT_THAT(keys(shown["blocks"][0]),
                 ElementsAre("application", "assignment", "attribution", "end", "id",

@@ -1,10 +1,19 @@
+#include <array>
+#include <cstdlib>
 #include <thread>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+
 #include "DesktopTest.h"
+#include "Platform/FileDescriptor.h"
+#include "Platform/SessionBus.h"
 #include "Platform/SessionBusInstance.h"
 #include "Platform/SessionBusService.h"
 
 namespace stintbook {
+
+using namespace std::string_literals;
 
 namespace {
 
@@ -43,6 +52,37 @@ public:
     std::vector<Reply<void>> flushes;
     int activations = 0;
     int ends = 0;
+};
+
+/// Sends a call and waits for nothing.
+template <typename... Arguments>
+void call(BusConnection& client, const char* interface, const char* member, const char* types,
+          Arguments... arguments)
+{
+    ASSERT_GE(sd_bus_call_method_async(client.get(), nullptr, sessionbus::name, sessionbus::path, interface,
+                                       member, nullptr, nullptr, types, arguments...),
+              0);
+    ASSERT_GE(sd_bus_flush(client.get()), 0);
+}
+
+/// A connection to the session bus that knows nothing of its language.
+class BusSocket {
+public:
+    BusSocket()
+    {
+        const std::string address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+        const auto start = address.find("path=") + 5;
+        sockaddr_un name{.sun_family = AF_UNIX, .sun_path = {}};
+        address.substr(start, address.find(',') - start).copy(name.sun_path, sizeof name.sun_path - 1);
+        EXPECT_EQ(connect(m_socket.get(), reinterpret_cast<sockaddr*>(&name), sizeof name), 0) << address;
+    }
+    void send(const std::string& bytes) const
+    {
+        std::ignore = ::send(m_socket.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    }
+
+private:
+    FileDescriptor m_socket{socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
 };
 
 class SessionBusTest : public DesktopTest {
@@ -94,6 +134,154 @@ TEST_F(SessionBusTest, CarriesStatusPauseResumeAndActivationToTheRunningCopy)
     EXPECT_TRUE(status().capture.runtime.isActive());
     EXPECT_TRUE(answerTo([](auto& copy) { return copy.activate(); }));
     EXPECT_EQ(answers.activations, 1);
+}
+
+TEST_F(SessionBusTest, CarriesADeletionWithItsProgressAndItsSentence)
+{
+    desktop.startSessionBus();
+    ASSERT_TRUE(service.publish(answers));
+    const auto calendar = *CalendarContext::inZone("Asia/Kolkata");
+    const LocalDay first = *calendar.dayOn({2026, 11, 19});
+    const LocalDay last = *calendar.dayOn({2026, 11, 20});
+    std::vector<double> told;
+    // What the test's answers do once they are asked; each is told of at a turn of its own.
+    auto answering = [&](const std::expected<DeletedActivity, std::string>& outcome) {
+        return loop.every({0.01}, [this, outcome] {
+            if (answers.deletions.empty() || !answers.deletions.back().reply)
+                return;
+            answers.deletions.back().progress(0.25);
+            answers.deletions.back().progress(0.2501);
+            answers.deletions.back().progress(0.5);
+            std::exchange(answers.deletions.back().reply, {})(outcome);
+        });
+    };
+    const DeletedActivity done{.dayCount = 2, .remains = DeletedActivity::Remains::leftForTheNextStart};
+    for (const auto& scope : {ActivityDataScope(*LocalDayRange::between(first, last)),
+                              ActivityDataScope(DaysBefore{last}), ActivityDataScope(AllHistory{})}) {
+        const auto turn = answering(done);
+        EXPECT_EQ(answerTo([&](auto& copy) {
+                      return copy.deleteActivity(scope, [&](double part) { told.push_back(part); });
+                  }),
+                  done);
+        EXPECT_EQ(answers.deletions.back().scope, scope);
+    }
+    EXPECT_EQ(told, (std::vector{0.25, 0.5, 0.25, 0.5, 0.25, 0.5}));
+    const auto turn = answering(std::unexpected("Nothing was deleted."));
+    EXPECT_EQ(answerTo([](auto& copy) { return copy.deleteActivity(AllHistory{}, {}); }).error(),
+              "Nothing was deleted.");
+}
+
+TEST_F(SessionBusTest, FlushesAndDeletesOneAfterTheOtherAlsoForAClientThatIsGone)
+{
+    desktop.startSessionBus();
+    ASSERT_TRUE(service.publish(answers));
+    auto client = *BusConnection::session();
+    call(*client, sessionbus::interface, "DeleteActivity", "sss", "allHistory", "", "");
+    call(*client, sessionbus::interface, "Flush", "");
+    ASSERT_TRUE(comesTrue([&] { return answers.deletions.size() == 1; }));
+    client.reset();
+    EXPECT_TRUE(answers.flushes.empty());
+    answers.deletions[0].reply(DeletedActivity{});
+    EXPECT_TRUE(comesTrue([&] { return answers.flushes.size() == 1; }));
+    answers.flushes[0]({});
+
+    auto turn = loop.every({0.01}, [&] {
+        if (answers.flushes.size() == 2 && answers.flushes[1])
+            std::exchange(answers.flushes[1], {})(std::unexpected("The store is busy."));
+    });
+    EXPECT_EQ(answerTo([](auto& copy) { return copy.flush(); }).error(), "The store is busy.");
+}
+
+TEST_F(SessionBusTest, TellsOfANewStatusAndDoesWhatADesktopAsksFor)
+{
+    desktop.startSessionBus();
+    ASSERT_TRUE(service.publish(answers));
+    auto client = *BusConnection::session();
+    std::string phase;
+    const auto subscription =
+        client->onSignal("type='signal',member='StatusChanged'", [&](BusMessage& signal) {
+            ASSERT_TRUE(signal.enter('a', "{sv}"));
+            ASSERT_TRUE(signal.enter('e', "sv"));
+            EXPECT_EQ(signal.readText(), "phase");
+            ASSERT_TRUE(signal.enter('v', "s"));
+            phase = signal.readText().value_or("");
+        });
+    client->attach(loop);
+    answers.resume();
+    service.announceStatus();
+    EXPECT_TRUE(comesTrue([&] { return phase == "active"; }));
+
+    /// The name of the error that comes back; empty for none.
+    const auto asked = [&](const char* member, const char* types, auto... arguments) {
+        return answerTo([&](auto&) {
+            const auto reply =
+                (*BusConnection::session())
+                    ->call({sessionbus::name, sessionbus::path, sessionbus::applicationInterface, member},
+                           {5}, types, arguments...);
+            return reply ? std::string() : reply.error().name;
+        });
+    };
+    const auto action = [&](const char* name) { return asked("ActivateAction", "sava{sv}", name, 0, 0); };
+    EXPECT_EQ(action("pause"), "");
+    EXPECT_EQ(answers.answer.capture.runtime, CaptureRuntimeState::paused(std::nullopt));
+    EXPECT_EQ(action("resume"), "");
+    EXPECT_TRUE(answers.answer.capture.runtime.isActive());
+    EXPECT_EQ(action("quit"), "");
+    EXPECT_EQ(answers.ends, 1);
+    EXPECT_EQ(action("format-the-disk"), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(asked("Open", "asa{sv}", 0, 0), "");
+    EXPECT_EQ(answers.activations, 1);
+    EXPECT_EQ(asked("Open", "asa{sv}", 1, "file:///etc/passwd", 0), SD_BUS_ERROR_NOT_SUPPORTED);
+}
+
+TEST_F(SessionBusTest, GoesOnWhateverAClientSends)
+{
+    desktop.startSessionBus();
+    ASSERT_TRUE(service.publish(answers));
+    int turns = 0;
+    const auto capture = loop.every({0.01}, [&] { ++turns; });
+
+    // No bus message at all, and half of one.
+    const std::string hello = "\0AUTH EXTERNAL\r\nDATA\r\nBEGIN\r\n"s;
+    const BusSocket garbage;
+    garbage.send("\0\xff\xfe garbage"s + std::string(100'000, '\x80'));
+    const BusSocket half;
+    half.send(hello + "l\1\0\1\4\0\0\0"s);
+
+    const auto refusal = [&](const char* interface, const char* member, const char* types,
+                             auto... arguments) {
+        return answerTo([&](auto&) {
+            const auto reply =
+                (*BusConnection::session())
+                    ->call({sessionbus::name, sessionbus::path, interface, member}, {5}, types, arguments...);
+            return reply ? "none" : reply.error().name;
+        });
+    };
+    EXPECT_EQ(refusal(sessionbus::interface, "DeleteActivity", "i", 7), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(refusal(sessionbus::interface, "Pause", "s", "tomorrow"), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(refusal(sessionbus::interface, "Erase", ""), SD_BUS_ERROR_UNKNOWN_METHOD);
+    for (const auto& [scope, from, through] :
+         {std::array{"everything", "", ""}, std::array{"allHistory", "2026-11-20@Europe/Berlin", ""},
+          std::array{"localDays", "2026-11-20@Europe/Berlin", "2026-11-19@Europe/Berlin"},
+          std::array{"localDays", "2026-11-20", "2026-11-20"},
+          std::array{"before", "2026-02-30@Europe/Berlin", ""}})
+        EXPECT_EQ(refusal(sessionbus::interface, "DeleteActivity", "sss", scope, from, through),
+                  SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_TRUE(answers.deletions.empty());
+
+    // Far more calls than anybody answers in the time, whose sender reads no reply; most of them hold the writer.
+    {
+        auto flood = *BusConnection::session();
+        for (int round = 0; round < 3000; ++round) {
+            call(*flood, sessionbus::interface, "Status", "");
+            call(*flood, sessionbus::interface, "Flush", "");
+        }
+        const auto before = turns;
+        EXPECT_TRUE(comesTrue([&] { return turns > before + 20; }, {2}));
+    }
+    EXPECT_EQ(answers.flushes.size(), 1U);
+    EXPECT_TRUE(answerTo([](auto& copy) { return copy.status(); }));
+    EXPECT_TRUE(answers.deletions.empty());
 }
 
 TEST_F(SessionBusTest, OnlyTheFirstCopyIsPublished)

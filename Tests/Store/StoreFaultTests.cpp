@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "FilledStore.h"
+#include "Store/ActivityDeletion.h"
 #include "Support/CapturedLog.h"
 #include "Support/FaultyFileSystem.h"
 
@@ -106,6 +107,14 @@ const std::vector<Change>& everyChange()
         review("a project's rate is taken away",
                [](auto& store) { return store.saveProjectBilling(sampleProject, {}); }),
         review("an export is recorded", [](auto& store) { return store.append(sampleSnapshot(5)); }),
+        {"a day is deleted",
+         [](const auto& database) {
+             const auto calendar = *CalendarContext::inZone(sampleDay.timeZoneIdentifier);
+             const auto deleted =
+                 deleteActivity(*database, *LocalDayRange::between(sampleDay, sampleDay), calendar);
+             eraseDeletedRemains(*database, {.patience = {}});
+             return deleted.has_value();
+         }},
     };
     return changes;
 }

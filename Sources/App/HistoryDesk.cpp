@@ -1,0 +1,121 @@
+#include "App/HistoryDesk.h"
+
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "App/ActivityDeletionCoordinator.h"
+#include "App/HistoryCleanup.h"
+#include "Base/Try.h"
+#include "Store/UnsavedSegmentFile.h"
+
+namespace stintbook {
+
+namespace {
+
+std::unexpected<HistoryKept> kept(const ActivityDeletionProblem& problem)
+{
+    return std::unexpected(HistoryKept{message(problem)});
+}
+
+} // namespace
+
+std::string message(const HistoryKept& problem)
+{
+    return problem.sentence;
+}
+
+HistoryDesk::HistoryDesk(Environment environment, RunningInstance& running, AppPreferences& preferences,
+                         CalendarContext calendar)
+    : m_environment(std::move(environment))
+    , m_running(running)
+    , m_preferences(preferences)
+    , m_calendar(std::move(calendar))
+{
+}
+
+HistoryDesk::Outcome HistoryDesk::deleteActivity(const ActivityDataScope& scope,
+                                                 const DeletionProgress& progress) const
+{
+    const auto store = OpenedStore::open(m_environment, StoreRole::owner);
+    if (store)
+        return deleteHere(**store, scope, progress);
+    if (const auto* held = std::get_if<StoreHeld>(&store.error()))
+        return handOver(*held, scope, progress);
+    return std::unexpected(HistoryKept{message(ActivityDeletionProblem(ActivityDeletionUnavailable{})) + " "
+                                       + message(store.error())});
+}
+
+HistoryDesk::Outcome HistoryDesk::deleteHere(OpenedStore& store, const ActivityDataScope& scope,
+                                             const DeletionProgress& progress) const
+{
+    // What a killed recorder left behind belongs to history, too.
+    UnsavedSegmentFile unsaved(store.file());
+    if (!unsaved.recover(store.segments()))
+        return kept(ActivityDeletionRefused{unsaved.carried().size()});
+
+    InlineExecutor here;
+    ActivityDeletionCoordinator coordinator({.store = store.sharedDatabase(),
+                                             .writer = nullptr,
+                                             .work = std::make_shared<InlineExecutor>(),
+                                             .home = here,
+                                             .calendar = m_calendar});
+    std::optional<ActivityDeletionCoordinator::Outcome> outcome;
+    coordinator.deleteActivity(
+        scope, [&](ActivityDeletionCoordinator::Outcome result) { outcome = std::move(result); }, progress);
+    if (!*outcome)
+        return kept(outcome->error());
+    return **outcome;
+}
+
+HistoryDesk::Outcome HistoryDesk::handOver(const StoreHeld& held, const ActivityDataScope& scope,
+                                           const DeletionProgress& progress) const
+{
+    const auto status = m_running.status();
+    if (!status)
+        return std::unexpected(HistoryKept{status.error()});
+    std::error_code unknown;
+    if (!*status || !std::filesystem::equivalent((*status)->storeFile, held.file, unknown))
+        return std::unexpected(HistoryKept{message(StoreOpeningProblem(held))});
+    auto deleted = m_running.deleteActivity(scope, progress);
+    if (!deleted)
+        return std::unexpected(HistoryKept{std::move(deleted).error()});
+    return *deleted;
+}
+
+std::expected<RetentionChangeRequest, RetentionChangeUnknown> HistoryDesk::change(
+    const RetentionWindow& chosen, Instant now) const
+{
+    const auto store = OpenedStore::open(m_environment, StoreRole::guest);
+    if (!store)
+        return std::unexpected(RetentionChangeUnknown{});
+    return retentionChange((*store)->database(), m_preferences.retentionWindow(), chosen, m_calendar, now);
+}
+
+HistoryDesk::Outcome HistoryDesk::apply(const RetentionChangeRequest& request, Instant now,
+                                        const DeletionProgress& progress) const
+{
+    DeletedActivity deleted;
+    const auto cutoff = retentionCutoff(request.window, m_calendar, now);
+    if (cutoff && !request.days.empty())
+        deleted = TRY(deleteActivity(DaysBefore{*cutoff}, progress));
+    if (!m_preferences.setRetentionWindow(request.window))
+        return std::unexpected(
+            HistoryKept{"The preferences could not be saved, so Keep history was not changed."});
+    return deleted;
+}
+
+HistoryDesk::Outcome HistoryDesk::cleanUp(Instant now, const DeletionProgress& progress) const
+{
+    const auto cutoff = retentionCutoff(m_preferences.retentionWindow(), m_calendar, now);
+    if (!cutoff)
+        return DeletedActivity{};
+    auto outcome = deleteActivity(DaysBefore{*cutoff}, progress);
+    if (outcome)
+        noteCleanup(m_preferences, now, *outcome);
+    else
+        noteFailedCleanup(outcome.error().sentence);
+    return outcome;
+}
+
+} // namespace stintbook

@@ -1,0 +1,248 @@
+// Deleting history, keeping it for a while, and what is said about it.
+
+#include <functional>
+
+#include <gmock/gmock.h>
+
+#include "App/ActivityDeletionCoordinator.h"
+#include "App/HistoryCleanup.h"
+#include "App/HistoryRetention.h"
+#include "Base/VirtualTime.h"
+#include "StoreOfADay.h"
+#include "Support/CapturedLog.h"
+
+namespace stintbook {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Outcome = ActivityDeletionCoordinator::Outcome;
+
+const CalendarContext berlin = *CalendarContext::inZone("Europe/Berlin");
+
+LocalDay day(const char* date)
+{
+    return *berlin.dayOn(*CivilDate::parse(date));
+}
+
+/// Capture that settles its evidence as far as it is told to.
+struct Writer final : CaptureWriterBarrier {
+    void resolveEvidenceForDeletion(Resolved reply) override
+    {
+        course.emplace_back("held");
+        reply({unsavedSegmentCount});
+    }
+    void releaseAfterDeletion(Released reply) override
+    {
+        course.emplace_back("released");
+        reply();
+    }
+
+    std::size_t unsavedSegmentCount = 0;
+    std::vector<std::string> course;
+};
+
+/// Keeps the store's work until the test lets it go on.
+struct Waiting final : Executor {
+    void post(Job job) override { jobs.push_back(std::move(job)); }
+    void runOne()
+    {
+        auto job = std::move(jobs.front());
+        jobs.erase(jobs.begin());
+        job();
+    }
+    std::vector<Job> jobs;
+};
+
+class History : public testing::Test {
+protected:
+    ActivityDeletionCoordinator coordinator(std::shared_ptr<Executor> work, CaptureWriterBarrier* barrier)
+    {
+        return ActivityDeletionCoordinator({.store = owned->sharedDatabase(),
+                                            .writer = barrier,
+                                            .work = std::move(work),
+                                            .home = here,
+                                            .calendar = berlin});
+    }
+    ActivityDeletionCoordinator::Reply note()
+    {
+        return [this](const Outcome& outcome) {
+            writer.course.push_back(outcome ? std::to_string(outcome->dayCount) : message(outcome.error()));
+        };
+    }
+    std::size_t segmentCount() const { return owned->segments().segments({{0}, {1e12}})->size(); }
+
+    StoreOfADay recorded;
+    std::unique_ptr<OpenedStore> owned = recorded.open(StoreRole::owner);
+    InlineExecutor here;
+    Writer writer;
+    const ActivityDataScope thatDay = *LocalDayRange::between(day("2026-11-20"), day("2026-11-20"));
+};
+
+TEST_F(History, IsDeletedWhileTheWriterIsHeldAndErasedFromTheFilesAfterwards)
+{
+    const auto work = std::make_shared<Waiting>();
+    auto deletion = coordinator(work, &writer);
+    deletion.deleteActivity(thatDay, note());
+    deletion.deleteActivity(AllHistory{}, note());
+    EXPECT_THAT(writer.course,
+                ElementsAre("held",
+                            "Another deletion is under way, so nothing was deleted. Try again when it has "
+                            "ended."));
+    writer.course.clear();
+    work->runOne();
+    EXPECT_THAT(writer.course, ElementsAre("released"));
+    EXPECT_EQ(segmentCount(), 0U);
+    work->runOne();
+    EXPECT_THAT(writer.course, ElementsAre("released", "1"));
+    EXPECT_FALSE(deletion.isDeleting());
+}
+
+TEST_F(History, StaysWhereSomethingIsUnsavedAndTheWriterIsReleased)
+{
+    auto deletion = coordinator(std::make_shared<InlineExecutor>(), &writer);
+    writer.unsavedSegmentCount = 1;
+    deletion.deleteActivity(AllHistory{}, note());
+    EXPECT_THAT(
+        writer.course,
+        ElementsAre("held", "released",
+                    "The local store would not accept 1 recently recorded interval, so nothing was deleted. "
+                    "Try again once the store is answering."));
+    writer.course.clear();
+    writer.unsavedSegmentCount = 2;
+    deletion.deleteActivity(AllHistory{}, note());
+    EXPECT_EQ(writer.course.back(),
+              "The local store would not accept 2 recently recorded intervals, so nothing was "
+              "deleted. Try again once the store is answering.");
+    EXPECT_EQ(segmentCount(), 4U);
+}
+
+TEST_F(History, StaysWhereTheStoreRefusesOrIsNotOpen)
+{
+    auto deletion = coordinator(std::make_shared<InlineExecutor>(), &writer);
+    ASSERT_TRUE(owned->database().write([](StoreConnection& connection) -> Stored<void> {
+        connection.execute(
+            "CREATE TRIGGER refusing BEFORE DELETE ON ActivitySegment BEGIN SELECT RAISE(ABORT, "
+            "'no'); END");
+        return {};
+    }));
+    deletion.deleteActivity(thatDay, note());
+    EXPECT_THAT(writer.course,
+                ElementsAre("held", "released", "The store reported a problem (no). Nothing was deleted."));
+    EXPECT_EQ(segmentCount(), 4U);
+
+    writer.course.clear();
+    ActivityDeletionCoordinator closed({.store = nullptr,
+                                        .writer = &writer,
+                                        .work = std::make_shared<InlineExecutor>(),
+                                        .home = here,
+                                        .calendar = berlin});
+    closed.deleteActivity(thatDay, note());
+    EXPECT_THAT(writer.course, ElementsAre("The local store is unavailable, so nothing was deleted."));
+}
+
+TEST_F(History, IsNotDeletedAnyMoreOnceTheCoordinatorHasEnded)
+{
+    const auto work = std::make_shared<Waiting>();
+    {
+        auto deletion = coordinator(work, nullptr);
+        deletion.deleteActivity(thatDay, note());
+    }
+    work->runOne();
+    EXPECT_EQ(segmentCount(), 4U);
+    EXPECT_THAT(writer.course, IsEmpty());
+}
+
+TEST_F(History, IsKeptForANumberOfDaysOfWhichTodayIsOne)
+{
+    const auto now = berlin.instantOn(*CivilDate::parse("2026-11-20"), 0, 0, 1);
+    const auto cutoff = [&](std::int64_t count) {
+        return retentionCutoff(*RetentionWindow::days(count), berlin, now);
+    };
+    EXPECT_EQ(cutoff(1), day("2026-11-20"));
+    EXPECT_EQ(cutoff(30), day("2026-10-22"));
+    EXPECT_EQ(cutoff(800'000), std::nullopt);
+    EXPECT_EQ(cutoff(INT64_MAX), std::nullopt);
+    EXPECT_EQ(retentionCutoff(RetentionWindow::keepUntilDeleted(), berlin, now), std::nullopt);
+    // Samoa left out 30 December 2011.
+    const auto apia = *CalendarContext::inZone("Pacific/Apia");
+    EXPECT_EQ(retentionCutoff(*RetentionWindow::days(3), apia,
+                              apia.instantOn(*CivilDate::parse("2012-01-01"), 12, 0, 0)),
+              apia.dayOn(*CivilDate::parse("2011-12-31")));
+}
+
+TEST_F(History, IsNotShortenedUnasked)
+{
+    const auto later = berlin.instantOn(*CivilDate::parse("2026-11-22"), 12, 0, 0);
+    const auto window = [](int days) { return *RetentionWindow::days(days); };
+    const auto change = [&](const RetentionWindow& present, const RetentionWindow& chosen) {
+        return retentionChange(owned->database(), present, chosen, berlin, later)->days;
+    };
+    const auto forever = RetentionWindow::keepUntilDeleted();
+    EXPECT_THAT(change(forever, window(2)), ElementsAre(day("2026-11-20")));
+    EXPECT_THAT(change(forever, window(3)), IsEmpty());
+    EXPECT_THAT(change(window(1), window(2)), IsEmpty());
+    EXPECT_THAT(change(window(2), forever), IsEmpty());
+
+    const RetentionChangeRequest two{.window = window(2), .days = {day("2026-11-19"), day("2026-11-20")}};
+    EXPECT_EQ(confirmation(two, "19 Nov 2026 – 20 Nov 2026").title, "Remove activity older than 2 days");
+    EXPECT_EQ(confirmation(two, "19 Nov 2026 – 20 Nov 2026").text,
+              "This removes observed activity from 19 Nov 2026 – 20 Nov 2026 — 2 local calendar dates. "
+              "Reviewed work, "
+              "day approvals and exported records are not affected.");
+    EXPECT_EQ(
+        confirmation(RetentionChangeRequest{window(1), {day("2026-11-20")}}, std::nullopt).text,
+        "This removes observed activity from — — 1 local calendar date. Reviewed work, day approvals and "
+        "exported records are not affected.");
+    EXPECT_EQ(confirmation(*LocalDayRange::between(day("2026-03-28"), day("2026-03-30")), berlin).scope,
+              "Selected date range, 3 local calendar dates");
+    EXPECT_EQ(confirmation(*LocalDayRange::between(day("2026-03-29"), day("2026-03-29")), berlin).scope,
+              "Selected date range, 1 local calendar date");
+}
+
+TEST_F(History, IsCleanedUpAtTheStartAndAfterEachLocalMidnight)
+{
+    CapturedLog log;
+    auto deletion = coordinator(std::make_shared<InlineExecutor>(), &writer);
+    InMemoryPreferences stored;
+    AppPreferences preferences(stored);
+    preferences.setRetentionWindow(*RetentionWindow::days(2));
+    VirtualTime time(berlin.instantOn(*CivilDate::parse("2026-11-20"), 22, 0, 0));
+    HistoryCleanup cleanup({.preferences = preferences,
+                            .deletion = deletion,
+                            .calendar = [] { return berlin; },
+                            .timeSource = time,
+                            .timers = time});
+    std::vector<int> removed;
+    cleanup.startAutomatic(
+        [&](const Outcome& outcome) { removed.push_back(outcome ? outcome->dayCount : -1); });
+    EXPECT_THAT(removed, IsEmpty());
+    EXPECT_EQ(preferences.lastAutomaticCleanup(), std::nullopt);
+
+    preferences.setAutomaticCleanupEnabled(true);
+    time.advance(Seconds{3 * 3600});
+    EXPECT_THAT(removed, ElementsAre(0));
+    EXPECT_EQ(preferences.lastAutomaticCleanup(), day("2026-11-21").start);
+    EXPECT_EQ(segmentCount(), 4U);
+
+    writer.unsavedSegmentCount = 1;
+    time.sleep(Seconds{24 * 3600});
+    EXPECT_THAT(removed, ElementsAre(0, -1));
+    EXPECT_EQ(preferences.lastAutomaticCleanup(), day("2026-11-21").start);
+    writer.unsavedSegmentCount = 0;
+    time.advance(Seconds{24 * 3600});
+    EXPECT_THAT(removed, ElementsAre(0, -1, 1));
+    EXPECT_EQ(segmentCount(), 0U);
+    EXPECT_THAT(
+        log.errors(),
+        ElementsAre(
+            "Retention cleanup failed: The local store would not accept 1 recently recorded interval, "
+            "so nothing was deleted. Try again once the store is answering."));
+    EXPECT_THAT(log.events(), ElementsAre("Retention cleanup removed 1 day(s)"));
+}
+
+} // namespace
+
+} // namespace stintbook
