@@ -49,6 +49,14 @@ void readEverything(const std::shared_ptr<StoreDatabase>& database)
     static_cast<void>(storeInformation(*database));
 }
 
+/// The copy that a migration of these contents keeps.
+std::string backupName(const std::string& contents)
+{
+    constexpr std::size_t lowByteOfUserVersion = 63;
+    return "Velloran.store.v" + std::to_string(static_cast<int>(contents.at(lowByteOfUserVersion)))
+        + "-backup";
+}
+
 /// As long as its header says, so that what was inserted or cut out does not end the matter at once.
 std::string withItsLengthPutRight(std::string contents)
 {
@@ -71,9 +79,13 @@ void openStoreOf(const std::string& contents)
     const auto file = directory / "Velloran.store";
     writeFile(file, contents);
 
-    const auto database = StoreDatabase::open({.file = file, .role = StoreRole::guest});
+    auto database = StoreDatabase::open({.file = file, .role = StoreRole::guest});
     if (database) {
         readEverything(*database);
+        database->reset();
+        // Reading changes nothing but by a migration.
+        require(contentsOf(file) == contents
+                || std::filesystem::exists(file.parent_path() / backupName(contents)));
         return;
     }
     require(!message(database.error()).empty());
