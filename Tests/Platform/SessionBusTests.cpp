@@ -5,8 +5,8 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
+#include "Base/FileDescriptor.h"
 #include "DesktopTest.h"
-#include "Platform/FileDescriptor.h"
 #include "Platform/SessionBus.h"
 #include "Platform/SessionBusInstance.h"
 #include "Platform/SessionBusService.h"
