@@ -21,20 +21,23 @@ struct Desk {
         : file(PreferencesFile::standardLocation(session.environment(), buildKind()))
         , preferences(file)
         , history(session.environment(), running, preferences, std::move(calendar))
-        , progress(session.errors())
+        , errors(session.errors())
     {
     }
 
+    /// Shown until the last copy of it is gone.
     DeletionProgress shown(std::string_view what)
     {
-        return [this, what](double done) { progress.show(fmt::format("{} {:.0f} %", what, done * 100)); };
+        return [progress = std::make_shared<Progress>(errors), what](double done) {
+            progress->show(fmt::format("{} {:.0f} %", what, done * 100));
+        };
     }
 
     PreferencesFile file;
     AppPreferences preferences;
     SessionBusInstance running;
     HistoryDesk history;
-    Progress progress;
+    std::ostream& errors;
 };
 
 /// What would happen, and that it takes a yes.

@@ -104,7 +104,7 @@ struct SessionBusService::Methods {
             return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "These days are no history.");
         return enqueue(context, error,
                        [&handling = handler(context), scope = *std::move(scope),
-                        kept = kept(call)](std::function<void()> ended) {
+                        kept = kept(call)](const std::function<void()>& ended) {
                            handling.deleteActivity(
                                scope,
                                [kept, ended](const std::expected<DeletedActivity, std::string>& deleted) {
@@ -118,7 +118,7 @@ struct SessionBusService::Methods {
     static int flush(sd_bus_message* call, void* context, sd_bus_error* error)
     {
         return enqueue(context, error,
-                       [&handling = handler(context), kept = kept(call)](std::function<void()> ended) {
+                       [&handling = handler(context), kept = kept(call)](const std::function<void()>& ended) {
                            handling.flush([kept, ended](const std::expected<void, std::string>& flushed) {
                                if (flushed)
                                    sd_bus_reply_method_return(kept->get(), "");
