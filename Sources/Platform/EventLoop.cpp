@@ -16,8 +16,8 @@
 #include <sys/timerfd.h>
 #include <unistd.h>
 
-#include "Base/Log.h"
 #include "Base/FileDescriptor.h"
+#include "Base/Log.h"
 
 namespace stintbook {
 

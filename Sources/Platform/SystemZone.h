@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 
+#include "Base/FileDescriptor.h"
 #include "Capture/CalendarContextProviding.h"
 #include "Platform/EventLoop.h"
-#include "Base/FileDescriptor.h"
 
 namespace stintbook {
 
