@@ -1,56 +1,40 @@
 #include "Export/Timesheet/TimesheetPDF.h"
 
-#include <memory>
+#include <filesystem>
 
-#include <cairo-pdf.h>
+#include <dlfcn.h>
 #include <fmt/format.h>
 
-#include "Domain/CalendarContext.h"
-#include "Export/ExportCalendar.h"
-#include "Export/Timesheet/PangoTypesetter.h"
-#include "Export/Timesheet/TimesheetLayout.h"
+#include "Base/Try.h"
+#include "Export/Timesheet/TimesheetDrawing.h"
 
 namespace stintbook {
 
 namespace {
 
-struct Release {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-    void operator()(cairo_t* context) const { cairo_destroy(context); }
-};
-
-constexpr double ruleWidth = 0.5;
-
-/// Of black.
-double strength(TimesheetInk ink)
+/// "lib/velloran/velloran-timesheet.so" beside the directory of the running program, or of one further out.
+std::filesystem::path drawingModule()
 {
-    return ink == TimesheetInk::ink ? 0.9 : 0.58;
-}
-constexpr double ruleStrength = 0.25;
-
-void setColour(cairo_t* context, double strengthOfBlack)
-{
-    cairo_set_source_rgb(context, 1 - strengthOfBlack, 1 - strengthOfBlack, 1 - strengthOfBlack);
-}
-
-void draw(cairo_t* context, const TimesheetPage& page, PangoTypesetter& typesetter)
-{
-    setColour(context, ruleStrength);
-    for (const auto& rule : page.rules) {
-        cairo_rectangle(context, rule.x, rule.top, rule.width, ruleWidth);
-        cairo_fill(context);
+    std::error_code unreadable;
+    auto directory = std::filesystem::read_symlink("/proc/self/exe", unreadable).parent_path();
+    constexpr int levels = 4;
+    for (int level = 0; level < levels && directory.has_relative_path(); ++level) {
+        directory = directory.parent_path();
+        const auto candidate = directory / "lib" / "velloran" / "velloran-timesheet.so";
+        if (std::filesystem::exists(candidate, unreadable))
+            return candidate;
     }
-    for (const auto& text : page.texts) {
-        setColour(context, strength(text.ink));
-        typesetter.draw(context, text);
-    }
+    return "velloran-timesheet.so";
 }
 
-/// "2026-11-20T17:00:00Z".
-std::string timestamp(Instant at)
+/// Stays loaded: the libraries behind it cannot be unloaded.
+std::expected<decltype(&drawTimesheet), TimesheetProblem> drawing()
 {
-    const auto time = exportCalendar("UTC").civilTime(at);
-    return fmt::format("{}T{:02}:{:02}:{:02}Z", time.date.text(), time.hour, time.minute, time.second);
+    auto* const module = dlopen(drawingModule().c_str(), RTLD_NOW | RTLD_LOCAL);
+    auto* const function = module != nullptr ? dlsym(module, "drawTimesheet") : nullptr;
+    if (function == nullptr)
+        return std::unexpected(TimesheetProblem{dlerror()});
+    return reinterpret_cast<decltype(&drawTimesheet)>(function);
 }
 
 } // namespace
@@ -63,34 +47,10 @@ std::string message(const TimesheetProblem& problem)
 std::expected<std::string, TimesheetProblem> timesheetPDF(const ExportDocumentModel& document,
                                                           const ExportRegion& region, Instant generatedAt)
 {
-    PangoTypesetter typesetter(region.dateLocale);
-    const auto layout = layoutTimesheet(document, region, generatedAt, typesetter);
-
-    std::string bytes;
-    const auto append = [](void* to, const unsigned char* data, unsigned length) {
-        static_cast<std::string*>(to)->append(reinterpret_cast<const char*>(data), length);
-        return CAIRO_STATUS_SUCCESS;
-    };
-    const auto size = pageSize(layout.paper);
-    const std::unique_ptr<cairo_surface_t, Release> surface(
-        cairo_pdf_surface_create_for_stream(append, &bytes, size.width, size.height));
-    cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, layout.title.c_str());
-    cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATOR, "Velloran");
-    // Otherwise the file would hold the time of its making.
-    cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE,
-                                   timestamp(generatedAt).c_str());
-
-    const std::unique_ptr<cairo_t, Release> context(cairo_create(surface.get()));
-    for (const auto& page : layout.pages) {
-        draw(context.get(), page, typesetter);
-        cairo_show_page(context.get());
-    }
-    cairo_surface_finish(surface.get());
-    for (const auto status : {cairo_status(context.get()), cairo_surface_status(surface.get())}) {
-        if (status != CAIRO_STATUS_SUCCESS)
-            return std::unexpected(TimesheetProblem{cairo_status_to_string(status)});
-    }
-    return bytes;
+    auto* const draw = TRY(drawing());
+    DrawnTimesheet result;
+    draw(document, region, generatedAt, result);
+    return result;
 }
 
 } // namespace stintbook
