@@ -77,7 +77,7 @@ def main():
         store = directory / "store" / "Velloran.store"
         print(f"{multiply(store, months)} segments", flush=True)
         ignored = directory / "ignored"
-        _, _, idle = measured([program, "store", "info"], environment, ignored)
+        _, _, idle = measured([program, "client", "list"], environment, ignored)
         document, dump, again = (directory / name for name in ("data.json", "dump.json", "again.json"))
         exports, dumps = [], []
         for _ in range(ROUNDS):
@@ -85,7 +85,7 @@ def main():
             exports.append(measured([program, "data", "export", str(document)], environment, ignored))
         report("sqlite3 -json", dumps, dump)
         report("data export", exports, document)
-        print(f"data export, above a command that reads nothing: {max(run[2] for run in exports) - idle:.0f} MB",
+        print(f"data export, above a command that reads no history: {max(run[2] for run in exports) - idle:.0f} MB",
               flush=True)
 
         shutil.rmtree(directory / "store")

@@ -446,7 +446,7 @@ JsonRead<Instant> jsonInstant(const JsonValue& value)
     const auto seconds = converted<double>(TRY(value.number()));
     constexpr double yearOne = -62'135'596'800.0;
     constexpr double yearTenThousand = 253'402'300'800.0;
-    if (!seconds || !(*seconds >= yearOne && *seconds < yearTenThousand))
+    if (!seconds || *seconds < yearOne || *seconds >= yearTenThousand)
         return value.problem("lies outside the years 1 to 9999");
     return Instant{*seconds};
 }
