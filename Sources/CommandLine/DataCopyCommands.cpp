@@ -29,6 +29,7 @@ void addExport(Noun& noun)
         ActivityDataExportRequest request{
             .exportedAt = session.now(),
             .sink = [&](std::string_view bytes) -> std::expected<void, std::string> {
+                progress.clear();
                 session.output() << bytes;
                 if (!session.output())
                     return std::unexpected("Standard output did not take it.");
@@ -70,14 +71,17 @@ void addImport(Noun& noun)
         std::error_code unknown;
         const auto size = std::filesystem::file_size(file, unknown);
         const auto store = orRefuse(session.ownStore());
-        Progress progress(session.errors());
-        const auto counts = orRefuse(
-            importActivityData(store->database(), document,
-                               {.cancellation = interruption.token(), .progress = [&](std::uint64_t read) {
-                                    if (!unknown && size > 0)
-                                        progress.show(fmt::format("{} %", 100 * read / size));
-                                }}));
-        printCounts(session, counts);
+        const auto imported = [&] {
+            // Gone before the answer stands there.
+            Progress progress(session.errors());
+            return importActivityData(
+                store->database(), document,
+                {.cancellation = interruption.token(), .progress = [&](std::uint64_t read) {
+                     if (!unknown && size > 0)
+                         progress.show(fmt::format("{} %", 100 * read / size));
+                 }});
+        }();
+        printCounts(session, orRefuse(imported));
     });
 }
 

@@ -18,10 +18,11 @@ Progress::Progress(std::ostream& errors)
 {
 }
 
-Progress::~Progress()
+void Progress::clear()
 {
     if (m_isShown)
         m_errors << anew << std::flush;
+    m_isShown = false;
 }
 
 void Progress::show(std::string_view text)

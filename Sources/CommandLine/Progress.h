@@ -12,12 +12,14 @@ class Progress {
 public:
     /// `errors` is the process's stderr.
     explicit Progress(std::ostream& errors);
-    ~Progress();
+    ~Progress() { clear(); }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
     /// May be called as often as one likes.
     void show(std::string_view text);
+    /// Leaves the line to others.
+    void clear();
 
 private:
     std::ostream& m_errors;
