@@ -205,6 +205,8 @@ Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& sco
 {
     const auto bounds = extent(scope, calendar);
     const bool takesReviews = !std::holds_alternative<DaysBefore>(scope);
+    // Of a deletion whose remains are not erased yet.
+    const auto earlier = database.file().empty() ? std::nullopt : readDeletionMark(database.file());
     auto deleted = database.write([&](StoreConnection& connection) -> Stored<int> {
         const auto days = recordedDays(connection, bounds, calendar);
         if (days.empty() && !takesReviews)
@@ -220,8 +222,10 @@ Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& sco
         TRY(mark(database, {bounds, takesReviews}));
         return static_cast<int>(days.size());
     });
-    if (!deleted && !database.file().empty())
-        removeDeletionMark(database.file());
+    if (!deleted && !database.file().empty()) {
+        if (!earlier || !writeDeletionMark(database.file(), *earlier))
+            removeDeletionMark(database.file());
+    }
     return deleted;
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <csignal>
 #include <functional>
+#include <ostream>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -233,27 +234,44 @@ int expectWholeOrNothing(const Change& change, StoreRole role, Fault fault)
     return 0;
 }
 
-class StoreFaults : public testing::TestWithParam<std::pair<const char*, Fault>> { };
+struct DiskFault {
+    const char* name;
+    Fault fault;
+};
+void PrintTo(const DiskFault& disk,
+             std::ostream* stream) // NOLINT(readability-identifier-naming): GoogleTest's
+{
+    *stream << disk.name;
+}
+
+const auto everyFault = testing::Values(
+    DiskFault{"ThatIsFull", Fault::diskFull}, DiskFault{"ThatIsBroken", Fault::inputOutput},
+    DiskFault{"ThatFailsOnce", Fault::inputOutputOnce}, DiskFault{"ThatTearsAWrite", Fault::tornWrite},
+    DiskFault{"OfAKilledProcess", Fault::kill}, DiskFault{"ThatLosesPower", Fault::powerLoss});
+
+std::string nameOf(const testing::TestParamInfo<DiskFault>& parameter)
+{
+    return parameter.param.name;
+}
+
+class StoreFaults : public testing::TestWithParam<DiskFault> { };
 
 TEST_P(StoreFaults, KeepEveryChangeWholeOrNotAtAll)
 {
+    // An owner folds the log in when it ends; a guest leaves it for the next process to believe.
+    std::vector roles{StoreRole::owner};
+    if (GetParam().fault == Fault::inputOutputOnce)
+        roles.push_back(StoreRole::guest);
     int points = 0;
     for (const auto& change : everyChange()) {
-        for (const auto role : {StoreRole::owner, StoreRole::guest})
-            points += expectWholeOrNothing(change, role, GetParam().second);
+        for (const auto role : roles)
+            points += expectWholeOrNothing(change, role, GetParam().fault);
     }
     RecordProperty("points", points);
     EXPECT_GT(points, static_cast<int>(everyChange().size()));
 }
 
-INSTANTIATE_TEST_SUITE_P(OnADisk, StoreFaults,
-                         testing::Values(std::pair{"ThatIsFull", Fault::diskFull},
-                                         std::pair{"ThatIsBroken", Fault::inputOutput},
-                                         std::pair{"ThatFailsOnce", Fault::inputOutputOnce},
-                                         std::pair{"ThatTearsAWrite", Fault::tornWrite},
-                                         std::pair{"OfAKilledProcess", Fault::kill},
-                                         std::pair{"ThatLosesPower", Fault::powerLoss}),
-                         [](const auto& parameter) { return parameter.param.first; });
+INSTANTIATE_TEST_SUITE_P(OnADisk, StoreFaults, everyFault, nameOf);
 
 TEST(StoreCreationFaults, LeaveNothingBehindWhereAStoreCouldNotBeCreated)
 {
@@ -328,7 +346,7 @@ class StoreOpeningFaults : public StoreFaults { };
 
 TEST_P(StoreOpeningFaults, LeaveAStoreThatTheNextOpeningCreatesOrMigrates)
 {
-    int points = expectOpeningSurvives([](const SampleStore&) { }, GetParam().second);
+    int points = expectOpeningSurvives([](const SampleStore&) { }, GetParam().fault);
     for (const int version : {1, 8}) {
         const testing::ScopedTrace from(__FILE__, __LINE__, version);
         points += expectOpeningSurvives(
@@ -337,20 +355,13 @@ TEST_P(StoreOpeningFaults, LeaveAStoreThatTheNextOpeningCreatesOrMigrates)
                     fmt::format("{}/Tests/Fixtures/Stores/v{}.store", STINTBOOK_SOURCE_DIRECTORY, version),
                     store.file);
             },
-            GetParam().second);
+            GetParam().fault);
     }
     RecordProperty("points", points);
     EXPECT_GT(points, 3 * 3);
 }
 
-INSTANTIATE_TEST_SUITE_P(OnADisk, StoreOpeningFaults,
-                         testing::Values(std::pair{"ThatIsFull", Fault::diskFull},
-                                         std::pair{"ThatIsBroken", Fault::inputOutput},
-                                         std::pair{"ThatFailsOnce", Fault::inputOutputOnce},
-                                         std::pair{"ThatTearsAWrite", Fault::tornWrite},
-                                         std::pair{"OfAKilledProcess", Fault::kill},
-                                         std::pair{"ThatLosesPower", Fault::powerLoss}),
-                         [](const auto& parameter) { return parameter.param.first; });
+INSTANTIATE_TEST_SUITE_P(OnADisk, StoreOpeningFaults, everyFault, nameOf);
 
 /// Kills a process that saves segment after segment once it has acknowledged `count`; answers how many it had
 /// acknowledged in the end.
