@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "Platform/BusConnection.h"
 #include "Base/FileDescriptor.h"
+#include "Platform/BusConnection.h"
 
 namespace stintbook {
 
