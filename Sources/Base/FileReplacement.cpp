@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -67,10 +68,26 @@ FileDescriptor unnamedFile(const std::filesystem::path& directory, mode_t mode)
     return file;
 }
 
+/// What is to be replaced, where a link leads there.
+std::filesystem::path replacedFile(const std::filesystem::path& path)
+{
+    std::error_code ignored;
+    auto canonical = std::filesystem::weakly_canonical(path, ignored);
+    return canonical.empty() ? path : canonical;
+}
+
+constexpr std::size_t draftDigits = 8;
+
 /// A name of its own beside the file: nothing else that lies there is touched.
 std::string draftName(const std::filesystem::path& file)
 {
-    return fmt::format("{}.{:.8}", file.string(), UUID::random().lowerCaseText());
+    return fmt::format("{}.{:.{}}", file.string(), UUID::random().lowerCaseText(), draftDigits);
+}
+
+bool isDraftName(std::string_view name, std::string_view file)
+{
+    return name.size() == file.size() + 1 + draftDigits && name.starts_with(file) && name[file.size()] == '.'
+        && name.find_first_not_of("0123456789abcdef", file.size() + 1) == std::string_view::npos;
 }
 
 std::filesystem::path directoryOf(const std::filesystem::path& file)
@@ -110,9 +127,8 @@ std::expected<FileDescriptor, std::string> temporaryFile()
 std::expected<FileReplacement, std::string> FileReplacement::begin(const std::filesystem::path& path,
                                                                    mode_t mode)
 {
+    const auto file = replacedFile(path);
     std::error_code ignored;
-    const auto canonical = std::filesystem::weakly_canonical(path, ignored);
-    const auto& file = canonical.empty() ? path : canonical;
     if (std::filesystem::exists(file, ignored) && std::filesystem::is_other(file, ignored)) {
         FileDescriptor device(::open(file.c_str(), O_WRONLY | O_CLOEXEC));
         if (!device)
@@ -182,6 +198,20 @@ FileWritten replaceFile(const std::filesystem::path& path, std::string_view byte
     auto replacement = TRY(FileReplacement::begin(path, mode));
     TRY(replacement.append(bytes));
     return replacement.commit();
+}
+
+void removeLeftDrafts(const std::filesystem::path& path)
+{
+    const auto file = replacedFile(path);
+    std::vector<std::filesystem::path> drafts;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(directoryOf(file), error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (isDraftName(entry->path().filename().native(), file.filename().native()))
+            drafts.push_back(entry->path());
+    }
+    for (const auto& draft : drafts)
+        std::filesystem::remove(draft, error);
 }
 
 std::expected<Spool, std::string> Spool::begin()

@@ -59,6 +59,8 @@ private:
 
 /// Replaces a file whose bytes are all at hand.
 FileWritten replaceFile(const std::filesystem::path& path, std::string_view bytes, mode_t mode);
+/// Removes the drafts of a file that killed processes have left beside it. Nobody replaces the file meanwhile.
+void removeLeftDrafts(const std::filesystem::path& path);
 
 /// Bytes that are passed on when all of them are there: an unnamed file among the temporary ones ($TMPDIR, else
 /// /var/tmp, as they may be more than memory holds), gone with its object or its process.

@@ -35,7 +35,7 @@ bool isCopy(std::string_view name, std::string_view store)
         return false;
     name.remove_prefix(store.size());
     const bool isBackup = name.starts_with(".v") && name.find("-backup") != std::string_view::npos;
-    return isBackup || name.starts_with(".new") || name.starts_with(".unsaved.");
+    return isBackup || name.starts_with(".new") || name == ".unsaved.damaged";
 }
 
 Stored<void> removeCopies(const std::filesystem::path& storeFile)

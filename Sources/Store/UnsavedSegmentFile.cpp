@@ -3,7 +3,6 @@
 #include <fstream>
 #include <optional>
 #include <system_error>
-#include <tuple>
 
 #include "Base/FileReplacement.h"
 #include "Base/Json.h"
@@ -72,8 +71,7 @@ void UnsavedSegmentFile::keep(std::span<const ActivitySegment> segments)
 
 Stored<int> UnsavedSegmentFile::recover(PersistentActivitySegmentRepository& repository)
 {
-    // What was being written when a run ended abruptly.
-    std::ignore = removeIfPresent(besideStore(m_file, ".new"));
+    removeLeftDrafts(m_file);
     std::ifstream stream(m_file, std::ios::binary);
     if (!stream)
         return 0;

@@ -36,8 +36,11 @@ TEST_F(UnsavedSegments, AreSavedAtTheNextStartAsFarAsTheyAreMissing)
     EXPECT_EQ(std::filesystem::status(file).permissions(),
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 
+    const auto leftDraft = file.string() + ".0123abcd";
+    writeFile(leftDraft, "[");
     UnsavedSegmentFile next(store.file);
     EXPECT_EQ(*next.recover(repository), 3);
+    EXPECT_FALSE(std::filesystem::exists(leftDraft));
     EXPECT_EQ(stored(), segments);
     EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_EQ(*next.recover(repository), 0);
@@ -50,7 +53,6 @@ TEST_F(UnsavedSegments, LeaveNothingBehindOnceTheStoreHasThem)
     unsaved.keep(sampleSegments(0, 2));
     unsaved.keep({});
     EXPECT_FALSE(std::filesystem::exists(file));
-    EXPECT_FALSE(std::filesystem::exists(file.string() + ".new"));
 }
 
 TEST_F(UnsavedSegments, StayKeptWhileTheStoreRefusesThem)
