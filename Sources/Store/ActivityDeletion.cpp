@@ -125,17 +125,24 @@ Stored<void> cutItems(StoreConnection& connection, Interval extent)
     return {};
 }
 
+/// Those of days within the extent, and of days that lost all of their items to it.
 void deleteApprovals(StoreConnection& connection, Interval extent, const CalendarContext& calendar)
 {
+    // Longer than any day.
+    constexpr Seconds twoDays{2 * 86'400.0};
     std::vector<LocalDay> days;
     {
         auto rows = connection.query("SELECT dayStart, dayTimeZoneIdentifier FROM DayReviewApproval"
-                                     " WHERE dayStart >= ?1 AND dayStart < ?2");
-        rows.bind(extent.start, extent.end);
+                                     " WHERE dayStart > ?1 AND dayStart < ?2");
+        rows.bind(extent.start - twoDays, extent.end);
         while (rows.next())
             days.push_back({rows.take<Instant>(), rows.take<std::string>()});
     }
-    std::erase_if(days, [&](const LocalDay& day) { return extent.end < calendar.boundsOf(day).end; });
+    std::erase_if(days, [&](const LocalDay& day) {
+        const auto bounds = calendar.boundsOf(day);
+        const bool isWithin = extent.start <= bounds.start && bounds.end <= extent.end;
+        return !isWithin && (bounds.end <= extent.start || hasItems(connection, day));
+    });
     for (const auto& [start, zone] : days)
         connection.query("DELETE FROM DayReviewApproval WHERE dayStart = ?1 AND dayTimeZoneIdentifier = ?2")
             .bind(start, zone)

@@ -25,8 +25,8 @@ struct DeletionCourse {
 ///
 /// Recorded segments and reviewed items are taken by their time. No segment crosses a day of the zone that it
 /// was recorded in, but one from another zone may cross the scope's bounds: it is cut there, so that nothing
-/// inside stays and nothing outside is lost. An approval goes when the whole of its day lies in the scope; the
-/// approval of a day that lost a part fits that day no more.
+/// inside stays and nothing outside is lost. An approval goes when the whole of its day lies in the scope, or all
+/// reviewed work of that day did; the approval of a day that lost a part fits that day no more.
 Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& scope,
                            const CalendarContext& calendar, const DeletionCourse& course = {});
 

@@ -117,6 +117,13 @@ Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Int
     return readItems(connection, rows);
 }
 
+bool hasItems(StoreConnection& connection, const LocalDay& day)
+{
+    auto row = connection.query("SELECT 1 FROM ReviewedWorkItem WHERE dayStart = ?1"
+                                " AND dayTimeZoneIdentifier = ?2 LIMIT 1");
+    return row.bind(day.start, day.timeZoneIdentifier).next();
+}
+
 StoredRecords<ReviewedWorkItem> allItems(StoreConnection& connection)
 {
     return {connection, ITEM_ROWS " ORDER BY i.start, i.id", readItem};

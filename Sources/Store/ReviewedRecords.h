@@ -15,6 +15,7 @@ namespace stintbook {
 /// Lists of items come by start, then identifier.
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, const LocalDay& day);
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Interval overlapping);
+bool hasItems(StoreConnection& connection, const LocalDay& day);
 StoredRecords<ReviewedWorkItem> allItems(StoreConnection& connection);
 
 Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connection, const LocalDay& day);

@@ -176,13 +176,6 @@ void checkItems(StoreConnection& connection, const Report& report)
     }));
 }
 
-bool hasItems(StoreConnection& connection, const LocalDay& day)
-{
-    auto row = connection.query("SELECT 1 FROM ReviewedWorkItem WHERE dayStart = ?1"
-                                " AND dayTimeZoneIdentifier = ?2 LIMIT 1");
-    return row.bind(day.start, day.timeZoneIdentifier).next();
-}
-
 void checkApprovals(StoreConnection& connection, const Report& report)
 {
     walkApprovals(connection, [&](const std::string& key, const Stored<ReviewedDayApproval>& approval) {

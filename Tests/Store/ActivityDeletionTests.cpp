@@ -177,6 +177,9 @@ TEST_F(Deletion, CutsWhatWasRecordedInAnotherZoneAtTheScopesBounds)
               (std::vector{item(crossing[0], newYork), item(crossing[1], newYork)}));
     EXPECT_EQ(review().reviews(std::vector{crossing[0].id})->size(), 1U);
     EXPECT_TRUE(review().approval(theirDay)->has_value());
+
+    EXPECT_EQ(*erased(days(-1, -1)), 1);
+    EXPECT_FALSE(review().approval(theirDay)->has_value());
 }
 
 TEST_F(Deletion, CutsWhatIsLongerThanTheScopeInTwo)
