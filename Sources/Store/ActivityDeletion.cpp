@@ -188,13 +188,11 @@ void deleteEverything(StoreConnection& connection, const DeletionCourse& course)
 
 Stored<void> mark(const StoreDatabase& database, const DeletionMark& mark)
 {
-    if (database.file().empty())
-        return {};
     const auto written = writeDeletionMark(database.file(), mark);
     if (written)
         return {};
     return std::unexpected<PersistenceError>(
-        StoreFailure{"A file beside the store could not be written (" + written.error().message() + ")."});
+        StoreFailure{"A file beside the store could not be written (" + written.error() + ")."});
 }
 
 } // namespace
@@ -212,8 +210,9 @@ Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& sco
 {
     const auto bounds = extent(scope, calendar);
     const bool takesReviews = !std::holds_alternative<DaysBefore>(scope);
-    // Of a deletion whose remains are not erased yet.
-    const auto earlier = database.file().empty() ? std::nullopt : readDeletionMark(database.file());
+    const auto& file = database.file();
+    // There is one already where the remains of an earlier deletion are not erased yet.
+    const bool needsMark = !file.empty() && !readDeletionMark(file);
     auto deleted = database.write([&](StoreConnection& connection) -> Stored<int> {
         const auto days = recordedDays(connection, bounds, calendar);
         if (days.empty() && !takesReviews)
@@ -226,13 +225,14 @@ Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& sco
         if (course.stop.stop_requested())
             return stopped();
         // The last thing before the commit: found by the next start, it says what to look for.
-        TRY(mark(database, {bounds, takesReviews}));
+        if (needsMark)
+            TRY(mark(database, {bounds, takesReviews}));
         return static_cast<int>(days.size());
     });
-    if (!deleted && !database.file().empty()) {
-        if (!earlier || !writeDeletionMark(database.file(), *earlier))
-            removeDeletionMark(database.file());
-    }
+    if (deleted && !file.empty())
+        markDeletionCommitted(file);
+    else if (needsMark)
+        removeDeletionMark(file);
     return deleted;
 }
 

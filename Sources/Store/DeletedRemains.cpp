@@ -156,14 +156,19 @@ Remains eraseDeletedRemains(StoreDatabase& database, const DeletionCourse& cours
 
 void finishDeletion(StoreDatabase& database)
 {
-    const auto mark = readDeletionMark(database.file());
+    const auto& file = database.file();
+    const auto mark = readDeletionMark(file);
     if (!mark)
-        return removeDeletionMark(database.file());
-    const auto isRecorded = isStillRecorded(database, *mark);
-    if (isRecorded && *isRecorded)
-        removeDeletionMark(database.file());
-    else if (isRecorded)
-        eraseDeletedRemains(database);
+        return removeDeletionMark(file);
+    if (!mark->isCommitted) {
+        const auto isRecorded = isStillRecorded(database, *mark);
+        if (!isRecorded)
+            return;
+        if (*isRecorded)
+            return removeDeletionMark(file);
+        markDeletionCommitted(file);
+    }
+    eraseDeletedRemains(database);
 }
 
 } // namespace stintbook

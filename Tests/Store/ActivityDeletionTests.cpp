@@ -280,13 +280,13 @@ TEST_F(Deletion, IsFinishedByTheNextStartWhenAnotherProgramReadsAnOlderState)
     EXPECT_EQ(eraseDeletedRemains(*database, course), Remains::leftForTheNextStart);
     EXPECT_EQ(kept(2), "0:000false 1:311true ");
     EXPECT_TRUE(isInFiles("title 0/1."));
-    save({segment(1, 9)});
+    save({segment(0, 9)});
 
     reader.execute("COMMIT");
     database.reset();
     database = store.open();
     EXPECT_FALSE(isInFiles("title 0/1."));
-    EXPECT_EQ(kept(2), "0:000false 1:411true ");
+    EXPECT_EQ(kept(2), "0:100false 1:311true ");
 }
 
 TEST_F(Deletion, ChangesNothingOnceItIsToStop)
