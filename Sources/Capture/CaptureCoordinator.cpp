@@ -15,7 +15,6 @@ CaptureCoordinator::CaptureCoordinator(CaptureConfiguration configuration, Colla
     , m_saver(std::move(collaborators.repository), collaborators.capture, collaborators.timers,
               configuration.shutdownRetryPolicy)
 {
-    m_saver.whenAppended([this] { keepUnsaved(); });
 }
 
 void CaptureCoordinator::start(const CaptureStart& start)
@@ -86,8 +85,17 @@ void CaptureCoordinator::shutdown(Instant at, ShutDown done)
     });
 }
 
+void CaptureCoordinator::append(std::vector<ActivitySegment>&& closed)
+{
+    m_mustKeep = m_mustKeep || !closed.empty();
+    m_saver.append(std::move(closed));
+}
+
 void CaptureCoordinator::finishInput()
 {
+    // Until the store has answered, only what is kept beside it outlives the process.
+    if (m_mustKeep)
+        keepUnsaved();
     if (isRunning() && m_configuration.savePolicy == SavePolicy::afterEveryInput)
         m_saver.save();
 
@@ -101,6 +109,7 @@ void CaptureCoordinator::finishInput()
 
 void CaptureCoordinator::keepUnsaved()
 {
+    m_mustKeep = false;
     if (!m_unsavedSegments)
         return;
     auto segments = m_saver.unsaved();

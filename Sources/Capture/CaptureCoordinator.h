@@ -104,7 +104,8 @@ private:
 
     const FocusedContext& keptContext() const;
     const std::optional<BrowserDomain>& keptBrowserDomain() const;
-    template <typename Input> void feed(const Input& input) { m_saver.append(m_builder.ingest(input)); }
+    template <typename Input> void feed(const Input& input) { append(m_builder.ingest(input)); }
+    void append(std::vector<ActivitySegment>&& closed);
     void finishInput();
     void keepUnsaved();
     void answerWhileNotRunning(PipelineInput& input);
@@ -138,6 +139,9 @@ private:
     std::optional<Instant> m_lastWake;
     /// The instant of the last input.
     Instant m_now;
+
+    /// Something closed, or the open segment's extent is to outlive the process: kept when the input is applied.
+    bool m_mustKeep = false;
 
     CaptureStatus m_currentStatus;
     bool m_hasStarted = false;

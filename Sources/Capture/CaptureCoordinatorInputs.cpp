@@ -137,7 +137,7 @@ void CaptureCoordinator::applyInput(const input::IdleSample& sample)
         detectSleep(*previous, sample);
     if (!isHeld())
         judgeIdleness(sample);
-    keepUnsaved();
+    m_mustKeep = true;
 }
 
 void CaptureCoordinator::recoverSleep(const input::IdleSample& sample)
@@ -170,7 +170,7 @@ void CaptureCoordinator::detectSleep(const AwakeSample& previous, const input::I
     if (m_currentSnapshot)
         observe(sample.at);
     else
-        m_saver.append(m_builder.close(sample.at));
+        append(m_builder.close(sample.at));
 }
 
 void CaptureCoordinator::judgeIdleness(const input::IdleSample& sample)
@@ -227,7 +227,7 @@ void CaptureCoordinator::suspend(const ActivitySuspended& suspended)
 
     settle(suspended.at);
     if (isSleep)
-        keepUnsaved();
+        m_mustKeep = true;
 }
 
 void CaptureCoordinator::resume(const ActivityResumed& resumed)
@@ -275,7 +275,7 @@ void CaptureCoordinator::settle(Instant at)
 void CaptureCoordinator::applyInput(const input::ClockSet& change)
 {
     const auto before = std::max(change.from, m_now);
-    m_saver.append(m_builder.close(before));
+    append(m_builder.close(before));
 
     // What is remembered happened on the former clock.
     const auto shift = change.at - before;
@@ -297,7 +297,8 @@ void CaptureCoordinator::applyInput(const input::ClockSet& change)
 
 void CaptureCoordinator::applyInput(input::ResolveForDeletion& deletion)
 {
-    m_saver.append(m_builder.closeAndContinue(m_now));
+    append(m_builder.closeAndContinue(m_now));
+    keepUnsaved();
     m_saver.hold([this, reply = std::move(deletion.reply)](CaptureWriterBarrierOutcome outcome) mutable {
         // What is deleted must not come back from what was kept of it.
         keepUnsaved();
@@ -321,7 +322,7 @@ void CaptureCoordinator::applyInput(input::CoordinationPoint& point)
 void CaptureCoordinator::applyInput(const input::Stop& stop)
 {
     feed(GapBegan{GapReason::captureStopped, stop.at});
-    m_saver.append(m_builder.close(stop.at));
+    append(m_builder.close(stop.at));
     m_runtime = CaptureRuntimeState::stopped();
     log::event("Capture stopped; {} segment(s) awaiting the final flush", m_saver.unsavedCount());
 }

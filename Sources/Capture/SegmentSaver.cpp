@@ -45,11 +45,7 @@ SegmentSaver::SegmentSaver(Confined<ActivitySegmentRepository> repository, Execu
 
 void SegmentSaver::append(std::vector<ActivitySegment>&& closed)
 {
-    if (closed.empty())
-        return;
     appendTo(m_isHeld ? m_closedDuringHold : m_pending, std::move(closed));
-    if (m_appended)
-        m_appended();
 }
 
 void SegmentSaver::save()

@@ -25,10 +25,6 @@ public:
     SegmentSaver(Confined<ActivitySegmentRepository> repository, Executor& capture, Timers& timers,
                  ShutdownRetryPolicy retryPolicy);
 
-    /// Called with every segment that is to be saved, before the store is asked: until it has answered, only
-    /// what is kept elsewhere outlives the process.
-    void whenAppended(std::function<void()> appended) { m_appended = std::move(appended); }
-
     void append(std::vector<ActivitySegment>&& closed);
     /// Asks the store to take what is pending. While a save is under way or the writer is held, that waits.
     void save();
@@ -65,7 +61,6 @@ private:
     Executor& m_capture;
     Timers& m_timers;
     ShutdownRetryPolicy m_retryPolicy;
-    std::function<void()> m_appended;
 
     std::vector<ActivitySegment> m_pending;
     /// Closed while the writer was held: they come behind those that were pending.

@@ -163,6 +163,21 @@ TEST(CaptureCoordinator, WaitsForASaveUnderWayBeforeItFlushes)
     EXPECT_EQ(running.statuses.back().runtime, CaptureRuntimeState::stopped());
 }
 
+TEST(CaptureCoordinator, KeepsWhatIsUnsavedOnceForAnInput)
+{
+    Running running(std::make_shared<HeldExecutor>());
+    running.show(0, "a");
+    running.sample(400, 350);
+    EXPECT_THAT(described(running.kept.kept), ElementsAre("0-50 work a", "50-400 idle a"));
+    EXPECT_EQ(running.kept.writes, 1);
+    running.coordinator.apply(input::Boundary{ActivitySuspended{GapReason::systemSleep, {410}}, {410}});
+    EXPECT_EQ(running.kept.writes, 2);
+    running.coordinator.apply(input::Stop{{420}});
+    EXPECT_THAT(described(running.kept.kept),
+                ElementsAre("0-50 work a", "50-410 idle a", "410-420 gap systemSleep"));
+    EXPECT_EQ(running.kept.writes, 3);
+}
+
 TEST(CaptureCoordinator, HoldsTheWriterForADeletionUntilItIsReleased)
 {
     const auto store = std::make_shared<HeldExecutor>();
@@ -172,6 +187,7 @@ TEST(CaptureCoordinator, HoldsTheWriterForADeletionUntilItIsReleased)
     std::optional<CaptureWriterBarrierOutcome> settled;
     running.coordinator.apply(
         input::ResolveForDeletion{[&](CaptureWriterBarrierOutcome outcome) { settled = outcome; }, {15}});
+    EXPECT_THAT(described(running.kept.kept), ElementsAre("0-10 work a", "10-15 work b"));
     running.coordinator.apply(input::Boundary{ActivitySuspended{GapReason::sessionInactive, {17}}, {17}});
     store->runOne();
     EXPECT_FALSE(settled);

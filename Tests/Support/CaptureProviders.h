@@ -162,9 +162,11 @@ public:
     void keep(std::span<const ActivitySegment> segments) override
     {
         kept.assign(segments.begin(), segments.end());
+        ++writes;
     }
 
     std::vector<ActivitySegment> kept;
+    int writes = 0;
 };
 
 } // namespace stintbook
