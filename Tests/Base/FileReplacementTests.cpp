@@ -44,13 +44,5 @@ TEST(FileReplacement, ShowsNothingUntilItIsWholeAndLeavesNothingWhenItIsNot)
     EXPECT_EQ(std::filesystem::status(file).permissions(), perms::owner_read | perms::owner_write);
 }
 
-TEST(FileReplacement, WritesToADeviceWithoutReplacingIt)
-{
-    EXPECT_FALSE(replaceFile("/dev/full", "new", 0600));
-    EXPECT_TRUE(replaceFile("/dev/null", "new", 0600));
-    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
-    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
-}
-
 } // namespace
 } // namespace stintbook

