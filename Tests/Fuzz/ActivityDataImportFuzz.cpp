@@ -3,22 +3,16 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
+#include "Require.h"
 #include "Store/ActivityDataDocument.h"
 #include "Store/ActivityDataImport.h"
 
 namespace {
 
 using namespace stintbook;
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 std::string exported(StoreDatabase& database)
 {

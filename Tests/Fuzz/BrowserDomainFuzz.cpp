@@ -1,20 +1,19 @@
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 #include "Domain/BrowserDomain.h"
+#include "Require.h"
 
 namespace {
 
 /// A host is in normal form: normalising it again, or reading it as an address, gives the same one.
 void mustBeNormal(const std::optional<stintbook::BrowserDomain>& domain)
 {
-    if (!domain)
-        return;
-    if (stintbook::BrowserDomain::fromText(domain->host()) != domain || !domain->isWithin(*domain)
-        || stintbook::BrowserDomain::fromAddress("https://" + domain->host() + "/a") != domain)
-        std::abort();
+    if (domain) {
+        require(stintbook::BrowserDomain::fromText(domain->host()) == domain && domain->isWithin(*domain));
+        require(stintbook::BrowserDomain::fromAddress("https://" + domain->host() + "/a") == domain);
+    }
 }
 
 } // namespace

@@ -4,19 +4,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 #include "Base/Text.h"
 #include "Export/CSVDocument.h"
+#include "Require.h"
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 std::string unquoted(std::string_view cell)
 {

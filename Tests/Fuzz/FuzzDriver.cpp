@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
@@ -125,28 +124,13 @@ std::vector<Bytes> seedsIn(const std::filesystem::path& folder)
     return seeds;
 }
 
-std::uint64_t numberOr(std::uint64_t otherwise, int count, char** arguments, int index)
-{
-    if (index >= count)
-        return otherwise;
-    const std::string_view text = arguments[index];
-    std::uint64_t number = otherwise;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
 } // namespace
 
 int main(int count, char** arguments)
 {
-    std::error_code problem;
-    if (count < 2 || !std::filesystem::is_directory(arguments[1], problem)) {
-        fmt::print(stderr, "usage: {} FOLDER-OF-SEEDS [COUNT [FIRST]]\n", arguments[0]);
-        return EXIT_FAILURE;
-    }
-    const auto seeds = seedsIn(arguments[1]);
+    const auto seeds = count < 2 ? std::vector<Bytes>() : seedsIn(arguments[1]);
     if (seeds.empty()) {
-        fmt::print(stderr, "{} holds no seed\n", arguments[1]);
+        fmt::print(stderr, "usage: {} FOLDER-OF-SEEDS [COUNT [FIRST]]\n", arguments[0]);
         return EXIT_FAILURE;
     }
     for (const int signal : {SIGABRT, SIGSEGV, SIGFPE, SIGILL, SIGBUS, SIGTERM})
@@ -155,8 +139,8 @@ int main(int count, char** arguments)
     for (std::size_t index = 0; index < seeds.size(); ++index)
         run(seeds[index], "seed", index);
 
-    const auto mutations = numberOr(defaultCount, count, arguments, 2);
-    const auto first = numberOr(0, count, arguments, 3);
+    const auto mutations = count > 2 ? std::strtoull(arguments[2], nullptr, 10) : defaultCount;
+    const auto first = count > 3 ? std::strtoull(arguments[3], nullptr, 10) : 0;
     for (auto number = first; number < first + mutations; ++number)
         run(Mutator(seeds, number).next(), "mutation", number);
 

@@ -3,19 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 #include "Base/Text.h"
 #include "Billing/HourlyRate.h"
+#include "Require.h"
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 /// A number's digits without sign, point and the zeros at both ends.
 std::string significantDigits(std::string_view text)

@@ -3,12 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 #include "Base/Log.h"
+#include "Require.h"
 #include "Store/PersistentActivitySegmentRepository.h"
 #include "Store/PersistentReviewStore.h"
+#include "Store/StoreCheck.h"
 #include "Store/StoreInformation.h"
 #include "Support/TemporaryDirectory.h"
 
@@ -16,37 +17,23 @@ namespace {
 
 using namespace stintbook;
 
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 /// Every record is given back or refused by name; nothing is made of the answers.
 void readEverything(const std::shared_ptr<StoreDatabase>& database)
 {
+    const auto said = [](const auto& read) { require(read || !message(read.error()).empty()); };
     const PersistentActivitySegmentRepository recorded(database);
     const PersistentReviewStore reviewed(database);
     constexpr Interval allTime{{-1e12}, {1e12}};
-    const auto segments = recorded.segments(allTime);
-    if (!segments)
-        require(!message(segments.error()).empty());
-    static_cast<void>(recorded.observedApplications());
-    static_cast<void>(recorded.latestSegment());
-    static_cast<void>(reviewed.items(allTime));
-    if (const auto days = reviewed.reviewedDays({})) {
-        for (const auto& day : *days)
-            static_cast<void>(reviewed.approval(day));
-    }
-    static_cast<void>(reviewed.clients());
-    static_cast<void>(reviewed.projects());
-    static_cast<void>(reviewed.referenceCensus());
-    static_cast<void>(reviewed.attributionRules());
-    static_cast<void>(reviewed.exclusionRules());
-    static_cast<void>(reviewed.billing());
-    static_cast<void>(reviewed.snapshots());
-    static_cast<void>(reviewed.exportedDays());
-    static_cast<void>(storeInformation(*database));
+    said(recorded.segments(allTime));
+    said(recorded.observedApplications());
+    said(reviewed.items(allTime));
+    said(reviewed.reviewedDays({}));
+    said(reviewed.referenceCensus());
+    said(reviewed.billing());
+    said(reviewed.snapshots());
+    said(reviewed.exportedDays());
+    said(storeInformation(*database));
+    said(checkStore(*database, [](const StoreFinding& finding) { require(!message(finding).empty()); }));
 }
 
 /// The copy that a migration of these contents keeps.

@@ -1,11 +1,11 @@
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
 #include "Capture/TraceReader.h"
 #include "Capture/TraceWriter.h"
+#include "Require.h"
 
 namespace {
 
@@ -33,7 +33,6 @@ std::string rewritten(const std::string& trace)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const auto once = rewritten(std::string(data, data + size));
-    if (rewritten(once) != once)
-        std::abort();
+    require(rewritten(once) == once);
     return 0;
 }

@@ -3,34 +3,16 @@
 #include <gtest/gtest.h>
 
 #include "ActivityDataCopies.h"
-#include "Base/BuildInformation.h"
 #include "Support/RandomLedger.h"
 
 namespace stintbook {
 namespace {
 
-TEST(ActivityData, OfAnEmptyStoreIsADocumentOfEmptyLists)
+TEST(ActivityData, HasTheKeysAndFormsOfItsFirstVersion)
 {
-    EXPECT_EQ(exported(*StoreDatabase::inMemory()),
-              R"({
-  "appVersion": ")"
-                  + std::string(version()) + R"(",
-  "attributionRules": [],
-  "billingSettings": {},
-  "clientBilling": [],
-  "clients": [],
-  "dayApprovals": [],
-  "exclusionRules": [],
-  "exportSnapshots": [],
-  "exportedAt": 1795200000.5,
-  "formatVersion": 1,
-  "projectBilling": [],
-  "projects": [],
-  "reviewedItems": [],
-  "segmentReviews": [],
-  "segments": []
-}
-)");
+    const auto database = StoreDatabase::inMemory();
+    ASSERT_EQ(imported(*database, documentOfEverything()), "");
+    EXPECT_EQ(exported(*database), documentOfEverything());
 }
 
 TEST(ActivityData, IsTheSameAgainAfterAnImport)
@@ -64,16 +46,17 @@ TEST(ActivityData, IsOfOneStateWhileARecorderSaves)
     const auto before = exported(*guest);
 
     std::string document;
-    const auto written = writeActivityData(
-        *guest,
-        {.exportedAt = sampleExport, .sink = [&](std::string_view bytes) -> std::expected<void, std::string> {
-             // In the midst of it, and the owner does not wait.
-             EXPECT_TRUE(recorder.save(sampleSegments(1000 + document.size() % 400, 1)));
-             EXPECT_TRUE(
-                 PersistentReviewStore(owner).saveClient({.id = numbered<ClientID>(9), .name = "New"}));
-             document += bytes;
-             return {};
-         }});
+    const auto written =
+        writeActivityData(*guest,
+                          {.exportedAt = {1795200000.5},
+                           .sink = [&](std::string_view bytes) -> std::expected<void, std::string> {
+                               // In the midst of it, and the owner does not wait.
+                               EXPECT_TRUE(recorder.save(sampleSegments(1000 + document.size() % 400, 1)));
+                               EXPECT_TRUE(PersistentReviewStore(owner).saveClient(
+                                   {.id = numbered<ClientID>(9), .name = "New"}));
+                               document += bytes;
+                               return {};
+                           }});
     EXPECT_TRUE(written);
     EXPECT_EQ(document, before);
     EXPECT_NE(exported(*guest), before);
@@ -83,16 +66,14 @@ TEST(ActivityData, ThatCannotBeReadIsToldByItsGroup)
 {
     const auto refusal = [](const std::vector<std::string>& damage) {
         const auto database = StoreDatabase::inMemory();
-        EXPECT_TRUE(PersistentActivitySegmentRepository(database).save(sampleSegments(0, 1)));
-        EXPECT_TRUE(PersistentReviewStore(database).saveClient({.id = numbered<ClientID>(1), .name = "A"}));
+        EXPECT_EQ(imported(*database, documentOfEverything()), "");
         for (const auto& sql : damage)
             execute(*database, sql);
         return exported(*database);
     };
     const std::string recorded = "UPDATE ActivitySegment SET kindRaw = 'play'";
-    const std::string review = "INSERT INTO ClientAppearance VALUES (zeroblob(16), 'red');"
-                               "UPDATE ClientAppearance SET clientID = (SELECT id FROM Client)";
-    const std::string billing = "INSERT INTO BillingSettings VALUES ('billing-settings', 'none')";
+    const std::string review = "UPDATE ClientAppearance SET colorHex = 'red'";
+    const std::string billing = "UPDATE BillingSettings SET currencyCode = 'none'";
     EXPECT_EQ(refusal({recorded}), "Recorded activity could not be read, so nothing was exported.");
     EXPECT_EQ(refusal({review}),
               "Your clients, rules and reviewed work could not be read, so nothing was exported.");
@@ -101,34 +82,7 @@ TEST(ActivityData, ThatCannotBeReadIsToldByItsGroup)
     // Of several the one that is read first, wherever it stands in the document.
     EXPECT_EQ(refusal({billing, review}), refusal({review}));
     EXPECT_EQ(refusal({billing, review, recorded}), refusal({recorded}));
-    EXPECT_EQ(refusal({"DROP TABLE ExportLine; DROP TABLE ExportSnapshot"}), refusal({billing}));
-}
-
-TEST(ActivityData, StopsWhenItIsAskedToOrNobodyTakesIt)
-{
-    const auto database = StoreDatabase::inMemory();
-    ASSERT_TRUE(PersistentActivitySegmentRepository(database).save(sampleSegments(0, 5000)));
-    std::stop_source source;
-    int pieces = 0;
-    const auto cancelled =
-        writeActivityData(*database,
-                          {.exportedAt = sampleExport,
-                           .sink = [&](std::string_view) -> std::expected<void, std::string> {
-                               ++pieces;
-                               source.request_stop();
-                               return {};
-                           },
-                           .cancellation = source.get_token()});
-    ASSERT_FALSE(cancelled);
-    EXPECT_EQ(message(cancelled.error()), "The export was cancelled, so nothing was exported.");
-    EXPECT_EQ(pieces, 1);
-
-    const auto refused =
-        writeActivityData(*database, {.exportedAt = sampleExport, .sink = [](std::string_view) {
-                                          return std::unexpected<std::string>("No space left on device");
-                                      }});
-    ASSERT_FALSE(refused);
-    EXPECT_EQ(message(refused.error()), "The file could not be written. No space left on device");
+    EXPECT_EQ(refusal({"DROP TABLE ExportLine"}), refusal({billing}));
 }
 
 } // namespace

@@ -6,12 +6,11 @@
 #include <functional>
 #include <ostream>
 
-#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "FilledStore.h"
+#include "ActivityDataCopies.h"
 #include "Store/ActivityDeletion.h"
 #include "Support/CapturedLog.h"
 #include "Support/FaultyFileSystem.h"
@@ -25,6 +24,8 @@ using Fault = FaultyFileSystem::Fault;
 struct Change {
     const char* name;
     std::function<bool(const std::shared_ptr<StoreDatabase>&)> make;
+    /// What it finds.
+    std::string document = documentOfEverything();
 };
 
 /// A change of what the user makes and decides.
@@ -58,7 +59,7 @@ const std::vector<Change>& everyChange()
                    frozen.description = std::string(6000, 'x');
                    return store.apply(
                        {.upserts = {frozen, sampleItem(4)},
-                        .deletions = {sampleItem(0).id},
+                        .deletions = {numbered<ReviewedItemID>(0xE1)},
                         .reviewUpserts = {{numbered<SegmentID>(9), {.isIgnored = true}}},
                         .approval = ReviewedDayApproval{sampleDay, {std::string(64, 'a')}, {1}}});
                }),
@@ -71,8 +72,9 @@ const std::vector<Change>& everyChange()
                [](auto& store) {
                    return store.saveClient({sampleClient, "Miller", true, ClientColor::fromText("#FFFFFF")});
                }),
-        review("a project is made",
-               [](auto& store) { return store.saveProject({sampleProject, sampleClient, "Website"}); }),
+        review(
+            "a project is made",
+            [](auto& store) { return store.saveProject({numbered<ProjectID>(6), sampleClient, "Website"}); }),
         review("a first client comes with its project",
                [](auto& store) {
                    const auto client = numbered<ClientID>(7);
@@ -82,15 +84,12 @@ const std::vector<Change>& everyChange()
                }),
         review("rules are replaced",
                [](auto& store) {
-                   std::vector<AttributionRule> rules;
-                   for (std::uint32_t place = 0; place < 30; ++place)
-                       rules.push_back({numbered<RuleID>(place + 1),
-                                        true,
-                                        static_cast<int>(place),
-                                        {"a", BrowserDomain::fromText("example.net"), "t"},
-                                        sampleClient,
-                                        sampleProject,
-                                        {}});
+                   std::vector<AttributionRule> rules(30);
+                   for (std::uint32_t place = 0; auto& rule : rules)
+                       rule = {.id = numbered<RuleID>(++place),
+                               .match = {"a", BrowserDomain::fromText("example.net"), "t"},
+                               .clientID = sampleClient,
+                               .projectID = sampleProject};
                    return store.replaceAttributionRules(rules);
                }),
         review("exclusions are replaced",
@@ -116,45 +115,11 @@ const std::vector<Change>& everyChange()
              eraseDeletedRemains(*database, {.patience = {}});
              return deleted.has_value();
          }},
+        {"a copy is imported",
+         [](const auto& database) { return imported(*database, documentOfEverything()).empty(); }, ""},
     };
     return changes;
 }
-
-/// Every row of every table.
-std::vector<std::string> contents(StoreDatabase& database)
-{
-    return *database.read([](StoreConnection& connection) -> Stored<std::vector<std::string>> {
-        std::vector<std::string> rows;
-        SQLite::Statement tables(
-            connection.database(),
-            "SELECT name, (SELECT group_concat('quote(\"' || name || '\")', '||')"
-            " FROM pragma_table_info(t.name)) FROM sqlite_schema t WHERE type = 'table'");
-        while (tables.executeStep()) {
-            const auto table = tables.getColumn(0).getString();
-            SQLite::Statement all(connection.database(),
-                                  "SELECT " + tables.getColumn(1).getString() + " FROM \"" + table + "\"");
-            while (all.executeStep())
-                rows.push_back(table + ": " + all.getColumn(0).getString());
-        }
-        std::ranges::sort(rows);
-        return rows;
-    });
-}
-
-/// A filled store as a file that can be copied.
-const std::string& filledStore()
-{
-    static const std::string bytes = [] {
-        const SampleStore store;
-        fill(store.open());
-        return contentsOf(store.file);
-    }();
-    return bytes;
-}
-
-struct CopiedStore : SampleStore {
-    explicit CopiedStore(const std::string& bytes) { writeFile(file, bytes); }
-};
 
 enum class Answer { accepted, refused, none };
 
@@ -171,67 +136,88 @@ Answer answerBeforeKill(const std::function<bool()>& change)
     return WEXITSTATUS(status) == 0 ? Answer::accepted : Answer::refused;
 }
 
-/// Makes the change with the disk failing from each of its writes on, until it meets no failure; answers how many
-/// writes those were.
-int expectWholeOrNothing(const Change& change, StoreRole role, Fault fault)
-{
-    const testing::ScopedTrace name(__FILE__, __LINE__, change.name);
-    std::vector<std::string> before;
-    std::vector<std::string> after;
-    {
-        const CopiedStore store(filledStore());
-        const auto database = store.open();
-        before = contents(*database);
-        EXPECT_TRUE(change.make(database));
-        after = contents(*database);
-        EXPECT_NE(after, before);
-    }
+using Attempt =
+    std::function<bool(const SampleStore&, const std::string& disk, const std::function<void()>& fail)>;
 
+/// Attempts it in a prepared store with the disk failing from each of its writes on, until it meets no failure, and
+/// has a look at what the next opening finds; answers how many writes those were.
+int failAtEveryWrite(Fault fault, const std::function<void(const SampleStore&)>& prepare,
+                     const Attempt& attempt,
+                     const std::function<void(const std::shared_ptr<StoreDatabase>&, Answer)>& look)
+{
     FaultyFileSystem disk;
     for (int operation = 1; operation < 500; ++operation) {
         const testing::ScopedTrace point(__FILE__, __LINE__, operation);
-        const CopiedStore store(filledStore());
-        auto answer = Answer::none;
-        const auto attempt = [&] {
-            const auto database = store.open(role, disk.name());
-            disk.failFrom(operation, fault);
-            const bool isAccepted = change.make(database);
-            // In this process nothing may be seen of what was refused.
-            EXPECT_EQ(contents(*database), isAccepted ? after : before);
-            return isAccepted;
+        const SampleStore store;
+        prepare(store);
+        const auto isAccepted = [&] {
+            return attempt(store, disk.name(), [&] { disk.failFrom(operation, fault); });
         };
-        bool hasFailed = false;
-        if (fault == Fault::kill) {
-            answer = answerBeforeKill(attempt);
-            hasFailed = answer == Answer::none;
-        } else {
-            answer = attempt() ? Answer::accepted : Answer::refused;
-            hasFailed = disk.hasFailed();
-        }
+        auto answer = Answer::none;
+        if (fault == Fault::kill)
+            answer = answerBeforeKill(isAccepted);
+        else
+            answer = isAccepted() ? Answer::accepted : Answer::refused;
+        const bool hasFailed = fault == Fault::kill ? answer == Answer::none : disk.hasFailed();
         if (fault == Fault::powerLoss)
             disk.losePower(static_cast<unsigned>(operation));
         disk.recover();
 
         const auto database = store.open();
+        if (database == nullptr)
+            return 0;
         EXPECT_TRUE(isSound(*database));
-        const auto found = contents(*database);
-        if (answer == Answer::accepted) {
-            EXPECT_EQ(found, after);
-        } else if (fault == Fault::diskFull || fault == Fault::inputOutputOnce) {
-            EXPECT_EQ(found, before);
-        } else {
-            // The end came before the answer: whole or not at all.
-            EXPECT_TRUE(found == before || found == after);
-        }
-        if (found == before) {
-            EXPECT_TRUE(change.make(database));
-            EXPECT_EQ(contents(*database), after);
-        }
+        look(database, answer);
         if (!hasFailed)
             return operation - 1;
     }
-    ADD_FAILURE() << "the change never went through";
+    ADD_FAILURE() << "it never went through";
     return 0;
+}
+
+int expectWholeOrNothing(const Change& change, StoreRole role, Fault fault)
+{
+    const testing::ScopedTrace name(__FILE__, __LINE__, change.name);
+    std::vector<std::string> before;
+    std::vector<std::string> after;
+    std::string file;
+    {
+        const SampleStore store;
+        if (!change.document.empty()) {
+            EXPECT_EQ(imported(*store.open(), change.document), "");
+        }
+        before = storedRows(*store.open());
+        file = contentsOf(store.file);
+        const auto database = store.open();
+        EXPECT_TRUE(change.make(database));
+        after = storedRows(*database);
+        EXPECT_NE(after, before);
+    }
+    return failAtEveryWrite(
+        fault, [&](const SampleStore& store) { writeFile(store.file, file); },
+        [&](const SampleStore& store, const std::string& disk, const std::function<void()>& fail) {
+            const auto database = store.open(role, disk);
+            fail();
+            const bool isAccepted = change.make(database);
+            // In this process nothing may be seen of what was refused.
+            EXPECT_EQ(storedRows(*database), isAccepted ? after : before);
+            return isAccepted;
+        },
+        [&](const auto& database, Answer answer) {
+            const auto found = storedRows(*database);
+            if (answer == Answer::accepted) {
+                EXPECT_EQ(found, after);
+            } else if (fault == Fault::diskFull || fault == Fault::inputOutputOnce) {
+                EXPECT_EQ(found, before);
+            } else {
+                // The end came before the answer: whole or not at all.
+                EXPECT_TRUE(found == before || found == after);
+            }
+            if (found == before) {
+                EXPECT_TRUE(change.make(database));
+                EXPECT_EQ(storedRows(*database), after);
+            }
+        });
 }
 
 struct DiskFault {
@@ -273,26 +259,7 @@ TEST_P(StoreFaults, KeepEveryChangeWholeOrNotAtAll)
 
 INSTANTIATE_TEST_SUITE_P(OnADisk, StoreFaults, everyFault, nameOf);
 
-TEST(StoreCreationFaults, LeaveNothingBehindWhereAStoreCouldNotBeCreated)
-{
-    FaultyFileSystem disk;
-    for (int operation = 1; operation < 500; ++operation) {
-        const SampleStore store;
-        disk.failFrom(operation, Fault::diskFull);
-        const auto created = StoreDatabase::open({.file = store.file, .fileSystem = disk.name()});
-        const bool failed = disk.hasFailed();
-        disk.recover();
-        if (!created) {
-            EXPECT_TRUE(message(created.error()).contains("the disk is full")) << message(created.error());
-            EXPECT_TRUE(filesIn(store.directory.path()).empty());
-        }
-        if (!failed)
-            return;
-    }
-    FAIL() << "the store was never created";
-}
-
-TEST(StoreCreationFaults, SayThatTheDiskIsFull)
+TEST(FullStore, SaysThatItsDiskIsFull)
 {
     const auto database = StoreDatabase::inMemory();
     execute(*database, "PRAGMA max_page_count = 1");
@@ -309,37 +276,21 @@ int expectOpeningSurvives(const std::function<void(const SampleStore&)>& prepare
     {
         const SampleStore store;
         prepare(store);
-        after = contents(*store.open());
+        after = storedRows(*store.open());
     }
-    FaultyFileSystem disk;
-    for (int operation = 1; operation < 500; ++operation) {
-        const testing::ScopedTrace point(__FILE__, __LINE__, operation);
-        const SampleStore store;
-        prepare(store);
-        const auto attempt = [&] {
-            disk.failFrom(operation, fault);
-            return StoreDatabase::open({.file = store.file, .fileSystem = disk.name()}).has_value();
-        };
-        bool hasFailed = false;
-        if (fault == Fault::kill) {
-            hasFailed = answerBeforeKill(attempt) == Answer::none;
-        } else {
-            attempt();
-            hasFailed = disk.hasFailed();
-        }
-        if (fault == Fault::powerLoss)
-            disk.losePower(static_cast<unsigned>(operation));
-        disk.recover();
-        const auto database = store.open();
-        if (database == nullptr)
-            return 0;
-        EXPECT_TRUE(isSound(*database));
-        EXPECT_EQ(contents(*database), after);
-        if (!hasFailed)
-            return operation - 1;
-    }
-    ADD_FAILURE() << "the store was never opened";
-    return 0;
+    return failAtEveryWrite(
+        fault, prepare,
+        [&](const SampleStore& store, const std::string& disk, const std::function<void()>& fail) {
+            const bool isNew = !std::filesystem::exists(store.file);
+            fail();
+            const auto opened = StoreDatabase::open({.file = store.file, .fileSystem = disk});
+            if (!opened && isNew && fault == Fault::diskFull) {
+                EXPECT_TRUE(message(opened.error()).contains("the disk is full")) << message(opened.error());
+                EXPECT_TRUE(filesIn(store.directory.path()).empty());
+            }
+            return opened.has_value();
+        },
+        [&](const auto& database, Answer) { EXPECT_EQ(storedRows(*database), after); });
 }
 
 class StoreOpeningFaults : public StoreFaults { };
@@ -350,11 +301,7 @@ TEST_P(StoreOpeningFaults, LeaveAStoreThatTheNextOpeningCreatesOrMigrates)
     for (const int version : {1, 8}) {
         const testing::ScopedTrace from(__FILE__, __LINE__, version);
         points += expectOpeningSurvives(
-            [version](const SampleStore& store) {
-                std::filesystem::copy_file(
-                    fmt::format("{}/Tests/Fixtures/Stores/v{}.store", STINTBOOK_SOURCE_DIRECTORY, version),
-                    store.file);
-            },
+            [version](const SampleStore& store) { std::filesystem::copy_file(fixture(version), store.file); },
             GetParam().fault);
     }
     RecordProperty("points", points);

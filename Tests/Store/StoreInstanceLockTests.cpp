@@ -20,44 +20,31 @@ template <typename Work> int inAnotherProcess(Work work)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST(StoreInstanceLock, NamesTheProcessThatHoldsIt)
+TEST(StoreInstanceLock, NamesTheProcessThatHoldsItAndIsFreeAfterThatDied)
 {
     const TemporaryDirectory directory;
     const auto store = directory / "Velloran.store";
-    const auto lock = StoreInstanceLock::acquire(store);
-    ASSERT_TRUE(lock && lock->isGuarded());
-    EXPECT_EQ(contentsOf(directory / "Velloran.store.lock"), std::to_string(getpid()) + "\n");
-
-    const auto holder = getpid();
-    EXPECT_EQ(inAnotherProcess([&] {
-                  const auto second = StoreInstanceLock::acquire(store);
-                  return !second && second.error().processIdentifier == holder ? 0 : 1;
-              }),
-              0);
-
-    writeFile(directory / "Velloran.store.lock", "no number\n");
-    EXPECT_EQ(inAnotherProcess([&] {
-                  const auto second = StoreInstanceLock::acquire(store);
-                  return !second && !second.error().processIdentifier ? 0 : 1;
-              }),
-              0);
-    EXPECT_EQ(contentsOf(directory / "Velloran.store.lock"), "no number\n");
-}
-
-TEST(StoreInstanceLock, IsFreeAgainAfterItsHolderDied)
-{
-    const TemporaryDirectory directory;
-    const auto store = directory / "Velloran.store";
+    const auto file = directory / "Velloran.store.lock";
+    const auto heldBy = [&](std::optional<pid_t> holder) {
+        return inAnotherProcess([&] {
+            const auto second = StoreInstanceLock::acquire(store);
+            return !second && second.error().processIdentifier == holder ? 0 : 1;
+        });
+    };
     ASSERT_EQ(inAnotherProcess([&] {
                   auto* const kept = new auto(StoreInstanceLock::acquire(store));
                   return *kept && (*kept)->isGuarded() ? 0 : 1;
               }),
               0);
-    EXPECT_NE(contentsOf(directory / "Velloran.store.lock"), "");
+    EXPECT_NE(contentsOf(file), "");
 
     const auto lock = StoreInstanceLock::acquire(store);
     ASSERT_TRUE(lock && lock->isGuarded());
-    EXPECT_EQ(contentsOf(directory / "Velloran.store.lock"), std::to_string(getpid()) + "\n");
+    EXPECT_EQ(contentsOf(file), std::to_string(getpid()) + "\n");
+    EXPECT_EQ(heldBy(getpid()), 0);
+    writeFile(file, "no number\n");
+    EXPECT_EQ(heldBy(std::nullopt), 0);
+    EXPECT_EQ(contentsOf(file), "no number\n");
 }
 
 TEST(StoreInstanceLock, GoesOnUnguardedWithoutALockFile)

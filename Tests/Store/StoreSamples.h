@@ -1,12 +1,16 @@
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include "Export/ExportDocumentModel.h"
 #include "Review/ReviewedWorkItem.h"
 #include "Store/PersistentActivitySegmentRepository.h"
 #include "Store/PersistentReviewStore.h"
@@ -48,6 +52,9 @@ inline std::vector<ActivitySegment> sampleSegments(std::uint32_t from, std::uint
     return segments;
 }
 
+inline const auto sampleClient = numbered<ClientID>(0xC1);
+inline const auto sampleProject = numbered<ProjectID>(0xD1);
+
 /// Frozen from the sample segment of that minute.
 inline ReviewedWorkItem sampleItem(std::uint32_t minute)
 {
@@ -56,11 +63,49 @@ inline ReviewedWorkItem sampleItem(std::uint32_t minute)
             .day = sampleDay,
             .start = segment.start,
             .end = segment.end,
-            .assignment = {numbered<ClientID>(1), numbered<ProjectID>(1), true},
+            .assignment = {sampleClient, sampleProject, true},
             .slices = {{segment.id, segment.start, segment.end}}};
 }
 
+inline ExportSnapshot sampleSnapshot(std::uint32_t index)
+{
+    const auto line = [](const char* name, std::optional<Decimal> rate, std::optional<Decimal> amount) {
+        return ExportLine{.dayID = dayID(sampleDay),
+                          .dayStart = sampleDay.start,
+                          .timeZoneIdentifier = sampleDay.timeZoneIdentifier,
+                          .start = sampleDay.start,
+                          .end = sampleDay.start + Seconds{901},
+                          .clientName = name,
+                          .actualSeconds = 901,
+                          .billedSeconds = 1080,
+                          .hourlyRate = rate,
+                          .amount = amount,
+                          .currencyCode = "EUR",
+                          .rounding = RoundingPolicy::nearestSixMinutes};
+    };
+    ExportSnapshot snapshot{
+        .id = numbered<ExportSnapshotID>(index + 1),
+        .createdAt = {1795190000.5 + index},
+        .format = ExportFormat::timesheetPDF,
+        .mode = ExportMode::detailed,
+        .rangeStart = sampleDay,
+        .rangeEnd = sampleDay,
+        .clientFilterID = sampleClient,
+        .clientFilterName = "Müller",
+        .lines = {line("B", Decimal::parse("87.5"), Decimal::parse("26.25")),
+                  line("A", Decimal::parse("0.1"), Decimal::parse("0.03")), line("C", {}, {})},
+        .days = {{dayID(sampleDay), sampleDay.start, sampleDay.timeZoneIdentifier, std::string(64, 'a')}}};
+    snapshot.totals = totals(snapshot.lines, BillingCurrency::fromText("EUR"));
+    return snapshot;
+}
+
 inline constexpr Interval allTime{{-1e12}, {1e12}};
+
+/// The store that a version wrote.
+inline std::filesystem::path fixture(int version)
+{
+    return fmt::format("{}/Tests/Fixtures/Stores/v{}.store", STINTBOOK_SOURCE_DIRECTORY, version);
+}
 
 /// A store in a directory of its own.
 struct SampleStore {
@@ -93,6 +138,42 @@ inline void execute(StoreDatabase& database, const std::string& sql)
         connection.execute(sql);
         return {};
     }));
+}
+
+/// For each table the columns that it has, as an expression.
+using StoredColumns = std::map<std::string, std::string>;
+
+inline StoredColumns storedColumns(StoreConnection& connection)
+{
+    StoredColumns columns;
+    auto tables =
+        connection.query("SELECT name, (SELECT group_concat('quote(\"' || name || '\")', '||')"
+                         " FROM pragma_table_info(t.name)) FROM sqlite_schema t WHERE type = 'table'");
+    while (tables.next()) {
+        const auto name = tables.take<std::string>();
+        columns[name] = tables.take<std::string>();
+    }
+    return columns;
+}
+
+/// Every row of every table, as far as the columns say it.
+inline std::vector<std::string> storedRows(StoreConnection& connection, const StoredColumns& columns)
+{
+    std::vector<std::string> rows;
+    for (const auto& [table, values] : columns) {
+        SQLite::Statement all(connection.database(), "SELECT " + values + " FROM \"" + table + "\"");
+        while (all.executeStep())
+            rows.push_back(table + ": " + all.getColumn(0).getString());
+    }
+    std::ranges::sort(rows);
+    return rows;
+}
+
+inline std::vector<std::string> storedRows(StoreDatabase& database)
+{
+    return *database.read([](StoreConnection& connection) -> Stored<std::vector<std::string>> {
+        return storedRows(connection, storedColumns(connection));
+    });
 }
 
 /// What the database says of itself when all is well.

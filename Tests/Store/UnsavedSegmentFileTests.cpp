@@ -21,15 +21,10 @@ struct UnsavedSegments : testing::Test {
 
 TEST_F(UnsavedSegments, AreSavedAtTheNextStartAsFarAsTheyAreMissing)
 {
-    auto segments = sampleSegments(0, 4);
+    auto segments = sampleSegments(0, 3);
     segments[1].browserDomain = BrowserDomain::fromText("example.org");
     segments[1].context = FocusedContext::documentTitle("Ünïcödé \"title\" \\ /");
-    segments[2].kind = ActivityKind::gap;
-    segments[2].gapReason = GapReason::sessionInactive;
-    segments[2].application.reset();
-    segments[2].context = FocusedContext::none();
-    segments[2].evidence = ContextEvidence::none;
-    segments[3].end = segments[3].start + Seconds{0.1};
+    segments[2].end = segments[2].start + Seconds{0.1};
     ASSERT_TRUE(repository.save(std::span(segments).first(1)));
 
     UnsavedSegmentFile(store.file).keep(segments);
@@ -39,19 +34,14 @@ TEST_F(UnsavedSegments, AreSavedAtTheNextStartAsFarAsTheyAreMissing)
     const auto leftDraft = file.string() + ".0123abcd";
     writeFile(leftDraft, "[");
     UnsavedSegmentFile next(store.file);
-    EXPECT_EQ(*next.recover(repository), 3);
+    EXPECT_EQ(*next.recover(repository), 2);
     EXPECT_FALSE(std::filesystem::exists(leftDraft));
     EXPECT_EQ(stored(), segments);
     EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_EQ(*next.recover(repository), 0);
-}
 
-TEST_F(UnsavedSegments, LeaveNothingBehindOnceTheStoreHasThem)
-{
-    UnsavedSegmentFile unsaved(store.file);
-    unsaved.keep({});
-    unsaved.keep(sampleSegments(0, 2));
-    unsaved.keep({});
+    next.keep(segments);
+    next.keep({});
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
