@@ -162,8 +162,8 @@ TEST_F(Deletion, CutsWhatWasRecordedInAnotherZoneAtTheScopesBounds)
     }
     save(crossing);
     const auto theirDay = newYork.dayOf(crossing[0].start);
-    const std::vector items{item(crossing[0], newYork), item(crossing[1], newYork)};
-    ASSERT_TRUE(review().apply({.upserts = items,
+    const auto items = [&] { return std::vector{item(crossing[0], newYork), item(crossing[1], newYork)}; };
+    ASSERT_TRUE(review().apply({.upserts = items(),
                                 .reviewUpserts = {{crossing[0].id, {.isIgnored = true}}},
                                 .approval = ReviewedDayApproval{theirDay, {std::string(64, 'a')}, {1}}}));
 
@@ -171,27 +171,24 @@ TEST_F(Deletion, CutsWhatWasRecordedInAnotherZoneAtTheScopesBounds)
     crossing[0].end = day(0).start;
     crossing[1].start = day(1).start;
     EXPECT_EQ(*segments().segments(allTime), crossing);
-    EXPECT_EQ(*review().items(allTime), items);
+    EXPECT_EQ(*review().items(allTime), items());
     EXPECT_EQ(review().reviews(std::vector{crossing[0].id})->size(), 1U);
     EXPECT_TRUE(review().approval(theirDay)->has_value());
 
     EXPECT_EQ(*erased(days(-1, -1)), 1);
     EXPECT_FALSE(review().approval(theirDay)->has_value());
-}
 
-TEST_F(Deletion, CutsWhatIsLongerThanTheScopeInTwo)
-{
-    auto whole = segment(0, 0);
-    whole.start = day(0).start - Seconds{60};
-    whole.end = day(1).start + Seconds{60};
-    save({whole});
-    EXPECT_EQ(*erased(days(0, 0)), 1);
-    auto left = whole;
-    left.end = day(0).start;
-    auto right = whole;
-    right.start = day(1).start;
-    auto pieces = *segments().segments(allTime);
-    right.id = pieces.at(1).id;
+    // One that is longer than the scope is cut in two.
+    auto left = segment(5, 0);
+    left.end = day(7).start + Seconds{60};
+    auto right = left;
+    save({left});
+    EXPECT_EQ(*erased(days(6, 6)), 1);
+    left.end = day(6).start;
+    right.start = day(7).start;
+    const auto pieces = *segments().segments({left.start, right.end});
+    ASSERT_EQ(pieces.size(), 2U);
+    right.id = pieces[1].id;
     EXPECT_THAT(pieces, ElementsAre(left, right));
 }
 

@@ -105,14 +105,5 @@ TEST_F(SegmentStore, ListsEachApplicationOnceByItsLatestName)
                             ObservedApplication{"b", "New name", segments[2].end}));
 }
 
-TEST_F(SegmentStore, SavesOnlyWhatIsMissingWhenAskedTo)
-{
-    ASSERT_TRUE(repository.save(sampleSegments(0, 2)));
-    auto changed = sampleSegments(0, 4);
-    changed[1].end = changed[1].end + Seconds{1};
-    EXPECT_EQ(*repository.saveMissing(changed), 2);
-    EXPECT_EQ(all(), sampleSegments(0, 4));
-}
-
 } // namespace
 } // namespace stintbook

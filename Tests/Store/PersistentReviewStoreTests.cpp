@@ -1,3 +1,5 @@
+#include <functional>
+
 #include <gmock/gmock.h>
 
 #include "StoreSamples.h"
@@ -57,37 +59,31 @@ TEST_F(ReviewStore, RefusesEditsOfTheClientListWithoutSavingAnything)
     EXPECT_EQ(*store.projects(), projects);
 }
 
-TEST_F(ReviewStore, CountsWhatNamesAClientAndRefusesToDeleteIt)
-{
-    ASSERT_TRUE(store.replaceAttributionRules({{.id = numbered<RuleID>(1),
-                                                .match = {.titleContains = "x"},
-                                                .clientID = client,
-                                                .projectID = project}}));
-    const auto refused = store.deleteClient(client);
-    ASSERT_TRUE(isRefusedWith<ClientDeletionRefused>(refused));
-    EXPECT_EQ(std::get<ClientDeletionRefused>(refused.error()),
-              (ClientDeletionRefused{{.rules = 1}, "Müller & Co"}));
-
-    ASSERT_TRUE(store.apply(
-        {.upserts = {sampleItem(0), sampleItem(1)},
-         .reviewUpserts = {{numbered<SegmentID>(7), {AttributionAssignment{client, project, true}}},
-                           {numbered<SegmentID>(8), {.isIgnored = true}}}}));
-    ASSERT_TRUE(store.append(sampleSnapshot(0)));
-    const auto census = *store.referenceCensus();
-    EXPECT_EQ(census.byClient.at(client), (ClientReferences{1, 2, 1, 1}));
-    EXPECT_EQ(census.byProject.at(project), (ClientReferences{1, 2, 1, 0}));
-    EXPECT_TRUE(isRefusedWith<ClientDeletionRefused>(store.deleteProject(project)));
-    EXPECT_EQ(store.clients()->size(), 1U);
-}
-
-TEST_F(ReviewStore, DeletesAnUnusedClientWithItsProjectsAndBilling)
+TEST_F(ReviewStore, CountsWhatNamesAClientAndDeletesOnlyAnUnusedOne)
 {
     auto snapshot = sampleSnapshot(0);
     snapshot.clientFilterID.reset();
     snapshot.projectFilterID = project;
     ASSERT_TRUE(store.append(snapshot));
-    // Its project is named alone.
-    EXPECT_TRUE(isRefusedWith<ClientDeletionRefused>(store.deleteClient(client)));
+    const auto refused = store.deleteClient(client);
+    ASSERT_TRUE(isRefusedWith<ClientDeletionRefused>(refused));
+    EXPECT_EQ(std::get<ClientDeletionRefused>(refused.error()),
+              (ClientDeletionRefused{{.exports = 1}, "Müller & Co"}))
+        << "its project is named alone";
+
+    ASSERT_TRUE(store.replaceAttributionRules({{.id = numbered<RuleID>(1),
+                                                .match = {.titleContains = "x"},
+                                                .clientID = client,
+                                                .projectID = project}}));
+    ASSERT_TRUE(store.apply(
+        {.upserts = {sampleItem(0), sampleItem(1)},
+         .reviewUpserts = {{numbered<SegmentID>(7), {AttributionAssignment{client, project, true}}},
+                           {numbered<SegmentID>(8), {.isIgnored = true}}}}));
+    ASSERT_TRUE(store.append(sampleSnapshot(1)));
+    const auto census = *store.referenceCensus();
+    EXPECT_EQ(census.byClient.at(client), (ClientReferences{1, 2, 1, 1}));
+    EXPECT_EQ(census.byProject.at(project), (ClientReferences{1, 2, 1, 1}));
+    EXPECT_TRUE(isRefusedWith<ClientDeletionRefused>(store.deleteProject(project)));
 
     const auto unused = numbered<ClientID>(2);
     ASSERT_TRUE(store.create({{unused, "Unused", false, ClientColor::fromText("#000000")},
@@ -219,41 +215,32 @@ TEST_F(ReviewStore, KeepsSnapshotsInTheOrderOfTheirLinesAndNeverOverwritesOne)
 
 TEST_F(ReviewStore, TellsTheRevisionThatTheLatestExportOfADayHad)
 {
-    auto older = sampleSnapshot(0);
     auto newer = sampleSnapshot(1);
     newer.days[0].revision = std::string(64, 'b');
-    older.days.push_back({"2026-11-19@Europe/Berlin", {}, "Europe/Berlin", std::string(64, 'c')});
     ASSERT_TRUE(store.append(newer));
-    ASSERT_TRUE(store.append(older));
+    ASSERT_TRUE(store.append(sampleSnapshot(0)));
     const auto days = *store.exportedDays();
-    ASSERT_EQ(days.size(), 2U);
-    EXPECT_EQ(days[0].dayID + days[0].revision, "2026-11-19@Europe/Berlin" + std::string(64, 'c'));
-    EXPECT_EQ(days[1].dayID + days[1].revision, "2026-11-20@Europe/Berlin" + std::string(64, 'b'));
+    ASSERT_EQ(days.size(), 1U);
+    EXPECT_EQ(days[0].dayID + days[0].revision, dayID(sampleDay) + std::string(64, 'b'));
 }
 
 TEST_F(ReviewStore, CreatesAFirstContextWholeOrNotAtAll)
 {
-    using Kind = FirstWorkContextProblem::Kind;
-    const auto refusal = [&](const FirstWorkContext& context) {
-        const auto created = store.create(context);
-        return std::get<FirstWorkContextProblem>(created.error());
-    };
     const FirstWorkContext context{{numbered<ClientID>(9), "New"},
                                    {numbered<ProjectID>(9), numbered<ClientID>(9), "First"},
                                    ClientBillingDefaults{Decimal(80), std::nullopt}};
-    auto changed = context;
-    changed.project.clientID = client;
-    EXPECT_EQ(refusal(changed).kind, Kind::projectNotOwnedByNewClient);
-    changed = context;
-    changed.project.name = " ";
-    EXPECT_EQ(refusal(changed).field, "project name");
-    changed = context;
-    changed.clientBilling->hourlyRate = Decimal(-1);
-    EXPECT_EQ(refusal(changed).field, "hourly rate");
-    changed = context;
-    changed.client.id = client;
-    changed.project.clientID = client;
-    EXPECT_EQ(refusal(changed).field, "client identifier");
+    const auto refusal = [&](const std::function<void(FirstWorkContext&)>& change) {
+        auto changed = context;
+        change(changed);
+        return std::get<FirstWorkContextProblem>(store.create(changed).error());
+    };
+    EXPECT_EQ(refusal([](auto& changed) { changed.project.clientID = client; }).kind,
+              FirstWorkContextProblem::Kind::projectNotOwnedByNewClient);
+    EXPECT_EQ(refusal([](auto& changed) { changed.project.name = " "; }).field, "project name");
+    EXPECT_EQ(refusal([](auto& changed) { changed.clientBilling->hourlyRate = Decimal(-1); }).field,
+              "hourly rate");
+    EXPECT_EQ(refusal([](auto& changed) { changed.client.id = changed.project.clientID = client; }).field,
+              "client identifier");
     EXPECT_EQ(store.clients()->size(), 1U);
 
     ASSERT_TRUE(store.create(context));

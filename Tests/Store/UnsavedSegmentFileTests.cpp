@@ -27,7 +27,9 @@ TEST_F(UnsavedSegments, AreSavedAtTheNextStartAsFarAsTheyAreMissing)
     segments[2].end = segments[2].start + Seconds{0.1};
     ASSERT_TRUE(repository.save(std::span(segments).first(1)));
 
-    UnsavedSegmentFile(store.file).keep(segments);
+    auto kept = segments;
+    kept[0].end = kept[0].end + Seconds{1};
+    UnsavedSegmentFile(store.file).keep(kept);
     EXPECT_EQ(std::filesystem::status(file).permissions(),
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 

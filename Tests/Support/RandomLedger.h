@@ -68,12 +68,8 @@ private:
     }
     Decimal number()
     {
-        static const std::vector<std::string> numbers{"0",
-                                                      "90",
-                                                      "0.1",
-                                                      "12345678901234567890123456789012345678",
-                                                      "0.00000000000000000000000000000000000001",
-                                                      "87.50"};
+        static const std::vector<std::string> numbers{"0", "0.1", std::string(38, '7'),
+                                                      "0." + std::string(37, '0') + "1", "87.50"};
         return *Decimal::parse(m_work.anyOf<std::string>(numbers));
     }
     std::optional<Decimal> rate() { return m_work.oneIn(2) ? std::optional(number()) : std::nullopt; }
@@ -132,10 +128,8 @@ private:
                                             .description = perhapsText(),
                                             .slices = {{segment.id, segment.start, segment.end}}});
             } else if (m_work.oneIn(3)) {
-                SegmentReview review{.isIgnored = m_work.oneIn(2), .isConfirmed = m_work.oneIn(2)};
-                if (m_work.oneIn(2))
-                    review.assignment = assignment();
-                mutation.reviewUpserts[segment.id] = review;
+                mutation.reviewUpserts[segment.id] = {.assignment = assignment(),
+                                                      .isIgnored = m_work.oneIn(2)};
             }
         }
         // Its activity may be gone since.
