@@ -16,17 +16,14 @@ TEST(BoundedShutdown, TakesTheOperationsValueFromAnotherThread)
     EXPECT_EQ(outcome, BoundedShutdown::Outcome<int>(7));
 }
 
-TEST(BoundedShutdown, DiscardsAValueThatComesAfterTheDeadline)
+TEST(BoundedShutdown, KeepsTheFirstOutcomeWhichMayBeTheDeadline)
 {
     std::function<void(int)> late;
     const auto outcome =
         BoundedShutdown::run<int>([&](const auto& complete) { late = complete; }, Seconds{0});
     EXPECT_EQ(outcome, BoundedShutdown::Outcome<int>(BoundedShutdown::DeadlineExpired{}));
     late(7);
-}
 
-TEST(BoundedShutdown, KeepsTheFirstOfSeveralOutcomes)
-{
     FirstOutcome<int> first;
     first.offer(1);
     first.offer(2);

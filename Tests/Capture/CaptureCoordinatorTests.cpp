@@ -35,12 +35,12 @@ private:
 
 struct Running {
     explicit Running(std::shared_ptr<Executor> store = std::make_shared<InlineExecutor>(),
-                     std::optional<CapturePause> pause = {}, Instant from = {0})
+                     const std::optional<CapturePause>& pause = {}, Instant from = {0})
         : time(from)
         , repository(std::make_shared<CaptureSegmentRepository>())
-        , pauseStore(std::move(pause))
         , coordinator({}, {{std::move(store), repository}, capture, time, pauseStore, &kept})
     {
+        pauseStore.pause = pause;
         coordinator.followStatus([this](const CaptureStatus& status) { statuses.push_back(status); });
         coordinator.start({.at = from,
                            .calendar = *CalendarContext::inZone("UTC"),
@@ -61,48 +61,16 @@ struct Running {
     VirtualTime time;
     InlineExecutor capture;
     std::shared_ptr<CaptureSegmentRepository> repository;
-    struct PauseStore final : CapturePauseStoring {
-        explicit PauseStore(std::optional<CapturePause> stored)
-            : pause(std::move(stored))
-        {
-        }
-        std::optional<CapturePause> load() const override { return pause; }
-        bool save(const std::optional<CapturePause>& newPause) override
-        {
-            pause = newPause;
-            return true;
-        }
-        std::optional<CapturePause> pause;
-    } pauseStore;
+    InMemoryCapturePauseStore pauseStore;
     KeptSegments kept;
     CaptureCoordinator coordinator;
     std::vector<CaptureStatus> statuses;
     std::optional<CaptureShutdownOutcome> outcome;
 };
 
-TEST(CaptureCoordinator, OffersRefusedSegmentsAgainInOrderWithTheNextSave)
-{
-    const CapturedLog log;
-    Running running;
-    running.show(0, "a");
-    running.repository->refuses = [] { return true; };
-    running.show(10, "b");
-    running.show(20, "c");
-    EXPECT_EQ(running.coordinator.unsavedCount(), 2U);
-    running.repository->refuses = nullptr;
-    running.show(30, "d");
-    EXPECT_THAT(running.saved(), ElementsAre("0-10 work a", "10-20 work b", "20-30 work c"));
-    EXPECT_EQ(running.coordinator.accountedThrough(), Instant{30});
-    EXPECT_THAT(log.errors(),
-                ElementsAre("Deferred 1 segment(s) after a store error: disk full",
-                            "Deferred 2 segment(s) after a store error: disk full"));
-    EXPECT_THAT(log.events(),
-                Contains("Closed 3 segment(s); kind work, evidence applicationOnly, duration "
-                         "30.000000s"));
-}
-
 TEST(CaptureCoordinator, HasOneSaveAtATimeUnderWayAndKeepsTheOrderWhenItIsRefused)
 {
+    const CapturedLog log;
     const auto store = std::make_shared<HeldExecutor>();
     Running running(store);
     running.show(0, "a");
@@ -121,6 +89,11 @@ TEST(CaptureCoordinator, HasOneSaveAtATimeUnderWayAndKeepsTheOrderWhenItIsRefuse
     store->runOne();
     EXPECT_THAT(running.saved(), ElementsAre("0-10 work a", "10-20 work b", "20-30 work c"));
     EXPECT_EQ(running.coordinator.unsavedCount(), 0U);
+    EXPECT_EQ(running.coordinator.accountedThrough(), Instant{30});
+    EXPECT_THAT(log.errors(), ElementsAre("Deferred 1 segment(s) after a store error: disk full"));
+    EXPECT_THAT(log.events(),
+                Contains("Closed 3 segment(s); kind work, evidence applicationOnly, duration "
+                         "30.000000s"));
 }
 
 TEST(CaptureCoordinator, GivesUpTheFlushAfterExactlyItsAttemptsAndKeepsWhatIsLeft)

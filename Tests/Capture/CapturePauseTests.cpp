@@ -21,7 +21,7 @@ TEST(CapturePause, EndsTomorrowAtTheNextDaysFirstInstant)
     EXPECT_FALSE(requestedPause(TimedPauseOption::untilIResume, {1000}, berlin).deadline);
 }
 
-TEST(PreferencesCapturePauseStore, KeepsEitherKindAndClearsIt)
+TEST(PreferencesCapturePauseStore, KeepsEitherKindAndLoadsNoneFromWhatIsNone)
 {
     InMemoryPreferences preferences;
     PreferencesCapturePauseStore store(preferences);
@@ -30,24 +30,18 @@ TEST(PreferencesCapturePauseStore, KeepsEitherKindAndClearsIt)
     EXPECT_EQ(store.load(), timed);
     store.save(CapturePause{});
     EXPECT_EQ(store.load(), CapturePause{});
-    EXPECT_FALSE(preferences.value("stintbook.capture.pauseDeadline"));
     store.save(std::nullopt);
     EXPECT_FALSE(store.load());
-    EXPECT_FALSE(preferences.value("stintbook.capture.pauseKind"));
-}
+    EXPECT_FALSE(preferences.value(store.kindKey));
 
-TEST(PreferencesCapturePauseStore, LoadsNoPauseFromWhatIsNone)
-{
-    InMemoryPreferences preferences;
-    const PreferencesCapturePauseStore store(preferences);
-    preferences.store("stintbook.capture.pauseKind", "timed");
-    preferences.store("stintbook.capture.pauseLength", 900.0);
+    preferences.store(store.kindKey, "timed");
+    preferences.store(store.lengthKey, 900.0);
     EXPECT_FALSE(store.load());
-    preferences.store("stintbook.capture.pauseDeadline", "tomorrow");
+    preferences.store(store.deadlineKey, "tomorrow");
     EXPECT_FALSE(store.load());
-    preferences.store("stintbook.capture.pauseDeadline", Instant{5});
+    preferences.store(store.deadlineKey, Instant{5});
     EXPECT_TRUE(store.load());
-    preferences.store("stintbook.capture.pauseKind", "whenever");
+    preferences.store(store.kindKey, "whenever");
     EXPECT_FALSE(store.load());
 }
 

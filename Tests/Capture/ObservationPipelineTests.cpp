@@ -1,3 +1,4 @@
+#include <functional>
 #include <random>
 #include <sstream>
 #include <string>
@@ -75,7 +76,7 @@ struct Recording {
     TraceWriter writer;
 };
 
-TEST(ObservationPipeline, GivesEachReadingTheInstantOfItsSwitchHoweverLongItTakes)
+TEST(ObservationPipeline, GivesEachReadingTheInstantOfItsSwitchAndNoTitleTheFormerTabsDomain)
 {
     Recording recording(Seconds{0.4});
     recording.desktop->show("editor", "a.txt");
@@ -84,23 +85,15 @@ TEST(ObservationPipeline, GivesEachReadingTheInstantOfItsSwitchHoweverLongItTake
     recording.desktop->show("firefox", "News", "news.example.org");
     recording.time.advance({0.1});
     recording.desktop->show("editor", "b.txt");
-    recording.time.advance({10});
-    EXPECT_THAT(recording.stop(),
-                ElementsAre("0-10 work editor 'a.txt'", "10-10.1 work firefox 'News' @news.example.org",
-                            "10.1-20.1 work editor 'b.txt'"));
-}
-
-TEST(ObservationPipeline, LetsNoTitleMeetTheFormerTabsDomain)
-{
-    Recording recording;
+    recording.time.advance({9.9});
     recording.desktop->show("firefox", "News", "news.example.org");
-    recording.start();
     recording.time.advance({10});
     recording.desktop->show("firefox", "Mail", "mail.example.org");
     recording.time.advance({10});
     EXPECT_THAT(recording.stop(),
-                ElementsAre("0-10 work firefox 'News' @news.example.org",
-                            "10-20 work firefox 'Mail' @mail.example.org"));
+                ElementsAre("0-10 work editor 'a.txt'", "10-10.1 work firefox 'News' @news.example.org",
+                            "10.1-20 work editor 'b.txt'", "20-30 work firefox 'News' @news.example.org",
+                            "30-40 work firefox 'Mail' @mail.example.org"));
 }
 
 TEST(ObservationPipeline, ObservesOneTitleASecondAndNeverLosesTheLast)
@@ -170,7 +163,11 @@ TEST(ObservationPipeline, FollowsThePermissionAndThePreferences)
     recording.trust->trusted = false;
     recording.desktop->show("firefox", "Tab", "a.example.org");
     recording.start();
-    recording.time.advance({9});
+    recording.time.advance({5});
+    recording.permission.prompt();
+    recording.time.advance({4});
+    EXPECT_EQ(recording.trust->promptCount, 1);
+    EXPECT_EQ(recording.coordinator.status().permission, CapturePermissionState::awaitingUserAction);
     EXPECT_EQ(recording.desktop->titleReadings, 0);
     recording.trust->trusted = true;
     recording.time.advance({11});
@@ -249,57 +246,44 @@ TEST(ObservationPipeline, WritesATraceWhoseReplayGivesTheSameSegments)
         if (below(4) == 0)
             recording.pauseStore.pause = CapturePause{recording.time.now() + Seconds{500}, {600}};
         recording.start();
-        for (int step = 0; step < 150; ++step) {
-            recording.time.advance({below(3) == 0 ? below(1200) / 1.0 : below(3000) / 1000.0});
-            auto& desktop = *recording.desktop;
-            if (below(2) == 0)
-                desktop.touch();
-            switch (below(16)) {
-            case 0:
-                desktop.suspend(below(2) == 0 ? GapReason::systemSleep : GapReason::sessionInactive);
-                break;
-            case 1:
+        auto& desktop = *recording.desktop;
+        auto& pipeline = recording.pipeline;
+        auto& time = recording.time;
+        const auto show = [&] {
+            desktop.show(below(2) == 0 ? "firefox" : "editor",
+                         std::string(1, static_cast<char>('a' + below(4))),
+                         below(2) == 0 ? "a.example.org" : "b.example.org");
+        };
+        const std::vector<std::function<void()>> events{
+            [&] { desktop.suspend(below(2) == 0 ? GapReason::systemSleep : GapReason::sessionInactive); },
+            [&] {
                 desktop.resume(below(2) == 0 ? SystemResumeCause::systemWake
                                              : SystemResumeCause::sessionActive);
-                break;
-            case 2:
-                recording.time.sleep({below(4000) * 1.0});
-                break;
-            case 3:
-                recording.pipeline.pause(below(2) == 0
-                                             ? RequestedPause{}
-                                             : RequestedPause{recording.time.now() + Seconds{90}, {90}});
-                break;
-            case 4:
-                recording.pipeline.resume();
-                break;
-            case 5:
-                recording.trust->trusted = !recording.trust->trusted;
-                break;
-            case 6:
-                recording.calendar.moveTo(anyZone());
-                break;
-            case 7:
-                recording.pipeline.setRetainsTitleContext(below(2) == 0);
-                recording.pipeline.setBrowserContextEnabled(below(2) == 0);
-                break;
-            case 8:
-                desktop.canSampleIdle = !desktop.canSampleIdle;
-                break;
-            case 9:
-                recording.pipeline.resolveEvidenceForDeletion([](CaptureWriterBarrierOutcome) { });
-                break;
-            case 10:
-                recording.pipeline.releaseAfterDeletion([] { });
-                break;
-            case 11:
-                recording.time.setWall(recording.time.now() - Seconds{below(900) * 1.0});
-                break;
-            default:
-                desktop.show(below(2) == 0 ? "firefox" : "editor",
-                             std::string(1, static_cast<char>('a' + below(4))),
-                             below(2) == 0 ? "a.example.org" : "b.example.org");
-            }
+            },
+            [&] { time.sleep({below(4000) * 1.0}); },
+            [&] {
+                pipeline.pause(below(2) == 0 ? RequestedPause{}
+                                             : RequestedPause{time.now() + Seconds{90}, {90}});
+            },
+            [&] { pipeline.resume(); },
+            [&] { recording.trust->trusted = !recording.trust->trusted; },
+            [&] { recording.calendar.moveTo(anyZone()); },
+            [&] { pipeline.setRetainsTitleContext(below(2) == 0); },
+            [&] { pipeline.setBrowserContextEnabled(below(2) == 0); },
+            [&] { desktop.canSampleIdle = !desktop.canSampleIdle; },
+            [&] { pipeline.resolveEvidenceForDeletion([](CaptureWriterBarrierOutcome) { }); },
+            [&] { pipeline.releaseAfterDeletion([] { }); },
+            [&] { time.setWall(time.now() - Seconds{below(900) * 1.0}); },
+            show,
+            show,
+            show,
+            show,
+        };
+        for (int step = 0; step < 150; ++step) {
+            time.advance({below(3) == 0 ? below(1200) / 1.0 : below(3000) / 1000.0});
+            if (below(2) == 0)
+                desktop.touch();
+            events[static_cast<std::size_t>(below(static_cast<int>(events.size())))]();
         }
         recording.pipeline.releaseAfterDeletion([] { });
         const auto recorded = recording.stop();

@@ -1,5 +1,3 @@
-#include <random>
-#include <set>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -41,15 +39,6 @@ TEST(SegmentBuilder, AllocatesNothingForAnObservationThatContinuesTheStretch)
     EXPECT_EQ(builder.open->start, Instant{100});
 }
 
-TEST(SegmentBuilder, DropsAStretchWithoutLength)
-{
-    SegmentBuilder builder(zone("UTC"));
-    builder.ingest(observation("editor", {100}));
-    EXPECT_THAT(builder.ingest(observation("browser", {100})), IsEmpty());
-    EXPECT_THAT(described(builder.close({130})), ElementsAre("100-130 work browser"));
-    EXPECT_THAT(builder.close({140}), IsEmpty());
-}
-
 TEST(SegmentBuilder, KeepsAGapThroughIdleChangesAndItsFirstStartForTheSameReason)
 {
     SegmentBuilder builder(zone("UTC"));
@@ -62,54 +51,6 @@ TEST(SegmentBuilder, KeepsAGapThroughIdleChangesAndItsFirstStartForTheSameReason
                 ElementsAre("10-50 gap systemSleep"));
     EXPECT_THAT(described(builder.ingest(observation("editor", {60}))),
                 ElementsAre("50-60 gap sessionInactive"));
-}
-
-TEST(SegmentBuilder, LeavesNothingOpenBetweenTheEndOfIdlenessAndTheNextObservation)
-{
-    SegmentBuilder builder(zone("UTC"));
-    builder.ingest(observation("editor", {0}));
-    EXPECT_THAT(described(builder.ingest(IdleChanged{true, {10}})), ElementsAre("0-10 work editor"));
-    EXPECT_THAT(described(builder.ingest(IdleChanged{false, {90}})), ElementsAre("10-90 idle editor"));
-    EXPECT_FALSE(builder.open);
-    EXPECT_THAT(builder.ingest(observation("editor", {95})), IsEmpty());
-    EXPECT_EQ(builder.open->start, Instant{95});
-}
-
-TEST(SegmentBuilder, KnowsNoApplicationWhenIdlenessIsTheFirstThingItHears)
-{
-    SegmentBuilder builder(zone("UTC"));
-    builder.ingest(IdleChanged{true, {10}});
-    const auto closed = builder.close({20});
-    ASSERT_THAT(described(closed), ElementsAre("10-20 idle"));
-    EXPECT_EQ(closed.front().evidence, ContextEvidence::applicationOnly);
-}
-
-TEST(SegmentBuilder, TellsStretchesApartByEverythingButTheirStart)
-{
-    const auto first = [] {
-        auto seen = observation("browser", {0});
-        seen.context = FocusedContext::windowTitle("a");
-        seen.browserDomain = BrowserDomain::fromText("example.org");
-        seen.evidence = ContextEvidence::applicationAndWindow;
-        return seen;
-    };
-    const std::vector<void (*)(ContextObservation&)> changes{
-        [](ContextObservation& seen) { seen.application.bundleIdentifier = "other"; },
-        [](ContextObservation& seen) { seen.application.displayName = "Other"; },
-        [](ContextObservation& seen) { seen.context.text = "b"; },
-        [](ContextObservation& seen) { seen.context.kind = FocusedContextKind::documentTitle; },
-        [](ContextObservation& seen) { seen.browserDomain.reset(); },
-        [](ContextObservation& seen) { seen.browserDomain = BrowserDomain::fromText("example.com"); },
-        [](ContextObservation& seen) { seen.evidence = ContextEvidence::applicationOnly; },
-    };
-    for (const auto change : changes) {
-        SegmentBuilder builder(zone("UTC"));
-        builder.ingest(first());
-        auto second = first();
-        second.observedAt = {10};
-        change(second);
-        EXPECT_EQ(builder.ingest(second).size(), 1U);
-    }
 }
 
 TEST(SegmentBuilder, CutsAtTheFirstInstantOfEachDayAndStampsEachPieceAtItsOwnStart)
@@ -140,60 +81,6 @@ TEST(SegmentBuilder, GivesAnExtentTheIdentifiersThatItsPiecesWillHave)
     EXPECT_EQ(after[0].id, closed[0].id);
     EXPECT_EQ(after[1].id, closed[1].id);
     EXPECT_NE(closed[1].id, closed[2].id);
-}
-
-TEST(SegmentBuilder, NeitherLosesNorInventsTimeWhateverItIsFed)
-{
-    const std::vector<const char*> zones{"Europe/Berlin",
-                                         "America/New_York",
-                                         "Asia/Kathmandu",
-                                         "Africa/Cairo",
-                                         "America/Santiago",
-                                         "Pacific/Apia",
-                                         "UTC"};
-    std::mt19937 random(20261121);
-    const auto below = [&](int bound) { return static_cast<int>(random() % static_cast<unsigned>(bound)); };
-    for (const char* const identifier : zones) {
-        const auto calendar = zone(identifier);
-        for (int round = 0; round < 50; ++round) {
-            SegmentBuilder builder(calendar);
-            Instant now{1'288'000'000.0 + below(600'000'000)};
-            const auto start = now;
-            std::vector<ActivitySegment> all;
-            builder.ingest(GapBegan{GapReason::noObservation, now});
-            const auto take = [&](std::vector<ActivitySegment> closed) {
-                all.insert(all.end(), closed.begin(), closed.end());
-            };
-            for (int step = 0; step < 60; ++step) {
-                now = now + Seconds{below(5) == 0 ? below(200'000) * 1.0 : below(4000) / 7.0};
-                switch (below(4)) {
-                case 0:
-                    take(builder.ingest(IdleChanged{true, now}));
-                    break;
-                case 1:
-                    take(builder.ingest(GapBegan{static_cast<GapReason>(below(5)), now}));
-                    break;
-                default:
-                    take(builder.ingest(observation(std::string(1, static_cast<char>('a' + below(3))), now)));
-                }
-            }
-            take(builder.close(now));
-
-            std::set<SegmentID> identifiers;
-            auto covered = start;
-            for (const auto& segment : all) {
-                ASSERT_EQ(segment.start, covered) << identifier;
-                ASSERT_LT(segment.start, segment.end);
-                ASSERT_LE(segment.end, calendar.nextDayStart(segment.start));
-                ASSERT_EQ(segment.timeZone, calendar.stamp(segment.start));
-                ASSERT_EQ(segment.gapReason.has_value(), segment.kind == ActivityKind::gap);
-                identifiers.insert(segment.id);
-                covered = segment.end;
-            }
-            EXPECT_EQ(covered, now);
-            EXPECT_EQ(identifiers.size(), all.size());
-        }
-    }
 }
 
 } // namespace
