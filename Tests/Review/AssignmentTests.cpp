@@ -6,7 +6,6 @@
 namespace stintbook {
 namespace {
 
-using enum ReviewedEditRefusal;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -27,18 +26,7 @@ TEST(Assigning, ChangesItemsAndTheReviewsOfABlocksSegments)
     EXPECT_THAT(mutation->consumedSegmentIDs, IsEmpty());
 }
 
-TEST(Assigning, IsRefusedForIgnoredWorkAndForTargetsThatCannotReceiveIt)
-{
-    HandMadeDay day;
-    const auto item = day.addItem(day.hours(9, 10), day.toSite);
-    const auto flagged = day.addBlock(day.hours(10, 11), std::nullopt, {.isIgnored = true});
-    EXPECT_EQ(assign(Selection{item}, day.toArchive, day.context()).error(),
-              ReviewedEditProblem(TargetCannotReceiveNewWork{AssignmentTargetProblem::clientArchived}));
-    EXPECT_EQ(assign(Selection{item, flagged}, day.toShop, day.context()).error(),
-              ReviewedEditProblem(ignoredItemIsBusinessReadOnly));
-}
-
-TEST(Confirming, FixesWhatTheRulesSayNow)
+TEST(Confirming, FixesWhatTheRulesSayNowAndKeepsATargetArchivedSince)
 {
     HandMadeDay day;
     const auto block = day.addBlock(day.hours(9, 10), day.toSite);
@@ -48,17 +36,8 @@ TEST(Confirming, FixesWhatTheRulesSayNow)
     EXPECT_THAT(mutation->upserts, IsEmpty());
     EXPECT_EQ(mutation->reviewUpserts.at(block.lineage[0].sourceSegmentID),
               (SegmentReview{.assignment = day.toSite, .isConfirmed = true}));
-}
 
-TEST(Confirming, NeedsAnAssignmentAndKeepsOneWhoseTargetWasArchivedSince)
-{
-    HandMadeDay day;
-    const auto free = day.addBlock(day.hours(9, 10), std::nullopt);
-    const auto kept = day.addBlock(day.hours(10, 11), std::nullopt, {.assignment = day.toArchive});
-    const auto flagged = day.addBlock(day.hours(11, 12), std::nullopt, {.isIgnored = true});
-    EXPECT_EQ(confirm(Selection{free}, day.context()).error(), ReviewedEditProblem(workHasNoAssignment));
-    EXPECT_EQ(confirm(Selection{flagged}, day.context()).error(),
-              ReviewedEditProblem(ignoredItemIsBusinessReadOnly));
+    const auto kept = day.addBlock(day.hours(11, 12), std::nullopt, {.assignment = day.toArchive});
     EXPECT_TRUE(confirm(Selection{kept}, day.context()));
 }
 
@@ -70,10 +49,7 @@ TEST(Describing, FreezesABlockKeepsTheTextAndClearsItWhenEmpty)
     EXPECT_EQ(written->upserts[0].description, " Notes | 1 ");
     EXPECT_THAT(written->consumedSegmentIDs, SizeIs(2));
 
-    auto item = written->upserts[0];
-    EXPECT_EQ(describe(item, "", day.context())->upserts[0].description, std::nullopt);
-    item.disposition = ReviewedItemDisposition::ignored;
-    EXPECT_EQ(describe(item, "", day.context()).error(), ReviewedEditProblem(ignoredItemIsBusinessReadOnly));
+    EXPECT_EQ(describe(written->upserts[0], "", day.context())->upserts[0].description, std::nullopt);
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 
+#include "Review/Assignment.h"
 #include "Review/Disposition.h"
+#include "Review/Freeze.h"
+#include "Review/Split.h"
 #include "Support/HandMadeDay.h"
 
 namespace stintbook {
@@ -25,15 +28,22 @@ TEST(Ignoring, FreezesAnAssignedBlockAndFlagsAnotherOne)
               (SegmentReview{.isIgnored = true, .isConfirmed = true}));
 }
 
-TEST(Ignoring, IsRefusedForWorkThatIsIgnoredAlready)
+TEST(IgnoredWork, CanBeRestoredAndNothingElse)
 {
     HandMadeDay day;
     const auto flagged = day.addBlock(day.hours(9, 10), std::nullopt, {.isIgnored = true});
     auto item = day.addItem(day.hours(10, 11), day.toSite);
     item.disposition = ReviewedItemDisposition::ignored;
-    for (const ReviewSubject& subject : Selection{flagged, item})
-        EXPECT_EQ(ignore({&subject, 1}, day.context()).error(),
-                  ReviewedEditProblem(ReviewedEditRefusal::ignoredItemIsBusinessReadOnly));
+    const auto context = day.context();
+    for (const ReviewSubject& subject : Selection{flagged, item}) {
+        const ReviewSelection work{&subject, 1};
+        for (const auto& edited :
+             {ignore(work, context), assign(work, day.toShop, context), confirm(work, context),
+              describe(subject, "", context), freeze(work, context), split(subject, day.at(9, 30), context)})
+            EXPECT_EQ(
+                edited,
+                std::unexpected<ReviewedEditProblem>(ReviewedEditRefusal::ignoredItemIsBusinessReadOnly));
+    }
 }
 
 TEST(Restoring, GivesBackExactlyWhatWasSetAside)

@@ -8,11 +8,15 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(Freeze, CopiesTheBlocksTimeTargetAndSegments)
+TEST(Freeze, CopiesTheBlocksTimeTargetAndSegmentsAndLeavesAnItemAsItIs)
 {
     HandMadeDay day;
-    const auto block = day.addBlock(day.hours(9, 10), day.toSite, {.assignment = day.toShop});
-    const auto mutation = freeze(std::vector<ReviewSubject>{block, block}, day.context());
+    auto block = day.addBlock(day.hours(9, 10), day.toSite, {.assignment = day.toShop});
+    // Both are pieces of one stored segment.
+    const auto stored = block.lineage[0].sourceSegmentID;
+    block.lineage[1].sourceSegmentID = stored;
+    const auto frozen = day.addItem(day.hours(10, 11), day.toArchive);
+    const auto mutation = freeze(std::vector<ReviewSubject>{block, block, frozen}, day.context());
 
     ASSERT_TRUE(mutation);
     ASSERT_EQ(mutation->upserts.size(), 1);
@@ -20,53 +24,10 @@ TEST(Freeze, CopiesTheBlocksTimeTargetAndSegments)
     EXPECT_EQ(item.interval(), block.interval());
     EXPECT_EQ(item.assignment, day.toShop) << "the user's assignment counts, not the rules'";
     EXPECT_EQ(item.day, day.content.day);
-    const auto first = block.lineage[0].sourceSegmentID;
-    const auto second = block.lineage[1].sourceSegmentID;
     EXPECT_THAT(item.slices,
-                ElementsAre(ReviewedSourceSlice{first, day.at(9), day.at(9, 10)},
-                            ReviewedSourceSlice{second, day.at(9, 10), day.at(10)}));
-    EXPECT_THAT(mutation->consumedSegmentIDs, ElementsAre(first, second));
-}
-
-TEST(Freeze, NamesTheStoredSegmentOfAPiece)
-{
-    HandMadeDay day;
-    auto block = day.addBlock(day.hours(9, 10), day.toSite);
-    const SegmentID stored{day.next()};
-    for (auto& entry : block.lineage)
-        entry.sourceSegmentID = stored;
-    const auto work = makeStructural(block, day.context());
-    ASSERT_TRUE(work);
-    EXPECT_EQ(work->item.slices.size(), 2);
-    EXPECT_THAT(work->consumedSegmentIDs, ElementsAre(stored));
-}
-
-TEST(Freeze, RefusesBlocksThatCannotBeBilled)
-{
-    HandMadeDay day;
-    const auto refusal = [&](const WorkBlock& block) { return makeStructural(block, day.context()).error(); };
-    using enum ReviewedEditRefusal;
-    EXPECT_EQ(refusal(day.addBlock(day.hours(9, 10), std::nullopt)),
-              ReviewedEditProblem(workHasNoAssignment));
-    EXPECT_EQ(refusal(day.addBlock(day.hours(10, 11), std::nullopt, {.isIgnored = true})),
-              ReviewedEditProblem(ignoredItemIsBusinessReadOnly));
-    EXPECT_EQ(message(refusal(day.addBlock(day.hours(11, 12), std::nullopt, {.assignment = day.toArchive}))),
-              "That client or project cannot receive new work: its client is archived.");
-
-    auto holed = day.addBlock(day.hours(12, 13), day.toSite);
-    holed.lineage.pop_back();
-    EXPECT_EQ(refusal(holed), ReviewedEditProblem(ReviewedItemProblem::slicesNotContiguous));
-}
-
-TEST(Freeze, LeavesAnItemAsItIsAndRefusesTheWholeSelectionForOneIgnoredItem)
-{
-    HandMadeDay day;
-    const auto block = day.addBlock(day.hours(9, 10), day.toSite);
-    auto item = day.addItem(day.hours(10, 11), day.toArchive);
-    EXPECT_EQ(freeze(std::vector<ReviewSubject>{item}, day.context()), ReviewedLayerMutation{});
-    item.disposition = ReviewedItemDisposition::ignored;
-    EXPECT_EQ(freeze(std::vector<ReviewSubject>{block, item}, day.context()).error(),
-              ReviewedEditProblem(ReviewedEditRefusal::ignoredItemIsBusinessReadOnly));
+                ElementsAre(ReviewedSourceSlice{stored, day.at(9), day.at(9, 10)},
+                            ReviewedSourceSlice{stored, day.at(9, 10), day.at(10)}));
+    EXPECT_THAT(mutation->consumedSegmentIDs, ElementsAre(stored));
 }
 
 } // namespace

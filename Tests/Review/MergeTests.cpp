@@ -62,22 +62,6 @@ TEST(Merge, KeepsTheFirstItemAndATargetThatWasArchivedSince)
     EXPECT_THAT(mutation->deletions, ElementsAre(second.id));
 }
 
-TEST(Merge, TellsIdleTimeAndGapsFromOtherDistance)
-{
-    HandMadeDay day;
-    const auto first = day.addItem(day.hours(9, 10), day.toSite);
-    const auto second = day.addItem(day.hours(11, 12), day.toSite);
-    EXPECT_EQ(refusal(day, {first, second}), mergeRequiresAdjacentIntervals);
-    day.addSegment(day.hours(10, 11), ActivityKind::work);
-    day.addSegment({day.at(8), day.at(10)}, ActivityKind::gap);
-    EXPECT_EQ(refusal(day, {first, second}), mergeRequiresAdjacentIntervals)
-        << "the gap lies before the space";
-    day.addSegment({day.at(10, 59), day.at(11)}, ActivityKind::idle);
-    EXPECT_EQ(refusal(day, {first, second}), mergeRejectsStructuralGap);
-    const auto overlapping = day.addItem({day.at(9, 30), day.at(10, 30)}, day.toSite);
-    EXPECT_EQ(refusal(day, {first, overlapping}), mergeRequiresAdjacentIntervals);
-}
-
 TEST(Merge, ReportsTheFirstTestThatFails)
 {
     HandMadeDay day;
@@ -99,18 +83,26 @@ TEST(Merge, ReportsTheFirstTestThatFails)
     EXPECT_EQ(refusal(day, {first, observed}), mergeRequiresSameAssignment);
     EXPECT_EQ(refusal(day, {first, unbillable}), mergeRequiresSameAssignment);
     EXPECT_EQ(refusal(day, {first, equal}), mergeWouldDiscardDescription);
-}
-
-TEST(Merge, FreezesBlocksOnlyOnceEverythingElseFits)
-{
-    HandMadeDay day;
-    const auto free = day.addBlock(day.hours(9, 10), std::nullopt);
-    const auto alsoFree = day.addBlock(day.hours(10, 11), std::nullopt);
-    const auto assigned = day.addBlock(day.hours(11, 12), day.toSite);
-    const auto flagged = day.addBlock(day.hours(12, 13), std::nullopt, {.isIgnored = true});
+    // Blocks are frozen only once everything else fits.
+    const auto free = day.addBlock(day.hours(12, 13), std::nullopt);
+    const auto alsoFree = day.addBlock(day.hours(13, 14), std::nullopt);
+    const auto assigned = day.addBlock(day.hours(14, 15), day.toSite);
     EXPECT_EQ(refusal(day, {free, alsoFree}), workHasNoAssignment);
     EXPECT_EQ(refusal(day, {alsoFree, assigned}), mergeRequiresSameAssignment);
-    EXPECT_EQ(refusal(day, {assigned, flagged}), mergeRejectsIgnoredWork);
+}
+
+TEST(Merge, TellsIdleTimeAndGapsFromOtherDistance)
+{
+    HandMadeDay day;
+    const auto first = day.addItem(day.hours(9, 10), day.toSite);
+    const auto second = day.addItem(day.hours(11, 12), day.toSite);
+    day.addSegment(day.hours(10, 11), ActivityKind::work);
+    day.addSegment(day.hours(8, 10), ActivityKind::gap);
+    EXPECT_EQ(refusal(day, {first, second}), mergeRequiresAdjacentIntervals);
+    day.addSegment({day.at(10, 59), day.at(11)}, ActivityKind::idle);
+    EXPECT_EQ(refusal(day, {first, second}), mergeRejectsStructuralGap);
+    const auto overlapping = day.addItem({day.at(9, 30), day.at(10, 30)}, day.toSite);
+    EXPECT_EQ(refusal(day, {first, overlapping}), mergeRequiresAdjacentIntervals);
 }
 
 } // namespace

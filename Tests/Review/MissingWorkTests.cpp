@@ -29,7 +29,7 @@ TEST(MissingWork, BecomesAManualItemThatMayEndWithTheDay)
     EXPECT_EQ(item.description, "Phone");
 }
 
-TEST(MissingWork, OverlapsNeitherItemsNorBlocksThatCount)
+TEST(MissingWork, LiesInTheDayForATargetAndOverlapsNeitherItemsNorBlocksThatCount)
 {
     HandMadeDay day;
     day.addItem(day.hours(9, 10), day.toSite);
@@ -40,43 +40,16 @@ TEST(MissingWork, OverlapsNeitherItemsNorBlocksThatCount)
     const auto add = [&](int from, int to) {
         return addMissingWork(draft(day, day.hours(from, to)), day.context());
     };
-    const auto taken = std::unexpected<ReviewedEditProblem>(manualWorkOverlapsIncludedWork);
+    const std::unexpected<ReviewedEditProblem> taken(manualWorkOverlapsIncludedWork);
     EXPECT_EQ(add(8, 11), taken);
     EXPECT_EQ(add(11, 12), taken);
     EXPECT_TRUE(add(10, 11));
     EXPECT_TRUE(add(12, 17)) << "ignored work leaves its time free";
-}
-
-TEST(MissingWork, RefusesInOrderAnIntervalTakenTimeAndATarget)
-{
-    HandMadeDay day;
-    day.addItem(day.hours(9, 10), day.toSite);
-    const auto refusal = [&](const ManualWorkDraft& work) {
-        return addMissingWork(work, day.context()).error();
-    };
-    auto work = draft(day, day.hours(9, 9));
-    work.clientID = day.former.id;
-    EXPECT_EQ(refusal(work), ReviewedEditProblem(manualIntervalInvalid));
-    work.end = day.at(24, 1);
-    EXPECT_EQ(refusal(work), ReviewedEditProblem(manualIntervalInvalid));
-    work.end = day.at(10);
-    EXPECT_EQ(refusal(work), ReviewedEditProblem(manualWorkOverlapsIncludedWork));
-    work.start = day.at(10);
-    work.end = day.at(11);
-    EXPECT_EQ(refusal(work),
-              ReviewedEditProblem(TargetCannotReceiveNewWork{AssignmentTargetProblem::clientArchived}));
-    work.projectID.reset();
-    EXPECT_EQ(refusal(work), ReviewedEditProblem(workHasNoAssignment));
-}
-
-TEST(MissingWork, TakesTheTimesOfAnIdleSegmentAlone)
-{
-    HandMadeDay day;
-    const auto idle = day.addSegment(day.hours(9, 10), ActivityKind::idle);
-    const auto gap = day.addSegment(day.hours(10, 11), ActivityKind::gap);
-    EXPECT_EQ(idleTime(idle.sourceSegmentID, day.content), day.hours(9, 10));
-    EXPECT_EQ(idleTime(gap.sourceSegmentID, day.content), std::nullopt);
-    EXPECT_TRUE(addMissingWork(draft(day, *idleTime(idle.sourceSegmentID, day.content)), day.context()));
+    EXPECT_EQ(add(23, 25), std::unexpected<ReviewedEditProblem>(manualIntervalInvalid));
+    auto nobodys = draft(day, day.hours(10, 11));
+    nobodys.projectID.reset();
+    EXPECT_EQ(addMissingWork(nobodys, day.context()),
+              std::unexpected<ReviewedEditProblem>(workHasNoAssignment));
 }
 
 } // namespace

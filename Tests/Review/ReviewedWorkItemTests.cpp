@@ -33,18 +33,13 @@ TEST(ReviewedWorkItem, NamesTheFirstInvariantThatIsBroken)
     };
     const auto whole = day.addItem(day.hours(9, 10), day.toSite);
     EXPECT_EQ(problem(whole), std::nullopt);
+    EXPECT_EQ(problem(day.addItem(day.hours(0, 24), day.toSite)), std::nullopt);
     for (const auto& [breakIt, expected] : cases) {
         auto item = whole;
         breakIt(item);
         ASSERT_TRUE(problem(item));
         EXPECT_EQ(rawValue(*problem(item)), rawValue(expected));
     }
-}
-
-TEST(ReviewedWorkItem, MayFillItsDayToTheLastInstant)
-{
-    HandMadeDay day;
-    EXPECT_EQ(problem(day.addItem(day.hours(0, 24), day.toSite)), std::nullopt);
 }
 
 } // namespace

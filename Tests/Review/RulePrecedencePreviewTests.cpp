@@ -11,9 +11,6 @@
 namespace stintbook {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 using Matches = RulePrecedencePreview::Matches;
 
 std::vector<WorkBlock> blocks(RandomWork& work, const std::vector<AttributionRule>& rules)
@@ -85,39 +82,6 @@ TEST(RulePrecedencePreview, AgreesWithAskingEveryRuleAboutEverySegment)
     }
     EXPECT_GT(applied, 1000U);
     EXPECT_GT(shadowed, 1000U);
-}
-
-TEST(RulePrecedencePreview, CountsABlockOnceADisabledRuleNeverAndUnattributedWorkForNobody)
-{
-    RandomWork work(1);
-    const auto rule = [&](const char* title, int priority) {
-        auto made = work.rule();
-        made.isEnabled = true;
-        made.priority = priority;
-        made.match = {.titleContains = title};
-        return made;
-    };
-    std::vector<AttributionRule> rules{rule("b", 1), rule("a", 0), rule("a", -1)};
-    rules[2].isEnabled = false;
-    const auto block = [&](const std::vector<const char*>& titles, std::optional<RuleID> winner) {
-        WorkBlock made;
-        for (const auto* title : titles) {
-            auto& entry = made.lineage.emplace_back();
-            entry.segment.context = FocusedContext::windowTitle(title);
-        }
-        made.attribution.winningRuleID = winner;
-        return made;
-    };
-    const auto first = rules[1].id;
-    const auto second = rules[0].id;
-    const auto preview = rulePrecedencePreview(
-        rules, {block({"ab", "b", "b"}, first), block({"b", "a"}, second), block({"a", "b"}, {})});
-    EXPECT_THAT(preview.rules, ElementsAre(rules[1], rules[0]));
-    EXPECT_EQ(preview.countsByRule.size(), 2U);
-    EXPECT_THAT(preview.matchesByRule.at(first).applied, ElementsAre(0U));
-    EXPECT_THAT(preview.matchesByRule.at(first).shadowed, IsEmpty());
-    EXPECT_THAT(preview.matchesByRule.at(second).applied, ElementsAre(1U));
-    EXPECT_THAT(preview.matchesByRule.at(second).shadowed, ElementsAre(0U));
 }
 
 } // namespace
