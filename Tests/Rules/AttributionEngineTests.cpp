@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "Base/Text.h"
 #include "Rules/AttributionEngine.h"
@@ -9,9 +9,6 @@
 
 namespace stintbook {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// The conditions one by one, as a person would check them.
 bool holds(const RuleMatch& match, const ActivitySegment& segment)
@@ -89,91 +86,6 @@ TEST(ExclusionEngine, ExcludesExactlyWhatSomeEnabledRuleMatches)
             ASSERT_EQ(engine.excludes(segment), isMatched) << "seed " << seed;
         }
     }
-}
-
-class AttributionEngineExamples : public testing::Test {
-protected:
-    /// One rule about `match` at a priority, for the first project unless said otherwise.
-    AttributionRule rule(RuleMatch match, int priority = 0, std::size_t project = 0)
-    {
-        const auto& target = work.directory().projects()[project];
-        return {.id = {work.uuid()},
-                .priority = priority,
-                .match = std::move(match),
-                .clientID = target.clientID,
-                .projectID = target.id};
-    }
-
-    static ActivitySegment segment()
-    {
-        return {.start = {1.8e9},
-                .end = {1.8e9 + 60},
-                .application = ApplicationIdentity{"browser", "Browser"},
-                .context = FocusedContext::documentTitle("Le RÉSUMÉ d’été"),
-                .browserDomain = BrowserDomain::fromText("a.b.example.org"),
-                .evidence = ContextEvidence::applicationAndWindow};
-    }
-
-    std::optional<RuleID> winner(const std::vector<AttributionRule>& rules)
-    {
-        return AttributionEngine(rules, work.directory()).evaluate(segment()).winningRuleID;
-    }
-
-    RandomWork work{7};
-};
-
-TEST_F(AttributionEngineExamples, BreaksTiesOfPriorityByTheIdentifiersText)
-{
-    auto first = rule({.applicationBundleIdentifier = "browser"});
-    auto second = rule({.applicationBundleIdentifier = "browser"});
-    first.id = *RuleID::parse("0A000000-0000-4000-8000-000000000000");
-    second.id = *RuleID::parse("A0000000-0000-4000-8000-000000000000");
-    EXPECT_EQ(winner({second, first}), first.id);
-    EXPECT_EQ(winner({first, second}), first.id);
-}
-
-TEST_F(AttributionEngineExamples, CallsADifferenceInBillabilityAloneAConflict)
-{
-    const auto plain = rule({.applicationBundleIdentifier = "browser"}, 0);
-    auto unpaid = rule({.titleContains = "resume"}, 1);
-    unpaid.billableOverride = false;
-    const auto alike = rule({.titleContains = "ETE"}, 2);
-    const auto evaluation = AttributionEngine({alike, unpaid, plain}, work.directory()).evaluate(segment());
-    EXPECT_EQ(evaluation.winningRuleID, plain.id);
-    EXPECT_THAT(evaluation.supportingRuleIDs, ElementsAre(alike.id));
-    EXPECT_THAT(evaluation.conflictingRuleIDs, ElementsAre(unpaid.id));
-    EXPECT_TRUE(evaluation.isInConflict());
-}
-
-TEST_F(AttributionEngineExamples, SkipsRulesWhoseTargetMayNotReceiveNewWork)
-{
-    const auto& projects = work.directory().projects();
-    const auto archivedClient = rule({.applicationBundleIdentifier = "browser"}, 0, 4);
-    const auto archivedProject = rule({.applicationBundleIdentifier = "browser"}, 1, 3);
-    auto foreignProject = rule({.applicationBundleIdentifier = "browser"}, 2);
-    foreignProject.clientID = projects[2].clientID;
-    const auto usable = rule({.applicationBundleIdentifier = "browser"}, 3, 1);
-
-    const AttributionEngine engine({archivedClient, archivedProject, foreignProject, usable},
-                                   work.directory());
-    const auto evaluation = engine.evaluate(segment());
-    EXPECT_EQ(evaluation.winningRuleID, usable.id);
-    EXPECT_THAT(evaluation.supportingRuleIDs, IsEmpty());
-    EXPECT_THAT(evaluation.conflictingRuleIDs, IsEmpty());
-    EXPECT_EQ(engine.orderedRules().size(), 4U);
-}
-
-TEST_F(AttributionEngineExamples, MatchesAHostAndItsSubdomainsButNotMereEndings)
-{
-    const auto matches = [&](const char* host) {
-        return winner({rule({.browserDomain = BrowserDomain::fromText(host)})}).has_value();
-    };
-    EXPECT_TRUE(matches("a.b.example.org"));
-    EXPECT_TRUE(matches("b.example.org"));
-    EXPECT_TRUE(matches("example.org"));
-    EXPECT_FALSE(matches("ample.org"));
-    EXPECT_FALSE(matches("x.a.b.example.org"));
-    EXPECT_FALSE(matches("a.b.example"));
 }
 
 } // namespace

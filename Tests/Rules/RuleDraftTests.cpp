@@ -43,15 +43,8 @@ protected:
 
 TEST_F(RuleDrafts, BecomeTheRuleThatTheyCameFrom)
 {
-    for (int round = 0; round < 100; ++round) {
-        auto original = rule(round, usable);
-        original.isEnabled = work.oneIn(2);
+    for (const auto& original : work.rules(100))
         EXPECT_EQ(stintbook::rule(RuleDraft::ofExisting(original)), original);
-        const RuleID id{work.uuid()};
-        const auto copy = stintbook::rule(RuleDraft::ofCopy(original, id)).value();
-        EXPECT_EQ(copy.id, id);
-        EXPECT_EQ(copy.match, original.match);
-    }
 }
 
 TEST_F(RuleDrafts, AreSavedWhereTheyBelong)
@@ -84,12 +77,9 @@ TEST_F(RuleDrafts, KeepAnUnusableTargetButAreGivenNone)
     moved.projectID = unusable.id;
     EXPECT_EQ(saved(list, moved, directory).error(), archived);
     EXPECT_EQ(saved(list, RuleDraft::ofCopy(b, {work.uuid()}), directory).error(), archived);
-    edited.id = {work.uuid()};
-    EXPECT_EQ(saved(list, edited, directory).error(),
-              RuleDraftProblem(RuleEditProblem(RuleListProblem::ruleMissing)));
 }
 
-TEST_F(RuleDrafts, TakeEveryDimensionOnceAndNeedAValueAndATarget)
+TEST_F(RuleDrafts, TakeEveryDimensionOnceAndNeedATarget)
 {
     auto draft = RuleDraft::ofNewRule({work.uuid()});
     draft = withAnotherCondition(*withAnotherCondition(draft)).value();
@@ -98,10 +88,6 @@ TEST_F(RuleDrafts, TakeEveryDimensionOnceAndNeedAValueAndATarget)
               "A rule needs a client and a project to attribute work to.");
     draft.clientID = usable.clientID;
     draft.projectID = usable.id;
-    EXPECT_EQ(message(stintbook::rule(draft).error()),
-              "A rule needs at least one condition — give one of them a value");
-    draft.conditions[2].value = "no host";
-    EXPECT_EQ(stintbook::rule(draft).error(), RuleDraftProblem(DomainRefused{"no host"}));
     draft.conditions = {{RuleDimension::windowTitle, "a"}, {RuleDimension::windowTitle, "b"}};
     EXPECT_EQ(stintbook::rule(draft).error(), RuleDraftProblem(RuleDraftRefusal::dimensionUsedTwice));
 }

@@ -6,23 +6,6 @@
 namespace stintbook {
 namespace {
 
-using testing::UnorderedElementsAre;
-
-TEST(TitleSearch, FindsTextsThatOverlapContainEachOtherOrShareAnEnd)
-{
-    TitleSearch search;
-    const auto she = search.add("she");
-    const auto he = search.add("he");
-    const auto hers = search.add("hers");
-    const auto his = search.add("his");
-    const auto everything = search.add("");
-    EXPECT_EQ(search.add("he"), he);
-    search.prepare();
-    EXPECT_THAT(search.occurringIn("ushers"), UnorderedElementsAre(she, he, hers, everything));
-    EXPECT_THAT(search.occurringIn("hihishe"), UnorderedElementsAre(his, she, he, everything));
-    EXPECT_THAT(search.occurringIn(""), UnorderedElementsAre(everything));
-}
-
 TEST(TitleSearch, AgreesWithSearchingForOneTextAfterTheOther)
 {
     for (unsigned seed = 1; seed <= 200; ++seed) {
@@ -36,7 +19,7 @@ TEST(TitleSearch, AgreesWithSearchingForOneTextAfterTheOther)
         TitleSearch search;
         std::vector<std::string> texts;
         for (int i = 0; i < 12; ++i) {
-            const auto candidate = text(1 + work.below(5));
+            const auto candidate = text(work.below(6));
             if (search.add(candidate) == texts.size())
                 texts.push_back(candidate);
         }
