@@ -25,7 +25,6 @@ TEST_F(AssignmentDirectoryTest, NamesTheFirstReasonAgainstATarget)
     using enum AssignmentTargetProblem;
     EXPECT_EQ(directory.problem(active.id, open.id), std::nullopt);
     EXPECT_EQ(directory.problem(ClientID::random(), ProjectID::random()), clientMissing);
-    EXPECT_EQ(AssignmentDirectory().problem(active.id, open.id), clientMissing);
     EXPECT_EQ(directory.problem(archived.id, ProjectID::random()), projectMissing);
     EXPECT_EQ(directory.problem(archived.id, buried.id), clientArchived);
     EXPECT_EQ(directory.problem(active.id, buried.id), projectArchived);
@@ -33,10 +32,6 @@ TEST_F(AssignmentDirectoryTest, NamesTheFirstReasonAgainstATarget)
     Client other{.id = ClientID::random(), .name = "Other"};
     EXPECT_EQ(AssignmentDirectory({active, other}, {open}).problem(other.id, open.id),
               projectBelongsToAnotherClient);
-    EXPECT_EQ(message(projectBelongsToAnotherClient),
-              "That client or project cannot receive new work: its project belongs to a different client.");
-    EXPECT_EQ(message(clientMissing),
-              "That client or project cannot receive new work: its client is no longer in the client list.");
 }
 
 TEST_F(AssignmentDirectoryTest, OffersTheArchivedChoiceLastAndOnce)
@@ -59,7 +54,6 @@ TEST_F(AssignmentDirectoryTest, CountsTheFirstOfTwoEntriesWithOneIdentifier)
     twin.isArchived = true;
     const AssignmentDirectory doubled({active, twin}, {open});
     EXPECT_EQ(doubled.client(active.id)->name, "Active");
-    EXPECT_EQ(doubled.clients().size(), 2U);
     EXPECT_EQ(doubled.problem(active.id, open.id), std::nullopt);
 }
 

@@ -1,32 +1,20 @@
-#include <filesystem>
-#include <fstream>
-
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "Domain/SystemTimeZone.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace stintbook {
 namespace {
 
 class SystemTimeZoneTest : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "time-zone-XXXXXX").string();
-        folder = mkdtemp(pattern.data());
-        sources = {.localTimeLink = folder / "localtime", .nameFile = folder / "timezone"};
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
     void link(const std::filesystem::path& target) const
     {
         std::filesystem::create_symlink(target, sources.localTimeLink);
     }
-    void name(const std::string& text) const { std::ofstream(sources.nameFile) << text; }
 
-    std::filesystem::path folder;
-    SystemTimeZoneSources sources;
+    TemporaryDirectory folder;
+    SystemTimeZoneSources sources{.localTimeLink = folder / "localtime", .nameFile = folder / "timezone"};
 };
 
 TEST_F(SystemTimeZoneTest, PrefersTheEnvironmentInAnyOfItsForms)
@@ -57,9 +45,9 @@ TEST_F(SystemTimeZoneTest, FollowsTheLinkAlsoWhenItIsRelativeOrIndirect)
 TEST_F(SystemTimeZoneTest, FallsBackToTheNameFileAndToUTC)
 {
     EXPECT_EQ(systemTimeZoneIdentifier(sources), "UTC");
-    name("Australia/Lord_Howe\n");
+    writeFile(sources.nameFile, "Australia/Lord_Howe\n");
     EXPECT_EQ(systemTimeZoneIdentifier(sources), "Australia/Lord_Howe");
-    name("nonsense");
+    writeFile(sources.nameFile, "nonsense");
     EXPECT_EQ(systemTimeZoneIdentifier(sources), "UTC");
 }
 
