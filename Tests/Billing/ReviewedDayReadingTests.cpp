@@ -38,8 +38,6 @@ TEST(ReviewedDayLines, RoundEachItemOnItsOwnAndAddUp)
     EXPECT_EQ(lines[0].trackedSeconds, decimal("1080"));
     EXPECT_EQ(lines[0].billedSeconds, decimal("1440")) << "the sum, rounded, would be 1080";
     EXPECT_EQ(lines[0].amount, decimal("24"));
-    EXPECT_EQ(lines[0].clientName, "Acme");
-    EXPECT_EQ(lines[0].projectName, "Site");
 }
 
 TEST(ReviewedDayLines, StandApartByTargetBillableStateAndLayerInOrderOfTime)
@@ -87,7 +85,6 @@ TEST(ReviewedWorkTotals, KnowTheWholeAmountOnlyWhenEveryBillableLineIsPriced)
     EXPECT_EQ(sums.knownAmount, decimal("87.5"));
     EXPECT_EQ(sums.unpricedBillableCount, 1);
     EXPECT_EQ(sums.billedSeconds, decimal("7200"));
-    EXPECT_EQ(sums.lineCount, 2);
     EXPECT_EQ(totals({}).amount, std::nullopt);
 }
 
@@ -103,14 +100,17 @@ TEST(ReviewedDayReading, GivesTheFirstBlockerUntilTheDayIsReady)
     day.addItem(day.hours(10, 11), day.toSite);
     const auto mutation = markReady(day.context(), day.at(18));
     ASSERT_TRUE(mutation);
-    EXPECT_EQ(reading(day.content, std::nullopt, day.directory, day.billing).notReadyReason, std::nullopt);
-    EXPECT_TRUE(reading(day.content, mutation->approval, day.directory, day.billing).isReady);
+    const auto unapproved = reading(day.content, std::nullopt, day.directory, day.billing);
+    EXPECT_FALSE(unapproved.isReady);
+    EXPECT_EQ(unapproved.notReadyReason, std::nullopt);
     // Work recorded later leaves the day ready, whatever it lacks.
     day.addBlock(day.hours(11, 12), std::nullopt);
     const auto later = reading(day.content, mutation->approval, day.directory, day.billing);
     EXPECT_TRUE(later.isReady);
     EXPECT_EQ(later.notReadyReason, std::nullopt);
     EXPECT_THAT(later.lines, SizeIs(2));
+    day.content.items.back().description = "Changed since";
+    EXPECT_FALSE(reading(day.content, mutation->approval, day.directory, day.billing).isReady);
 }
 
 TEST(RecordsDayState, FollowsTheLatestExportBeforeReadiness)

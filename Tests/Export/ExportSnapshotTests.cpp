@@ -27,20 +27,10 @@ TEST_F(ExportSnapshotTest, KeepsTheDocumentAsItWasDelivered)
               (ExportReceipt{snapshot.id, snapshot.createdAt, ExportFormat::detailedCSV, 1, 2}));
 }
 
-TEST(ExportFormat, FollowsFromWhatIsPicked)
-{
-    using Kind = ExportFormatKind;
-    EXPECT_EQ(exportFormat(Kind::csv, ExportMode::detailed), ExportFormat::detailedCSV);
-    EXPECT_EQ(exportFormat(Kind::csv, ExportMode::summarized), ExportFormat::summarizedCSV);
-    EXPECT_EQ(exportFormat(Kind::pdf, ExportMode::detailed), ExportFormat::timesheetPDF);
-    EXPECT_EQ(exportFormat(Kind::copySummary, ExportMode::detailed), ExportFormat::copySummary);
-}
-
 TEST(ExportFailure, TellsADeliveryThatFailedFromARecordThatFailed)
 {
     const ExportFailure unwritten = DeliveryNotProduced{message(ExportTextProblem::pasteboardRefused)};
     EXPECT_EQ(title(unwritten, ExportFormat::copySummary), "The export could not be completed.");
-    EXPECT_EQ(title(unwritten, ExportFormat::detailedCSV), "The export could not be saved");
     EXPECT_EQ(message(unwritten),
               "The summary could not be placed on the pasteboard. "
               "Nothing was written, and no record was created.");
@@ -50,7 +40,6 @@ TEST(ExportFailure, TellsADeliveryThatFailedFromARecordThatFailed)
     EXPECT_EQ(message(unrecorded),
               "The file was produced, but the export could not be recorded on this computer. "
               "Your reviewed work and export choices are still available.");
-    EXPECT_EQ(message(ExportFailure(ExportCancelled())), "");
 }
 
 } // namespace
