@@ -1,5 +1,6 @@
 #include <functional>
 #include <random>
+#include <set>
 #include <sstream>
 #include <string>
 
@@ -52,6 +53,12 @@ struct Recording {
         return described(repository->saved);
     }
 
+    void setBack(Seconds distance)
+    {
+        time.setWall(time.now() - distance);
+        ++settings;
+    }
+
     std::vector<std::string> replayed() const
     {
         std::istringstream lines(trace.str());
@@ -74,7 +81,48 @@ struct Recording {
     ObservationPipeline pipeline;
     std::ostringstream trace;
     TraceWriter writer;
+    /// How often the clock was set back.
+    int settings = 0;
 };
+
+/// What holds for every single segment.
+void expectSound(const ActivitySegment& segment)
+{
+    ASSERT_LT(segment.start, segment.end);
+    const auto calendar = *CalendarContext::inZone(segment.timeZone.identifier);
+    ASSERT_LE(segment.end, calendar.nextDayStart(segment.start)) << described(segment);
+    ASSERT_EQ(segment.timeZone, calendar.stamp(segment.start));
+    ASSERT_EQ(segment.gapReason.has_value(), segment.kind == ActivityKind::gap);
+    ASSERT_EQ(segment.application.has_value(), segment.kind != ActivityKind::gap);
+    if (segment.kind == ActivityKind::gap) {
+        ASSERT_EQ(segment.evidence, ContextEvidence::none);
+        ASSERT_TRUE(segment.context.isNone());
+    } else {
+        ASSERT_EQ(segment.evidence == ContextEvidence::applicationAndWindow, !segment.context.isNone());
+        ASSERT_TRUE(!segment.browserDomain || segment.application->bundleIdentifier == "firefox")
+            << described(segment);
+    }
+}
+
+/// Every second was saved once, apart from those lived again after the clock was set back.
+void expectAllTimeAccountedForOnce(const Recording& recording, Instant from)
+{
+    std::set<SegmentID> identifiers;
+    auto covered = from;
+    int returns = 0;
+    for (const auto& segment : recording.repository->saved) {
+        ASSERT_NO_FATAL_FAILURE(expectSound(segment));
+        if (segment.start < covered)
+            ++returns;
+        else
+            ASSERT_EQ(segment.start, covered) << described(segment);
+        covered = segment.end;
+        identifiers.insert(segment.id);
+    }
+    EXPECT_LE(returns, recording.settings);
+    EXPECT_TRUE(covered == recording.time.now() || recording.settings > 0);
+    EXPECT_EQ(identifiers.size(), recording.repository->saved.size());
+}
 
 TEST(ObservationPipeline, GivesEachReadingTheInstantOfItsSwitchAndNoTitleTheFormerTabsDomain)
 {
@@ -231,17 +279,19 @@ TEST(ObservationPipeline, KeepsTheOpenSegmentsExtentOutsideTheProcess)
     EXPECT_TRUE(recording.kept.kept.empty());
 }
 
-TEST(ObservationPipeline, WritesATraceWhoseReplayGivesTheSameSegments)
+TEST(ObservationPipeline, AccountsForEverySecondOnceAndWritesATraceWhoseReplayGivesTheSameSegments)
 {
-    const std::vector<const char*> zones{"Europe/Berlin", "America/St_Johns", "Africa/Cairo", "Asia/Tokyo"};
-    for (unsigned seed = 0; seed < 60; ++seed) {
+    const std::vector<const char*> zones{"Europe/Berlin",  "America/St_Johns", "Africa/Cairo",
+                                         "Asia/Kathmandu", "America/New_York", "Australia/Lord_Howe"};
+    for (unsigned seed = 0; seed < 80; ++seed) {
+        SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         const auto below = [&](int bound) {
             return static_cast<int>(random() % static_cast<unsigned>(bound));
         };
-        const auto anyZone = [&] { return zones[static_cast<std::size_t>(below(4))]; };
-        Recording recording(Seconds{below(3) * 0.35}, Instant{1'700'000'000.0 + below(40'000'000)},
-                            anyZone());
+        const auto anyZone = [&] { return zones[static_cast<std::size_t>(below(6))]; };
+        const Instant from{1'200'000'000.0 + below(600'000'000)};
+        Recording recording(Seconds{below(3) * 0.35}, from, anyZone());
         recording.desktop->show("editor", "first");
         if (below(4) == 0)
             recording.pauseStore.pause = CapturePause{recording.time.now() + Seconds{500}, {600}};
@@ -273,7 +323,10 @@ TEST(ObservationPipeline, WritesATraceWhoseReplayGivesTheSameSegments)
             [&] { desktop.canSampleIdle = !desktop.canSampleIdle; },
             [&] { pipeline.resolveEvidenceForDeletion([](CaptureWriterBarrierOutcome) { }); },
             [&] { pipeline.releaseAfterDeletion([] { }); },
-            [&] { time.setWall(time.now() - Seconds{below(900) * 1.0}); },
+            [&] {
+                if (seed % 2 == 0)
+                    recording.setBack(Seconds{below(900) * 1.0});
+            },
             show,
             show,
             show,
@@ -287,7 +340,8 @@ TEST(ObservationPipeline, WritesATraceWhoseReplayGivesTheSameSegments)
         }
         recording.pipeline.releaseAfterDeletion([] { });
         const auto recorded = recording.stop();
-        ASSERT_EQ(recording.replayed(), recorded) << "seed " << seed << "\n" << recording.trace.str();
+        ASSERT_EQ(recording.replayed(), recorded) << recording.trace.str();
+        expectAllTimeAccountedForOnce(recording, from);
         EXPECT_GT(recorded.size(), 20U);
     }
 }
