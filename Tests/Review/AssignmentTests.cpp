@@ -41,15 +41,12 @@ TEST(Confirming, FixesWhatTheRulesSayNowAndKeepsATargetArchivedSince)
     EXPECT_TRUE(confirm(Selection{kept}, day.context()));
 }
 
-TEST(Describing, FreezesABlockKeepsTheTextAndClearsItWhenEmpty)
+TEST(Describing, KeepsTheTextAsItIsAndClearsItWhenEmpty)
 {
     HandMadeDay day;
-    auto written = describe(day.addBlock(day.hours(9, 10), day.toSite), " Notes | 1 ", day.context());
-    ASSERT_TRUE(written);
-    EXPECT_EQ(written->upserts[0].description, " Notes | 1 ");
-    EXPECT_THAT(written->consumedSegmentIDs, SizeIs(2));
-
-    EXPECT_EQ(describe(written->upserts[0], "", day.context())->upserts[0].description, std::nullopt);
+    const auto item = day.addItem(day.hours(9, 10), day.toSite);
+    EXPECT_EQ(describe(item, " Notes | 1 ", day.context())->upserts[0].description, " Notes | 1 ");
+    EXPECT_EQ(describe(item, "", day.context())->upserts[0].description, std::nullopt);
 }
 
 } // namespace

@@ -102,7 +102,8 @@ private:
     {
         const auto& first = a.explanation.front();
         const auto& second = b.explanation.front();
-        return a.end() == b.start() && onOneDay(a, b) && dominant(a.entries) == dominant(b.entries)
+        return a.end() == b.start() && onOneDay(a, b)
+            && dominantApplication(a.entries) == dominantApplication(b.entries)
             && first.review == second.review && first.effectiveAssignment() == second.effectiveAssignment()
             && first.evaluation.assignment == second.evaluation.assignment
             && first.evaluation.conflictingRuleIDs.empty() == second.evaluation.conflictingRuleIDs.empty();
@@ -171,27 +172,6 @@ private:
         return result;
     }
 
-    static ApplicationIdentity dominant(const Entries& entries)
-    {
-        std::vector<std::pair<ApplicationIdentity, double>> totals;
-        for (const auto& entry : entries) {
-            const auto& application = entry.segment.application;
-            if (!application)
-                continue;
-            auto found =
-                std::ranges::find(totals, *application, [](const auto& total) { return total.first; });
-            if (found == totals.end())
-                found = totals.insert(totals.end(), {*application, 0});
-            found->second += entry.segment.length().value;
-        }
-        std::pair<ApplicationIdentity, double> best{{"unknown", "Unknown application"}, 0};
-        for (const auto& total : totals) {
-            if (total.second > best.second)
-                best = total;
-        }
-        return best.first;
-    }
-
     static AttributionEvaluation combined(const Entries& explanation)
     {
         AttributionEvaluation block;
@@ -223,7 +203,7 @@ private:
                 .start = run.start(),
                 .end = run.end(),
                 .lineage = run.entries,
-                .application = dominant(run.entries),
+                .application = dominantApplication(run.entries),
                 .attribution = combined(run.explanation),
                 .review = run.review(),
                 .reducedContextSegmentCount =

@@ -7,7 +7,6 @@ namespace stintbook {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(Split, CutsTheSliceAtTheInstantAndKeepsAllElseInBothParts)
 {
@@ -30,19 +29,6 @@ TEST(Split, CutsTheSliceAtTheInstantAndKeepsAllElseInBothParts)
     second.slices = {{segment, day.at(9, 20), day.at(10)}};
     EXPECT_THAT(mutation->upserts, ElementsAre(first, second));
     EXPECT_NE(second.id, first.id);
-}
-
-TEST(Split, FreezesABlockFirstAndDividesItsSegments)
-{
-    HandMadeDay day;
-    const auto block = day.addBlock(day.hours(9, 10), day.toSite);
-    const auto mutation = split(block, day.at(9, 10), day.context());
-    ASSERT_TRUE(mutation);
-    EXPECT_THAT(mutation->deletions, IsEmpty());
-    EXPECT_EQ(mutation->upserts[0].slices.size(), 1);
-    EXPECT_EQ(mutation->upserts[1].slices.size(), 1);
-    EXPECT_THAT(mutation->consumedSegmentIDs,
-                ElementsAre(block.lineage[0].sourceSegmentID, block.lineage[1].sourceSegmentID));
 }
 
 TEST(Split, RefusesAPointBehindTheMidnightOfAnotherZone)

@@ -174,5 +174,16 @@ TEST_F(WorkBlockBuilderExamples, ChainsShortStretchesOfAnyApplicationWithOneRevi
     EXPECT_EQ(blocks()[0].attribution.winningRuleID, rules[0].id);
 }
 
+TEST(DominantApplication, IsTheOneSeenFirstOfTwoThatShareTheTimeEvenlyOrUnknown)
+{
+    std::vector<WorkBlockSegment> lineage(3);
+    EXPECT_EQ(dominantApplication(lineage), (ApplicationIdentity{"unknown", "Unknown application"}));
+    for (auto& entry : lineage)
+        entry.segment.end = entry.segment.start + Seconds{60};
+    lineage[1].segment.application = {"mail", "Mail"};
+    lineage[2].segment.application = {"browser", "Browser"};
+    EXPECT_EQ(dominantApplication(lineage).displayName, "Mail");
+}
+
 } // namespace
 } // namespace stintbook

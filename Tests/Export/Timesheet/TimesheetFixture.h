@@ -15,34 +15,25 @@ public:
     MeasuredText wrapped(std::string_view text, const TextStyle& style, double width) override
     {
         const auto most = std::max<std::size_t>(1, static_cast<std::size_t>(width / (style.size / 2)));
+        const auto characters = graphemes(text);
         MeasuredText measured;
-        for (auto rest = codePoints(text); !rest.empty();) {
-            auto end = std::min(most, rest.size());
-            if (const auto space = rest.rfind(U' ', end);
-                end < rest.size() && space != rest.npos && space > 0)
-                end = space;
-            std::string line;
-            for (const char32_t character : rest.substr(0, end))
-                line += utf8(character);
+        for (std::size_t from = 0; from < characters.size();) {
+            auto to = std::min(from + most, characters.size());
+            for (auto space = to; to < characters.size() && space > from; --space) {
+                if (characters[space] == " ") {
+                    to = space;
+                    break;
+                }
+            }
+            const std::string line(characters[from].begin(), characters[to - 1].end());
             measured.lines.push_back({line, widthOf(line, style)});
-            rest.erase(0, std::min(rest.size(), end + (end < rest.size() && rest[end] == U' ' ? 1 : 0)));
+            from = to + (to < characters.size() && characters[to] == " " ? 1 : 0);
         }
         return measured;
     }
     double widthOf(std::string_view text, const TextStyle& style) override
     {
-        return static_cast<double>(codePoints(text).size()) * style.size / 2;
-    }
-
-private:
-    static std::string utf8(char32_t character)
-    {
-        const auto low = [](char32_t bits) { return static_cast<char>(0x80 | (bits & 0x3F)); };
-        if (character < 0x80)
-            return {static_cast<char>(character)};
-        if (character < 0x800)
-            return {static_cast<char>(0xC0 | (character >> 6)), low(character)};
-        return {static_cast<char>(0xE0 | (character >> 12)), low(character >> 6), low(character)};
+        return static_cast<double>(graphemes(text).size()) * style.size / 2;
     }
 };
 
