@@ -37,6 +37,8 @@ TEST(SegmentBuilder, AllocatesNothingForAnObservationThatContinuesTheStretch)
     }
     EXPECT_EQ(allocations.soFar(), 0U);
     EXPECT_EQ(builder.open->start, Instant{100});
+    seen.evidence = ContextEvidence::none;
+    EXPECT_EQ(builder.ingest(seen).size(), 1U);
 }
 
 TEST(SegmentBuilder, KeepsAGapThroughIdleChangesAndItsFirstStartForTheSameReason)

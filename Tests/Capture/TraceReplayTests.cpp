@@ -180,18 +180,6 @@ TEST(TraceReplay, OpensAGapWithoutObservationFromTheLastSampleUntilTheNext)
                 ElementsAre("0-10 work editor", "10-100 gap capturePaused"));
 }
 
-TEST(TraceReplay, LosesNoTimeAroundADeletion)
-{
-    EXPECT_THAT(segmentsOf(front(0, "editor") + line(10, "`hold`:{}") + front(15, "browser")
-                           + line(20, "`release`:{}") + stop(30)),
-                ElementsAre("0-10 work editor", "10-20 work editor", "20-30 work browser"));
-    const auto unreleased = replayed("{`at`:0,`start`:{`timeZone`:`UTC`}}\n" + front(0, "editor")
-                                     + line(10, "`hold`:{}") + stop(30));
-    EXPECT_THAT(described(unreleased.segments), ElementsAre("0-10 work editor"));
-    EXPECT_EQ(unreleased.unsavedCount, 1U);
-    EXPECT_EQ(unreleased.outcome, (CaptureShutdownOutcome{CaptureShutdownOutcome::Kind::incomplete, 1}));
-}
-
 TEST(TraceReplay, LivesATimeTwiceWhenTheClockIsSetBack)
 {
     EXPECT_THAT(segmentsOf(front(1000, "editor") + sample(1015, 1, 50) + line(400, "`clockSet`:{`from`:1020}")

@@ -65,15 +65,5 @@ TEST(BrowserDomain, FindsNoHostInPagesThatAreNotOnTheWeb)
         EXPECT_EQ(ofAddress(address), "") << address;
 }
 
-TEST(BrowserDomain, ContainsItsSubdomainsAndNoLookAlikes)
-{
-    const auto domain = [](std::string_view text) { return BrowserDomain::fromText(text).value(); };
-    EXPECT_TRUE(domain("example.org").isWithin(domain("example.org")));
-    EXPECT_TRUE(domain("a.b.example.org").isWithin(domain("example.org")));
-    EXPECT_FALSE(domain("myexample.org").isWithin(domain("example.org")));
-    EXPECT_FALSE(domain("example.org").isWithin(domain("a.example.org")));
-    EXPECT_FALSE(domain("example.org.a").isWithin(domain("example.org")));
-}
-
 } // namespace
 } // namespace stintbook

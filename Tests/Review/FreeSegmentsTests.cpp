@@ -45,20 +45,11 @@ protected:
     std::vector<ReviewedWorkItem> items;
 };
 
-TEST_F(FreeSegments, KeepWholeSegmentsAsTheyAre)
-{
-    recorded(10, 20);
-    recorded(0, 10);
-    EXPECT_THAT(
-        free(0, 20),
-        ElementsAre(FreeSegment{segments[1], segments[1].id}, FreeSegment{segments[0], segments[0].id}));
-    EXPECT_THAT(free(20, 40), IsEmpty());
-}
-
 TEST_F(FreeSegments, NamePiecesByTheirSourceAndTheirStart)
 {
     recorded(0, 100);
     const auto whole = free(0, 100);
+    EXPECT_THAT(whole, ElementsAre(FreeSegment{segments[0], segments[0].id}));
     reviewed(0, 40, 60);
     const auto pieces = free(0, 100);
     ASSERT_EQ(pieces.size(), 2U);

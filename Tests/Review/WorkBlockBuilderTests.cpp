@@ -1,6 +1,6 @@
 #include <random>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "BlockModel.h"
 #include "Review/WorkBlockBuilder.h"
@@ -8,8 +8,6 @@
 
 namespace stintbook {
 namespace {
-
-using testing::ElementsAre;
 
 CalendarContext berlin()
 {
@@ -91,87 +89,6 @@ TEST(WorkBlockBuilder, AgreesWithBlocksBuiltByHandHoweverTheInputIsOrdered)
         ASSERT_EQ(day.blocksBy<WorkBlockBuilder>(), expected) << "seed " << seed;
     }
     EXPECT_GT(joined, 1000U);
-}
-
-/// A day written down as stretches that touch; the editor is work for one project.
-class WorkBlockBuilderExamples : public testing::Test {
-protected:
-    WorkBlockBuilderExamples()
-    {
-        const auto& project = work.directory().projects().front();
-        rules = {{.id = {work.uuid()},
-                  .match = {.applicationBundleIdentifier = "editor"},
-                  .clientID = project.clientID,
-                  .projectID = project.id}};
-    }
-
-    void then(double seconds, const std::string& application, const SegmentReview& review = {})
-    {
-        ActivitySegment segment{.id = {work.uuid()}, .start = now, .end = now + Seconds{seconds}};
-        segment.application = ApplicationIdentity{application, application};
-        now = segment.end;
-        segments.push_back({segment, segment.id});
-        reviews[segment.id] = review;
-    }
-    void missing(double seconds) { now = now + Seconds{seconds}; }
-
-    std::vector<WorkBlock> blocks() const
-    {
-        return WorkBlockBuilder(berlin(), AttributionEngine(rules, work.directory()), ExclusionEngine({}))
-            .blocks(segments, reviews);
-    }
-    /// How many segments each block has.
-    std::vector<std::size_t> sizes() const
-    {
-        std::vector<std::size_t> result;
-        for (const auto& block : blocks())
-            result.push_back(block.lineage.size());
-        return result;
-    }
-
-    RandomWork work{5};
-    std::vector<AttributionRule> rules;
-    Instant now{1.8e9};
-    std::vector<FreeSegment> segments;
-    SegmentReviews reviews;
-    const SegmentReview confirmed{.isConfirmed = true};
-};
-
-TEST_F(WorkBlockBuilderExamples, FoldsAShortInterruptionIntoTheEarlierNeighbourWithTheSameReview)
-{
-    then(600, "editor");
-    then(119, "mail");
-    then(600, "browser");
-    then(90, "mail", confirmed);
-    then(600, "editor", confirmed);
-    EXPECT_THAT(sizes(), ElementsAre(2, 1, 2));
-    EXPECT_EQ(blocks()[0].attribution.winningRuleID, rules[0].id);
-}
-
-TEST_F(WorkBlockBuilderExamples, JoinsWhatAnInterruptionHadKeptApartButNotWhatMissingTimeOrMidnightDoes)
-{
-    now = berlin().nextDayStart(now) - Seconds{2 * 600 + 60 + 1 + 600};
-    then(600, "editor");
-    then(60, "mail");
-    then(600, "editor");
-    missing(1);
-    then(600, "editor");
-    // At midnight.
-    then(600, "editor");
-    then(120, "mail");
-    then(600, "editor");
-    EXPECT_THAT(sizes(), ElementsAre(3, 1, 1, 1, 1));
-}
-
-TEST_F(WorkBlockBuilderExamples, ChainsShortStretchesOfAnyApplicationWithOneReview)
-{
-    then(90, "editor");
-    then(40, "browser");
-    then(100, "mail");
-    then(30, "editor", confirmed);
-    EXPECT_THAT(sizes(), ElementsAre(3, 1));
-    EXPECT_EQ(blocks()[0].application.bundleIdentifier, "mail");
-    EXPECT_EQ(blocks()[0].attribution.winningRuleID, rules[0].id);
 }
 
 TEST(DominantApplication, IsTheOneSeenFirstOfTwoThatShareTheTimeEvenlyOrUnknown)

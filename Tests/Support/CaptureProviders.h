@@ -54,7 +54,6 @@ public:
     bool canSampleIdle = true;
     int titleReadings = 0;
     int domainReadings = 0;
-    int idleSamples = 0;
 
     // What it provides
 
@@ -86,7 +85,6 @@ public:
     }
     std::expected<IdleState, std::string> sample() override
     {
-        ++idleSamples;
         if (!canSampleIdle)
             return std::unexpected("no idle service");
         return IdleState{m_clock.awake() - m_lastInput, m_clock.awake()};
