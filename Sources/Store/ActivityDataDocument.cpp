@@ -87,8 +87,18 @@ private:
         return {};
     }
 
-    template <typename Record, typename WriteRecord>
-    Done list(StoredRecords<Record> records, WriteRecord writeRecord)
+    template <typename Record> void writeRecord(const Record& record) { stintbook::write(m_json, record); }
+    /// What is stored under its owner.
+    template <typename Owner, typename Record> void writeRecord(const std::pair<Owner, Record>& owned)
+    {
+        stintbook::write(m_json, owned.first, owned.second);
+    }
+    void writeRecord(const ActivitySegment& segment)
+    {
+        stintbook::write(m_json, segment);
+        ++m_segmentCount;
+    }
+    template <typename Record> Done list(StoredRecords<Record> records)
     {
         m_json.beginArray();
         while (const auto record = records.next()) {
@@ -100,58 +110,26 @@ private:
         m_json.endArray();
         return {};
     }
-    template <typename Record> Done list(const Stored<std::vector<Record>>& records)
-    {
-        if (!records)
-            return interruption(records.error());
-        m_json.array(*records, [&](const Record& record) { stintbook::write(m_json, record); });
-        return passOn(pieceSize);
-    }
-    /// What is keyed by the identifier of its owner.
-    template <typename Terms> Done list(const Terms& terms)
-    {
-        m_json.array(terms, [&](const auto& entry) { stintbook::write(m_json, entry.first, entry.second); });
-        return passOn(pieceSize);
-    }
 
     Done appVersion()
     {
         m_json.value(version());
         return {};
     }
-    Done attributionRules() { return list(readAttributionRules(m_connection)); }
-    /// Rates and settings, which lie apart in the document.
-    Done billingBook()
-    {
-        auto book = readBilling(m_connection);
-        if (!book)
-            return interruption(book.error());
-        m_billing = *std::move(book);
-        return {};
-    }
+    Done attributionRules() { return list(allAttributionRules(m_connection)); }
     Done billingSettings()
     {
-        TRY(billingBook());
-        stintbook::write(m_json, m_billing.settings);
+        const auto settings = readSettings(m_connection);
+        if (!settings)
+            return interruption(settings.error());
+        stintbook::write(m_json, *settings);
         return {};
     }
-    Done clientBilling()
-    {
-        TRY(billingBook());
-        return list(m_billing.clients);
-    }
-    Done clients() { return list(readClients(m_connection)); }
-    Done dayApprovals()
-    {
-        return list(allApprovals(m_connection),
-                    [&](const ReviewedDayApproval& approval) { stintbook::write(m_json, approval); });
-    }
-    Done exclusionRules() { return list(readExclusionRules(m_connection)); }
-    Done exportSnapshots()
-    {
-        return list(allSnapshots(m_connection),
-                    [&](const ExportSnapshot& snapshot) { stintbook::write(m_json, snapshot); });
-    }
+    Done clientBilling() { return list(allClientBilling(m_connection)); }
+    Done clients() { return list(allClients(m_connection)); }
+    Done dayApprovals() { return list(allApprovals(m_connection)); }
+    Done exclusionRules() { return list(allExclusionRules(m_connection)); }
+    Done exportSnapshots() { return list(allSnapshots(m_connection)); }
     Done exportedAt()
     {
         m_json.value(m_request.exportedAt);
@@ -162,36 +140,16 @@ private:
         m_json.value(activityDataFormatVersion);
         return {};
     }
-    Done projectBilling()
-    {
-        TRY(billingBook());
-        return list(m_billing.projects);
-    }
-    Done projects() { return list(Stored<std::vector<Project>>(readProjects(m_connection))); }
-    Done reviewedItems()
-    {
-        return list(allItems(m_connection),
-                    [&](const ReviewedWorkItem& item) { stintbook::write(m_json, item); });
-    }
-    Done segmentReviews()
-    {
-        return list(allReviews(m_connection), [&](const SegmentAndReview& stored) {
-            stintbook::write(m_json, stored.first, stored.second);
-        });
-    }
-    Done segments()
-    {
-        return list(allSegments(m_connection), [&](const ActivitySegment& segment) {
-            stintbook::write(m_json, segment);
-            ++m_segmentCount;
-        });
-    }
+    Done projectBilling() { return list(allProjectBilling(m_connection)); }
+    Done projects() { return list(allProjects(m_connection)); }
+    Done reviewedItems() { return list(allItems(m_connection)); }
+    Done segmentReviews() { return list(allReviews(m_connection)); }
+    Done segments() { return list(allSegments(m_connection)); }
 
     StoreConnection& m_connection;
     const ActivityDataExportRequest& m_request;
     std::string m_text;
     JsonWriter m_json{m_text, JsonWriter::Layout::indented};
-    BillingBook m_billing;
     std::int64_t m_segmentCount = 0;
 };
 

@@ -34,10 +34,10 @@ Stored<std::pair<ID, Terms>> readTerms(Query& row, std::string_view rateField, s
     return std::pair(id, terms);
 }
 
-/// What a walk over terms yields, by whose they are.
-template <typename ID, typename Terms, typename Walk> Stored<std::map<ID, Terms>> byOwner(Walk walk)
+template <typename ID, typename Terms>
+Stored<std::map<ID, Terms>> byOwner(StoredRecords<std::pair<ID, Terms>> stored)
 {
-    auto terms = TRY((collected<std::pair<ID, Terms>>(walk)));
+    const auto terms = TRY(stored.collect());
     return std::map<ID, Terms>(terms.begin(), terms.end());
 }
 
@@ -46,13 +46,18 @@ template <typename ID, typename Terms, typename Walk> Stored<std::map<ID, Terms>
 Stored<BillingBook> readBilling(StoreConnection& connection)
 {
     BillingBook book;
-    book.settings.currency = TRY(readCurrency(connection));
-    book.settings.defaultRounding = TRY(readDefaultRounding(connection));
-    book.clients = TRY((byOwner<ClientID, ClientBillingDefaults>(
-        [&](const auto& visit) { walkClientBilling(connection, visit); })));
-    book.projects = TRY((byOwner<ProjectID, ProjectBillingOverrides>(
-        [&](const auto& visit) { walkProjectBilling(connection, visit); })));
+    book.settings = TRY(readSettings(connection));
+    book.clients = TRY(byOwner(allClientBilling(connection)));
+    book.projects = TRY(byOwner(allProjectBilling(connection)));
     return book;
+}
+
+Stored<BillingSettings> readSettings(StoreConnection& connection)
+{
+    BillingSettings settings;
+    settings.currency = TRY(readCurrency(connection));
+    settings.defaultRounding = TRY(readDefaultRounding(connection));
+    return settings;
 }
 
 Stored<std::optional<BillingCurrency>> readCurrency(StoreConnection& connection)
@@ -74,22 +79,22 @@ Stored<std::optional<RoundingPolicy>> readDefaultRounding(StoreConnection& conne
         single(connection, "SELECT roundingRaw FROM BillingRounding WHERE key = ?1", roundingKey));
 }
 
-void walkClientBilling(StoreConnection& connection,
-                       const RecordVisitor<std::pair<ClientID, ClientBillingDefaults>>& visit)
+StoredRecords<std::pair<ClientID, ClientBillingDefaults>> allClientBilling(StoreConnection& connection)
 {
-    auto rows = connection.query("SELECT clientID, hourlyRate, roundingRaw FROM ClientBilling");
-    while (rows.next())
-        visit(readTerms<ClientID, ClientBillingDefaults>(rows, "clientBilling.hourlyRate",
-                                                         "clientBilling.rounding"));
+    return {connection, "SELECT clientID, hourlyRate, roundingRaw FROM ClientBilling ORDER BY clientID",
+            [](StoreConnection&, Query& row) {
+                return readTerms<ClientID, ClientBillingDefaults>(row, "clientBilling.hourlyRate",
+                                                                  "clientBilling.rounding");
+            }};
 }
 
-void walkProjectBilling(StoreConnection& connection,
-                        const RecordVisitor<std::pair<ProjectID, ProjectBillingOverrides>>& visit)
+StoredRecords<std::pair<ProjectID, ProjectBillingOverrides>> allProjectBilling(StoreConnection& connection)
 {
-    auto rows = connection.query("SELECT projectID, hourlyRate, roundingRaw FROM ProjectBilling");
-    while (rows.next())
-        visit(readTerms<ProjectID, ProjectBillingOverrides>(rows, "projectBilling.hourlyRate",
-                                                            "projectBilling.rounding"));
+    return {connection, "SELECT projectID, hourlyRate, roundingRaw FROM ProjectBilling ORDER BY projectID",
+            [](StoreConnection&, Query& row) {
+                return readTerms<ProjectID, ProjectBillingOverrides>(row, "projectBilling.hourlyRate",
+                                                                     "projectBilling.rounding");
+            }};
 }
 
 void writeSettings(StoreConnection& connection, const BillingSettings& settings)

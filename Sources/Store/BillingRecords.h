@@ -1,20 +1,23 @@
 #pragma once
 
+#include <utility>
+
 #include "Billing/BillingBook.h"
 #include "Domain/PersistenceError.h"
-#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
+#include "Store/StoredRecords.h"
 
 /// Billing settings, rates and roundings. Callers hold the transaction.
 namespace stintbook {
 
 Stored<BillingBook> readBilling(StoreConnection& connection);
+Stored<BillingSettings> readSettings(StoreConnection& connection);
 Stored<std::optional<BillingCurrency>> readCurrency(StoreConnection& connection);
 Stored<std::optional<RoundingPolicy>> readDefaultRounding(StoreConnection& connection);
-void walkClientBilling(StoreConnection& connection,
-                       const RecordVisitor<std::pair<ClientID, ClientBillingDefaults>>& visit);
-void walkProjectBilling(StoreConnection& connection,
-                        const RecordVisitor<std::pair<ProjectID, ProjectBillingOverrides>>& visit);
+/// By the client's identifier.
+StoredRecords<std::pair<ClientID, ClientBillingDefaults>> allClientBilling(StoreConnection& connection);
+/// By the project's identifier.
+StoredRecords<std::pair<ProjectID, ProjectBillingOverrides>> allProjectBilling(StoreConnection& connection);
 void writeSettings(StoreConnection& connection, const BillingSettings& settings);
 /// Where no settings were written before; whether there were none.
 bool writeFirstCurrency(StoreConnection& connection, const BillingCurrency& currency);

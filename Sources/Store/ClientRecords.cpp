@@ -37,7 +37,7 @@ template <typename ID> ClientReferences referencesTo(const std::map<ID, ClientRe
     return found == census.end() ? ClientReferences{} : found->second;
 }
 
-Stored<Client> readClient(Query& row)
+Stored<Client> readClient(StoreConnection& /*connection*/, Query& row)
 {
     Client client{row.take<ClientID>(), row.take<std::string>(), row.take<bool>(), std::nullopt};
     if (const auto hex = row.take<std::optional<std::string>>()) {
@@ -56,14 +56,20 @@ std::optional<std::string> clientName(StoreConnection& connection, ClientID id)
     return row.take<std::string>();
 }
 
-std::optional<Project> storedProject(StoreConnection& connection, ProjectID id)
+#define PROJECT_ROWS "SELECT id, clientID, name, defaultBillable, isArchived FROM Project"
+
+Stored<Project> readProject(StoreConnection& /*connection*/, Query& row)
 {
-    auto row =
-        connection.query("SELECT id, clientID, name, defaultBillable, isArchived FROM Project WHERE id = ?1");
-    if (!row.bind(id).next())
-        return std::nullopt;
     return Project{row.take<ProjectID>(), row.take<ClientID>(), row.take<std::string>(), row.take<bool>(),
                    row.take<bool>()};
+}
+
+std::optional<Project> storedProject(StoreConnection& connection, ProjectID id)
+{
+    auto row = connection.query(PROJECT_ROWS " WHERE id = ?1");
+    if (!row.bind(id).next())
+        return std::nullopt;
+    return *readProject(connection, row);
 }
 
 std::vector<ProjectID> projectsOf(StoreConnection& connection, ClientID id)
@@ -90,28 +96,17 @@ void removeProject(StoreConnection& connection, ProjectID id)
 
 } // namespace
 
-Stored<std::vector<Client>> readClients(StoreConnection& connection)
+StoredRecords<Client> allClients(StoreConnection& connection)
 {
-    return collected<Client>([&](const RecordVisitor<Client>& visit) { walkClients(connection, visit); });
+    return {connection,
+            "SELECT c.id, c.name, c.isArchived, a.colorHex FROM Client c"
+            " LEFT JOIN ClientAppearance a ON a.clientID = c.id ORDER BY c.rowid",
+            readClient};
 }
 
-void walkClients(StoreConnection& connection, const RecordVisitor<Client>& visit)
+StoredRecords<Project> allProjects(StoreConnection& connection)
 {
-    auto rows = connection.query("SELECT c.id, c.name, c.isArchived, a.colorHex FROM Client c"
-                                 " LEFT JOIN ClientAppearance a ON a.clientID = c.id ORDER BY c.rowid");
-    while (rows.next())
-        visit(readClient(rows));
-}
-
-std::vector<Project> readProjects(StoreConnection& connection)
-{
-    auto rows = connection.query(
-        "SELECT id, clientID, name, defaultBillable, isArchived FROM Project ORDER BY rowid");
-    std::vector<Project> projects;
-    while (rows.next())
-        projects.push_back({rows.take<ProjectID>(), rows.take<ClientID>(), rows.take<std::string>(),
-                            rows.take<bool>(), rows.take<bool>()});
-    return projects;
+    return {connection, PROJECT_ROWS " ORDER BY rowid", readProject};
 }
 
 ClientReferenceCensus readReferenceCensus(StoreConnection& connection)

@@ -1,18 +1,15 @@
 #pragma once
 
-#include <vector>
-
 #include "Domain/ClientDirectoryRepository.h"
-#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
+#include "Store/StoredRecords.h"
 
 /// Clients with their colours, projects, and what names them. Callers hold the transaction.
 namespace stintbook {
 
 /// In the order of creation, as are projects.
-Stored<std::vector<Client>> readClients(StoreConnection& connection);
-void walkClients(StoreConnection& connection, const RecordVisitor<Client>& visit);
-std::vector<Project> readProjects(StoreConnection& connection);
+StoredRecords<Client> allClients(StoreConnection& connection);
+StoredRecords<Project> allProjects(StoreConnection& connection);
 
 /// Corrections, reviewed items and rules count by their assignment, exports by their filters: an export's
 /// lines hold names only.

@@ -101,19 +101,17 @@ Stored<std::vector<ExportDayRevision>> readDays(StoreConnection& connection, con
     return days;
 }
 
-/// Walks over parts that are selected with their snapshot and position in front.
-template <typename Part, typename Read>
-void walkParts(Query& rows, Read read, const SnapshotPartVisitor<Part>& visit)
+/// Of a part that is selected with its snapshot and position in front.
+template <typename Part, Stored<Part> (*read)(Query&, const UUID&)>
+SnapshotPart<Part> readPart(StoreConnection& /*connection*/, Query& row)
 {
-    while (rows.next()) {
-        const auto snapshot = rows.take<ExportSnapshotID>();
-        const auto position = rows.take<int>();
-        visit(snapshot, position, read(rows, snapshot.uuid));
-    }
+    const auto snapshot = row.take<ExportSnapshotID>();
+    const auto position = row.take<int>();
+    return {snapshot, position, read(row, snapshot.uuid)};
 }
 
 /// Without lines and days.
-Stored<ExportSnapshot> readHead(Query& row)
+Stored<ExportSnapshot> readHead(StoreConnection& /*connection*/, Query& row)
 {
     ExportSnapshot snapshot;
     snapshot.id = row.take<ExportSnapshotID>();
@@ -135,7 +133,7 @@ Stored<ExportSnapshot> readHead(Query& row)
 
 Stored<ExportSnapshot> readSnapshot(StoreConnection& connection, Query& row)
 {
-    auto snapshot = TRY(readHead(row));
+    auto snapshot = TRY(readHead(connection, row));
     snapshot.lines = TRY(readLines(connection, snapshot.id.uuid));
     snapshot.days = TRY(readDays(connection, snapshot.id.uuid));
     for (const auto& line : snapshot.lines)
@@ -198,34 +196,29 @@ void insertDay(StoreConnection& connection, ExportSnapshotID snapshot, int posit
 
 } // namespace
 
-Stored<std::vector<ExportSnapshot>> readSnapshots(StoreConnection& connection)
+StoredRecords<ExportSnapshot> snapshotsNewestFirst(StoreConnection& connection)
 {
-    auto rows = connection.query(SNAPSHOT_ROWS " ORDER BY createdAt DESC, rowid DESC");
-    std::vector<ExportSnapshot> snapshots;
-    while (rows.next())
-        snapshots.push_back(TRY(readSnapshot(connection, rows)));
-    return snapshots;
+    return {connection, SNAPSHOT_ROWS " ORDER BY createdAt DESC, rowid DESC", readSnapshot};
 }
 
-void walkSnapshotHeads(StoreConnection& connection, const RecordVisitor<ExportSnapshot>& visit)
+StoredRecords<ExportSnapshot> allSnapshotHeads(StoreConnection& connection)
 {
-    auto rows = connection.query(SNAPSHOT_ROWS " ORDER BY createdAt DESC, rowid DESC");
-    while (rows.next())
-        visit(readHead(rows));
+    return {connection, SNAPSHOT_ROWS " ORDER BY createdAt DESC, rowid DESC", readHead};
 }
 
-void walkSnapshotLines(StoreConnection& connection, const SnapshotPartVisitor<ExportLine>& visit)
+StoredRecords<ExportLine, SnapshotPart<ExportLine>> allSnapshotLines(StoreConnection& connection)
 {
-    auto rows = connection.query("SELECT snapshotID, position, " LINE_COLUMNS
-                                 " FROM ExportLine ORDER BY snapshotID, position");
-    walkParts<ExportLine>(rows, readLine, visit);
+    return {connection,
+            "SELECT snapshotID, position, " LINE_COLUMNS " FROM ExportLine ORDER BY snapshotID, position",
+            readPart<ExportLine, readLine>};
 }
 
-void walkSnapshotDays(StoreConnection& connection, const SnapshotPartVisitor<ExportDayRevision>& visit)
+StoredRecords<ExportDayRevision, SnapshotPart<ExportDayRevision>> allSnapshotDays(StoreConnection& connection)
 {
-    auto rows = connection.query("SELECT snapshotID, position, " DAY_COLUMNS
-                                 " FROM ExportDayRevision ORDER BY snapshotID, position");
-    walkParts<ExportDayRevision>(rows, readDayRevision, visit);
+    return {connection,
+            "SELECT snapshotID, position, " DAY_COLUMNS
+            " FROM ExportDayRevision ORDER BY snapshotID, position",
+            readPart<ExportDayRevision, readDayRevision>};
 }
 
 StoredRecords<ExportSnapshot> allSnapshots(StoreConnection& connection)

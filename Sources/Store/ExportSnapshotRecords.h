@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "Export/BillingRepository.h"
-#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
 #include "Store/StoredRecords.h"
 
@@ -12,18 +11,22 @@
 namespace stintbook {
 
 /// Newest first.
-Stored<std::vector<ExportSnapshot>> readSnapshots(StoreConnection& connection);
+StoredRecords<ExportSnapshot> snapshotsNewestFirst(StoreConnection& connection);
 /// Oldest first, which is also the order of their rows: of two at one instant, the later one stays the latest.
 StoredRecords<ExportSnapshot> allSnapshots(StoreConnection& connection);
 /// Without their lines and days.
-void walkSnapshotHeads(StoreConnection& connection, const RecordVisitor<ExportSnapshot>& visit);
+StoredRecords<ExportSnapshot> allSnapshotHeads(StoreConnection& connection);
 
 /// A part of a snapshot with its place there, from 0.
-template <typename Part>
-using SnapshotPartVisitor = std::function<void(ExportSnapshotID, int position, Stored<Part>)>;
+template <typename Part> struct SnapshotPart {
+    ExportSnapshotID snapshot;
+    int position = 0;
+    Stored<Part> part;
+};
 /// Of all snapshots, one after the other.
-void walkSnapshotLines(StoreConnection& connection, const SnapshotPartVisitor<ExportLine>& visit);
-void walkSnapshotDays(StoreConnection& connection, const SnapshotPartVisitor<ExportDayRevision>& visit);
+StoredRecords<ExportLine, SnapshotPart<ExportLine>> allSnapshotLines(StoreConnection& connection);
+StoredRecords<ExportDayRevision, SnapshotPart<ExportDayRevision>> allSnapshotDays(
+    StoreConnection& connection);
 
 Stored<std::optional<ExportSnapshot>> readSnapshot(StoreConnection& connection, ExportSnapshotID id);
 /// What the latest export that includes the day recorded.

@@ -22,6 +22,11 @@ template <typename Read> auto reading(Read read)
     };
 }
 
+template <typename All> auto collecting(All all)
+{
+    return [all](StoreConnection& connection) { return all(connection).collect(); };
+}
+
 template <typename Write> auto writing(Write write)
 {
     return [write](StoreConnection& connection) -> Stored<void> {
@@ -93,12 +98,12 @@ Stored<void> PersistentReviewStore::saveReviews(const std::map<SegmentID, Segmen
 
 Stored<std::vector<Client>> PersistentReviewStore::clients() const
 {
-    return m_database->read(readClients);
+    return m_database->read(collecting(allClients));
 }
 
 Stored<std::vector<Project>> PersistentReviewStore::projects() const
 {
-    return m_database->read(reading(readProjects));
+    return m_database->read(collecting(allProjects));
 }
 
 Stored<ClientReferenceCensus> PersistentReviewStore::referenceCensus() const
@@ -132,12 +137,12 @@ std::expected<void, ClientEditError> PersistentReviewStore::deleteProject(Projec
 
 Stored<std::vector<AttributionRule>> PersistentReviewStore::attributionRules() const
 {
-    return m_database->read(readAttributionRules);
+    return m_database->read(collecting(allAttributionRules));
 }
 
 Stored<std::vector<ExclusionRule>> PersistentReviewStore::exclusionRules() const
 {
-    return m_database->read(readExclusionRules);
+    return m_database->read(collecting(allExclusionRules));
 }
 
 Stored<void> PersistentReviewStore::replaceAttributionRules(const std::vector<AttributionRule>& rules)
@@ -196,7 +201,7 @@ PersistentReviewStore::append(const ExportSnapshot& snapshot)
 
 Stored<std::vector<ExportSnapshot>> PersistentReviewStore::snapshots() const
 {
-    return m_database->read(readSnapshots);
+    return m_database->read(collecting(snapshotsNewestFirst));
 }
 
 Stored<std::optional<ExportSnapshot>> PersistentReviewStore::snapshot(ExportSnapshotID id) const

@@ -60,13 +60,7 @@ Stored<ReviewedWorkItem> readItem(StoreConnection& connection, Query& row)
     return item;
 }
 
-Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Query& rows)
-{
-    std::vector<ReviewedWorkItem> items;
-    while (rows.next())
-        items.push_back(TRY(readItem(connection, rows)));
-    return items;
-}
+#define ALL_APPROVALS APPROVAL_ROWS " ORDER BY dayStart, dayTimeZoneIdentifier"
 
 /// What follows the key in the row.
 Stored<ReviewedDayApproval> readApproval(const std::string& key, Query& row)
@@ -80,6 +74,18 @@ Stored<ReviewedDayApproval> readApproval(const std::string& key, Query& row)
     if (key != dayID(approval.day))
         return unreadable(UUID::random(), "dayApproval.dayID");
     return approval;
+}
+
+KeyedApproval readKeyedApproval(StoreConnection& /*connection*/, Query& row)
+{
+    auto key = row.take<std::string>();
+    auto approval = readApproval(key, row);
+    return {std::move(key), std::move(approval)};
+}
+
+Stored<ReviewedDayApproval> readApproval(StoreConnection& connection, Query& row)
+{
+    return readKeyedApproval(connection, row).approval;
 }
 
 /// No item is longer, so that one which overlaps an interval starts at most this much before it.
@@ -101,20 +107,22 @@ void removeItem(StoreConnection& connection, ReviewedItemID id)
 
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, const LocalDay& day)
 {
-    auto rows = connection.query(
-        ITEM_ROWS " WHERE i.dayStart = ?1 AND i.dayTimeZoneIdentifier = ?2 ORDER BY i.start, i.id");
-    rows.bind(day.start, day.timeZoneIdentifier);
-    return readItems(connection, rows);
+    return StoredRecords<ReviewedWorkItem>(
+               connection,
+               ITEM_ROWS " WHERE i.dayStart = ?1 AND i.dayTimeZoneIdentifier = ?2 ORDER BY i.start, i.id",
+               readItem, day.start, day.timeZoneIdentifier)
+        .collect();
 }
 
 Stored<std::vector<ReviewedWorkItem>> readItems(StoreConnection& connection, Interval overlapping)
 {
     if (overlapping.isEmpty())
         return {};
-    auto rows = connection.query(
-        ITEM_ROWS " WHERE i.start > ?1 AND i.start < ?2 AND i.\"end\" > ?3 ORDER BY i.start, i.id");
-    rows.bind(overlapping.start - longestItem(connection), overlapping.end, overlapping.start);
-    return readItems(connection, rows);
+    return StoredRecords<ReviewedWorkItem>(
+               connection,
+               ITEM_ROWS " WHERE i.start > ?1 AND i.start < ?2 AND i.\"end\" > ?3 ORDER BY i.start, i.id",
+               readItem, overlapping.start - longestItem(connection), overlapping.end, overlapping.start)
+        .collect();
 }
 
 bool hasItems(StoreConnection& connection, const LocalDay& day)
@@ -134,27 +142,17 @@ Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connect
     auto row = connection.query(APPROVAL_ROWS " WHERE dayStart = ?1 AND dayTimeZoneIdentifier = ?2");
     if (!row.bind(day.start, day.timeZoneIdentifier).next())
         return std::nullopt;
-    const auto key = row.take<std::string>();
-    return TRY(readApproval(key, row));
+    return TRY(readApproval(connection, row));
 }
 
 StoredRecords<ReviewedDayApproval> allApprovals(StoreConnection& connection)
 {
-    return {connection, APPROVAL_ROWS " ORDER BY dayStart, dayTimeZoneIdentifier",
-            [](StoreConnection&, Query& row) {
-                const auto key = row.take<std::string>();
-                return readApproval(key, row);
-            }};
+    return {connection, ALL_APPROVALS, readApproval};
 }
 
-void walkApprovals(StoreConnection& connection,
-                   const std::function<void(const std::string&, Stored<ReviewedDayApproval>)>& visit)
+StoredRecords<ReviewedDayApproval, KeyedApproval> allKeyedApprovals(StoreConnection& connection)
 {
-    auto rows = connection.query(APPROVAL_ROWS " ORDER BY dayStart, dayTimeZoneIdentifier");
-    while (rows.next()) {
-        const auto key = rows.take<std::string>();
-        visit(key, readApproval(key, rows));
-    }
+    return {connection, ALL_APPROVALS, readKeyedApproval};
 }
 
 std::vector<LocalDay> readReviewedDays(StoreConnection& connection, const std::optional<Interval>& startingIn)

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "Domain/PersistenceError.h"
 #include "Review/ReviewedLayerMutation.h"
-#include "Store/RecordWalk.h"
 #include "Store/StoreConnection.h"
 #include "Store/StoredRecords.h"
 
@@ -21,9 +21,12 @@ StoredRecords<ReviewedWorkItem> allItems(StoreConnection& connection);
 Stored<std::optional<ReviewedDayApproval>> readApproval(StoreConnection& connection, const LocalDay& day);
 /// By the day's start, then its zone.
 StoredRecords<ReviewedDayApproval> allApprovals(StoreConnection& connection);
-/// The same with the text that each is stored under, which a readable one's day has as its identifier.
-void walkApprovals(StoreConnection& connection,
-                   const std::function<void(const std::string&, Stored<ReviewedDayApproval>)>& visit);
+/// With the text that it is stored under, which a readable one's day has as its identifier.
+struct KeyedApproval {
+    std::string key;
+    Stored<ReviewedDayApproval> approval;
+};
+StoredRecords<ReviewedDayApproval, KeyedApproval> allKeyedApprovals(StoreConnection& connection);
 std::vector<LocalDay> readReviewedDays(StoreConnection& connection,
                                        const std::optional<Interval>& startingIn);
 

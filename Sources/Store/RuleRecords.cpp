@@ -35,7 +35,7 @@ Stored<RuleMatch> readMatch(Query& row, RuleID id, std::string_view field)
     return match;
 }
 
-Stored<AttributionRule> readAttributionRule(Query& row)
+Stored<AttributionRule> readAttributionRule(StoreConnection& /*connection*/, Query& row)
 {
     AttributionRule rule;
     rule.id = row.take<RuleID>();
@@ -48,7 +48,7 @@ Stored<AttributionRule> readAttributionRule(Query& row)
     return rule;
 }
 
-Stored<ExclusionRule> readExclusionRule(Query& row)
+Stored<ExclusionRule> readExclusionRule(StoreConnection& /*connection*/, Query& row)
 {
     ExclusionRule rule;
     rule.id = row.take<RuleID>();
@@ -73,38 +73,23 @@ void removeDomains(StoreConnection& connection, RuleKind kind)
 
 } // namespace
 
-Stored<std::vector<AttributionRule>> readAttributionRules(StoreConnection& connection)
+StoredRecords<AttributionRule> allAttributionRules(StoreConnection& connection)
 {
-    return collected<AttributionRule>(
-        [&](const RecordVisitor<AttributionRule>& visit) { walkAttributionRules(connection, visit); });
+    return {connection,
+            "SELECT r.id, r.isEnabled, r.priority, r.applicationBundleIdentifier, r.titleContains, d.host,"
+            " r.clientID, r.projectID, r.billableOverride FROM AttributionRule r"
+            " LEFT JOIN RuleBrowserDomain d ON d.ruleID = r.id AND d.ruleKindRaw = ?1"
+            " ORDER BY r.priority, r.id",
+            readAttributionRule, RuleKind::attribution};
 }
 
-Stored<std::vector<ExclusionRule>> readExclusionRules(StoreConnection& connection)
+StoredRecords<ExclusionRule> allExclusionRules(StoreConnection& connection)
 {
-    return collected<ExclusionRule>(
-        [&](const RecordVisitor<ExclusionRule>& visit) { walkExclusionRules(connection, visit); });
-}
-
-void walkAttributionRules(StoreConnection& connection, const RecordVisitor<AttributionRule>& visit)
-{
-    auto rows = connection.query(
-        "SELECT r.id, r.isEnabled, r.priority, r.applicationBundleIdentifier, r.titleContains, d.host,"
-        " r.clientID, r.projectID, r.billableOverride FROM AttributionRule r"
-        " LEFT JOIN RuleBrowserDomain d ON d.ruleID = r.id AND d.ruleKindRaw = ?1 ORDER BY r.priority, r.id");
-    rows.bind(RuleKind::attribution);
-    while (rows.next())
-        visit(readAttributionRule(rows));
-}
-
-void walkExclusionRules(StoreConnection& connection, const RecordVisitor<ExclusionRule>& visit)
-{
-    auto rows = connection.query(
-        "SELECT r.id, r.isEnabled, r.priority, r.applicationBundleIdentifier, r.titleContains, d.host"
-        " FROM ExclusionRule r LEFT JOIN RuleBrowserDomain d ON d.ruleID = r.id AND d.ruleKindRaw = ?1"
-        " ORDER BY r.priority, r.id");
-    rows.bind(RuleKind::exclusion);
-    while (rows.next())
-        visit(readExclusionRule(rows));
+    return {connection,
+            "SELECT r.id, r.isEnabled, r.priority, r.applicationBundleIdentifier, r.titleContains, d.host"
+            " FROM ExclusionRule r LEFT JOIN RuleBrowserDomain d ON d.ruleID = r.id AND d.ruleKindRaw = ?1"
+            " ORDER BY r.priority, r.id",
+            readExclusionRule, RuleKind::exclusion};
 }
 
 void replaceAttributionRules(StoreConnection& connection, const std::vector<AttributionRule>& rules)

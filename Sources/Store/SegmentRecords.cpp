@@ -69,14 +69,6 @@ Stored<ActivitySegment> readSegment(StoreConnection& /*connection*/, Query& row)
     return segment;
 }
 
-Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, Query& rows)
-{
-    std::vector<ActivitySegment> segments;
-    while (rows.next())
-        segments.push_back(TRY(readSegment(connection, rows)));
-    return segments;
-}
-
 /// No segment is longer, so that one which overlaps an interval starts at most this much before it.
 Seconds longestSegment(StoreConnection& connection)
 {
@@ -140,10 +132,13 @@ Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, I
 {
     if (overlapping.isEmpty())
         return {};
-    auto rows = connection.query(SEGMENT_ROWS " WHERE s.start > ?1 AND s.start < ?2 AND s.\"end\" > ?3"
-                                              " ORDER BY s.start, s.\"end\", s.id");
-    rows.bind(overlapping.start - longestSegment(connection), overlapping.end, overlapping.start);
-    return readSegments(connection, rows);
+    return StoredRecords<ActivitySegment>(connection,
+                                          SEGMENT_ROWS
+                                          " WHERE s.start > ?1 AND s.start < ?2 AND s.\"end\" > ?3"
+                                          " ORDER BY s.start, s.\"end\", s.id",
+                                          readSegment, overlapping.start - longestSegment(connection),
+                                          overlapping.end, overlapping.start)
+        .collect();
 }
 
 std::optional<Instant> readFirstRecorded(StoreConnection& connection, Instant from)

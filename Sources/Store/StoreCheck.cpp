@@ -178,7 +178,8 @@ void checkItems(StoreConnection& connection, const Report& report)
 
 void checkApprovals(StoreConnection& connection, const Report& report)
 {
-    walkApprovals(connection, [&](const std::string& key, const Stored<ReviewedDayApproval>& approval) {
+    allKeyedApprovals(connection).walk([&](const KeyedApproval& stored) {
+        const auto& [key, approval] = stored;
         if (!approval)
             report(finding(approval.error(), key));
         else if (!hasItems(connection, approval->day))
@@ -188,13 +189,13 @@ void checkApprovals(StoreConnection& connection, const Report& report)
 
 void checkDirectory(StoreConnection& connection, const Report& report)
 {
-    walkClients(connection, readable(report));
+    allClients(connection).walk(readable(report));
 }
 
 void checkRules(StoreConnection& connection, const Report& report)
 {
-    walkAttributionRules(connection, readable(report));
-    walkExclusionRules(connection, readable(report));
+    allAttributionRules(connection).walk(readable(report));
+    allExclusionRules(connection).walk(readable(report));
 }
 
 void checkBilling(StoreConnection& connection, const Report& report)
@@ -203,8 +204,8 @@ void checkBilling(StoreConnection& connection, const Report& report)
         report(finding(currency.error(), "billing-settings"));
     if (const auto rounding = readDefaultRounding(connection); !rounding)
         report(finding(rounding.error(), "billing-rounding"));
-    walkClientBilling(connection, readable(report));
-    walkProjectBilling(connection, readable(report));
+    allClientBilling(connection).walk(readable(report));
+    allProjectBilling(connection).walk(readable(report));
 }
 
 /// Whether the identifier names the day; a zone that is unknown has been reported already.
@@ -213,14 +214,14 @@ bool isDay(const std::string& id, Instant start, const std::string& zone)
     return !CalendarContext::isKnownZone(zone) || dayFromID(id) == LocalDay{start, zone};
 }
 
-std::string partIdentifier(ExportSnapshotID snapshot, int position)
+template <typename Part> std::string identifier(const SnapshotPart<Part>& part)
 {
-    return fmt::format("{}/{}", snapshot.text(), position);
+    return fmt::format("{}/{}", part.snapshot.text(), part.position);
 }
 
 void checkSnapshots(StoreConnection& connection, const Report& report)
 {
-    walkSnapshotHeads(connection, readable(report));
+    allSnapshotHeads(connection).walk(readable(report));
     auto ranges = connection.query(
         "SELECT id, rangeStartDayID, rangeStartDate, rangeStartTimeZoneIdentifier FROM ExportSnapshot"
         " UNION ALL SELECT id, rangeEndDayID, rangeEndDate, rangeEndTimeZoneIdentifier FROM ExportSnapshot");
@@ -235,14 +236,14 @@ void checkSnapshots(StoreConnection& connection, const Report& report)
 
 void checkSnapshotDays(StoreConnection& connection, const Report& report)
 {
-    walkSnapshotDays(
-        connection, [&](ExportSnapshotID snapshot, int position, const Stored<ExportDayRevision>& day) {
-            if (!day)
-                report(finding(day.error(), partIdentifier(snapshot, position)));
-            else if (!isDay(day->dayID, day->dayStart, day->timeZoneIdentifier))
-                report({Kind::snapshotOfUnknownDay,
-                        Record{"ExportDayRevision", partIdentifier(snapshot, position), ""}, day->dayID});
-        });
+    allSnapshotDays(connection).walk([&](const SnapshotPart<ExportDayRevision>& stored) {
+        const auto& day = stored.part;
+        if (!day)
+            report(finding(day.error(), identifier(stored)));
+        else if (!isDay(day->dayID, day->dayStart, day->timeZoneIdentifier))
+            report({Kind::snapshotOfUnknownDay, Record{"ExportDayRevision", identifier(stored), ""},
+                    day->dayID});
+    });
 }
 
 /// The days of one snapshot at a time; lines come by snapshot.
@@ -275,14 +276,13 @@ private:
 void checkSnapshotLines(StoreConnection& connection, const Report& report)
 {
     SnapshotDays days(connection);
-    walkSnapshotLines(
-        connection, [&](ExportSnapshotID snapshot, int position, const Stored<ExportLine>& line) {
-            if (!line)
-                report(finding(line.error(), partIdentifier(snapshot, position)));
-            else if (!days.hold(snapshot, line->dayID))
-                report({Kind::snapshotOfUnknownDay,
-                        Record{"ExportLine", partIdentifier(snapshot, position), ""}, line->dayID});
-        });
+    allSnapshotLines(connection).walk([&](const SnapshotPart<ExportLine>& stored) {
+        const auto& line = stored.part;
+        if (!line)
+            report(finding(line.error(), identifier(stored)));
+        else if (!days.hold(stored.snapshot, line->dayID))
+            report({Kind::snapshotOfUnknownDay, Record{"ExportLine", identifier(stored), ""}, line->dayID});
+    });
 }
 
 } // namespace
