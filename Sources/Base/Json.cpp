@@ -38,11 +38,6 @@ char escapeOf(char character)
     return escapes[static_cast<unsigned char>(character)];
 }
 
-bool isASCII(char character)
-{
-    return static_cast<unsigned char>(character) < 0x80;
-}
-
 } // namespace
 
 void JsonWriter::begin(char bracket)
@@ -120,10 +115,7 @@ void JsonWriter::key(std::string_view name)
 void JsonWriter::value(std::string_view text)
 {
     separate();
-    if (std::ranges::all_of(text, isASCII) || isValidUTF8(text))
-        appendQuoted(text);
-    else
-        appendQuoted(wellFormed(text));
+    appendQuoted(isValidUTF8(text) ? text : wellFormed(text));
 }
 
 void JsonWriter::value(bool flag)

@@ -207,7 +207,7 @@ std::vector<std::string_view> graphemes(std::string_view text)
 
 bool isValidUTF8(std::string_view text)
 {
-    return everyCodePoint(text, [](UChar32 character) { return character >= 0; });
+    return isASCII(text) || everyCodePoint(text, [](UChar32 character) { return character >= 0; });
 }
 
 std::string wellFormed(std::string_view text)
