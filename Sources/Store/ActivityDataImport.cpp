@@ -20,6 +20,7 @@
 #include "Store/RuleRecords.h"
 #include "Store/SegmentRecords.h"
 #include "Store/SegmentReviewRecords.h"
+#include "Store/StoreSchema.h"
 
 namespace stintbook {
 
@@ -284,14 +285,9 @@ const std::array<Import::Section, 15> Import::sections = {{
 
 bool isEmpty(StoreConnection& connection)
 {
-    auto tables = connection.query("SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE"
-                                   " 'sqlite\\_%' ESCAPE '\\'");
-    while (tables.next()) {
-        if (connection.number(fmt::format("SELECT EXISTS (SELECT 1 FROM \"{}\")", tables.take<std::string>()))
-            != 0)
-            return false;
-    }
-    return true;
+    return std::ranges::all_of(tableNames(connection), [&](const std::string& table) {
+        return connection.number(fmt::format("SELECT EXISTS (SELECT 1 FROM \"{}\")", table)) == 0;
+    });
 }
 
 /// What is wrong with a document of another version is its version, wherever in the document that stands.

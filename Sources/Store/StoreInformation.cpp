@@ -6,6 +6,7 @@
 
 #include "Store/SegmentRecords.h"
 #include "Store/StoreFileInspection.h"
+#include "Store/StoreSchema.h"
 
 namespace stintbook {
 
@@ -20,11 +21,8 @@ std::uintmax_t sizeOf(const std::filesystem::path& file)
 
 std::vector<StoreInformation::Table> tables(StoreConnection& connection)
 {
-    auto names = connection.query("SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE "
-                                  "'sqlite\\_%' ESCAPE '\\' ORDER BY name");
     std::vector<StoreInformation::Table> tables;
-    while (names.next()) {
-        auto name = names.take<std::string>();
+    for (auto& name : tableNames(connection)) {
         const auto count = connection.number(fmt::format("SELECT count(*) FROM \"{}\"", name));
         tables.push_back({std::move(name), count});
     }

@@ -235,6 +235,16 @@ void applySchemaSteps(StoreConnection& connection, int from, int to)
     connection.execute(fmt::format("PRAGMA user_version = {}", to));
 }
 
+std::vector<std::string> tableNames(StoreConnection& connection)
+{
+    auto rows = connection.query("SELECT name FROM sqlite_schema WHERE type = 'table'"
+                                 " AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY name");
+    std::vector<std::string> names;
+    while (rows.next())
+        names.push_back(rows.take<std::string>());
+    return names;
+}
+
 std::string layoutDigest(StoreConnection& connection)
 {
     std::string layout;

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Store/StoreConnection.h"
 
@@ -19,6 +20,8 @@ std::string_view schemaStep(int version);
 /// Runs the steps after `from` up to `to` and stores the version; the caller holds the transaction.
 void applySchemaSteps(StoreConnection& connection, int from, int to);
 
+/// In the order of their names.
+std::vector<std::string> tableNames(StoreConnection& connection);
 /// A digest over tables with their columns, indices and whatever else a database declares. It does not depend
 /// on the wording of the declarations, which other releases of SQLite may keep in another form.
 std::string layoutDigest(StoreConnection& connection);
