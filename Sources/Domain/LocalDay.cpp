@@ -1,9 +1,9 @@
 #include "Domain/LocalDay.h"
 
-#include <charconv>
-
 #include <absl/time/civil_time.h>
 #include <fmt/format.h>
+
+#include "Base/NumberText.h"
 
 namespace stintbook {
 
@@ -11,10 +11,7 @@ namespace {
 
 std::optional<int> number(std::string_view digits)
 {
-    int value = 0;
-    const char* const end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, value);
-    return error == std::errc() && stop == end && digits.front() != '-' ? std::optional(value) : std::nullopt;
+    return digits.front() == '-' ? std::nullopt : numberIn<int>(digits);
 }
 
 CivilDate civilDate(absl::CivilDay day)

@@ -1,12 +1,12 @@
 #include "Store/DeletionMark.h"
 
-#include <charconv>
 #include <fstream>
 #include <string>
 #include <tuple>
 
 #include <fmt/format.h>
 
+#include "Base/NumberText.h"
 #include "Store/StoreFileInspection.h"
 
 namespace stintbook {
@@ -25,14 +25,6 @@ std::string encoded(const DeletionMark& mark)
                        mark.isCommitted ? "committed" : "begun");
 }
 
-std::optional<double> number(const std::string& text)
-{
-    double value = 0;
-    const auto* end = text.data() + text.size();
-    const auto [stop, problem] = std::from_chars(text.data(), end, value);
-    return problem == std::errc{} && stop == end ? std::optional(value) : std::nullopt;
-}
-
 } // namespace
 
 std::optional<DeletionMark> readDeletionMark(const std::filesystem::path& storeFile)
@@ -43,8 +35,8 @@ std::optional<DeletionMark> readDeletionMark(const std::filesystem::path& storeF
     std::string what;
     std::string course;
     stream >> from >> to >> what >> course;
-    const auto start = number(from);
-    const auto end = number(to);
+    const auto start = numberIn<double>(from);
+    const auto end = numberIn<double>(to);
     if (!start || !end || (what != "reviewed" && what != "observed")
         || (course != "committed" && course != "begun"))
         return std::nullopt;
