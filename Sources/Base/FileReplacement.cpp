@@ -90,18 +90,6 @@ bool isDraftName(std::string_view name, std::string_view file)
         && name.find_first_not_of("0123456789abcdef", file.size() + 1) == std::string_view::npos;
 }
 
-std::filesystem::path directoryOf(const std::filesystem::path& file)
-{
-    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-}
-
-void syncDirectory(const std::filesystem::path& directory)
-{
-    const FileDescriptor descriptor(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor)
-        ::fsync(descriptor.get());
-}
-
 std::filesystem::path temporaryDirectory()
 {
     const char* const chosen = std::getenv("TMPDIR");
@@ -191,6 +179,18 @@ FileWritten FileReplacement::commit()
     m_draftName.clear();
     syncDirectory(directoryOf(m_file));
     return {};
+}
+
+std::filesystem::path directoryOf(const std::filesystem::path& file)
+{
+    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+}
+
+void syncDirectory(const std::filesystem::path& directory)
+{
+    const FileDescriptor descriptor(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor)
+        ::fsync(descriptor.get());
 }
 
 FileWritten replaceFile(const std::filesystem::path& path, std::string_view bytes, mode_t mode)

@@ -59,6 +59,10 @@ private:
 
 /// Replaces a file whose bytes are all at hand.
 FileWritten replaceFile(const std::filesystem::path& path, std::string_view bytes, mode_t mode);
+/// Where the file lies.
+std::filesystem::path directoryOf(const std::filesystem::path& file);
+/// Has the names of a directory's files outlive a loss of power, as far as the system can.
+void syncDirectory(const std::filesystem::path& directory);
 /// Removes the drafts of a file that killed processes have left beside it. Nobody replaces the file meanwhile.
 void removeLeftDrafts(const std::filesystem::path& path);
 

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "Base/FileReplacement.h"
 #include "Base/Log.h"
 #include "Base/Try.h"
 #include "Store/ActivityDeletion.h"
@@ -41,10 +42,9 @@ bool isCopy(std::string_view name, std::string_view store)
 Stored<void> removeCopies(const std::filesystem::path& storeFile)
 {
     std::error_code error;
-    const auto directory = storeFile.has_parent_path() ? storeFile.parent_path() : std::filesystem::path(".");
     std::vector<std::filesystem::path> copies;
-    for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end;
-         entry.increment(error)) {
+    for (std::filesystem::directory_iterator entry(directoryOf(storeFile), error), end;
+         !error && entry != end; entry.increment(error)) {
         if (isCopy(entry->path().filename().string(), storeFile.filename().string()))
             copies.push_back(entry->path());
     }

@@ -7,8 +7,8 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sqlite3.h>
-#include <unistd.h>
 
+#include "Base/FileReplacement.h"
 #include "Base/Log.h"
 #include "Base/Try.h"
 #include "Store/StoreFileInspection.h"
@@ -60,10 +60,9 @@ StoreOpenProblem systemProblem(const std::filesystem::path& file, int error)
 /// An empty file that only its owner may read; companions take its permissions over.
 Done createPrivateFile(const std::filesystem::path& file)
 {
-    const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (descriptor < 0)
+    const FileDescriptor descriptor(open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!descriptor)
         return std::unexpected(systemProblem(file, errno));
-    close(descriptor);
     return {};
 }
 
@@ -73,11 +72,7 @@ Done publish(const Draft& draft, const std::filesystem::path& target)
     removeCompanions(target);
     if (std::rename(draft.file.c_str(), target.c_str()) != 0)
         return std::unexpected(systemProblem(target, errno));
-    const auto directory = target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
-    if (const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); descriptor >= 0) {
-        fsync(descriptor);
-        close(descriptor);
-    }
+    syncDirectory(directoryOf(target));
     return {};
 }
 

@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "Base/FileDescriptor.h"
 #include "Base/Try.h"
 #include "Store/StoreSchema.h"
 
@@ -29,20 +30,13 @@ public:
         : m_descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
     {
     }
-    ~PlainFile()
-    {
-        if (isOpen())
-            close(m_descriptor);
-    }
-    PlainFile(const PlainFile&) = delete;
-    PlainFile& operator=(const PlainFile&) = delete;
 
-    bool isOpen() const { return m_descriptor >= 0; }
+    bool isOpen() const { return bool(m_descriptor); }
     /// Absent for what is no regular file.
     std::optional<std::uint64_t> size() const
     {
         struct stat status{};
-        if (fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+        if (fstat(m_descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode))
             return std::nullopt;
         return static_cast<std::uint64_t>(status.st_size);
     }
@@ -50,11 +44,11 @@ public:
     template <std::size_t Size>
     ssize_t read(std::array<std::uint8_t, Size>& bytes, std::uint64_t offset) const
     {
-        return pread(m_descriptor, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        return pread(m_descriptor.get(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
     }
 
 private:
-    int m_descriptor;
+    FileDescriptor m_descriptor;
 };
 
 template <std::size_t Size>

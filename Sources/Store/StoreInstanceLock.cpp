@@ -2,8 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <charconv>
-#include <cstdint>
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -11,6 +9,7 @@
 #include <unistd.h>
 
 #include "Base/Log.h"
+#include "Base/NumberText.h"
 #include "Base/Text.h"
 #include "Store/StoreFileInspection.h"
 
@@ -18,24 +17,13 @@ namespace stintbook {
 
 namespace {
 
-StoreInstanceLock unguarded(StoreInstanceLock lock)
-{
-    log::error("Could not open the store lock; this launch is not guarded against a second copy");
-    return lock;
-}
-
 std::optional<pid_t> holder(int descriptor)
 {
     std::array<char, 64> contents{};
     const auto length = pread(descriptor, contents.data(), contents.size(), 0);
     if (length <= 0)
         return std::nullopt;
-    const auto text = trimmed({contents.data(), static_cast<std::size_t>(length)});
-    std::int32_t number = 0;
-    const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (problem != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
+    return numberIn<pid_t>(trimmed({contents.data(), static_cast<std::size_t>(length)}));
 }
 
 void writeHolder(int descriptor)
@@ -68,28 +56,18 @@ std::string message(const StoreHeldElsewhere& held)
 std::expected<StoreInstanceLock, StoreHeldElsewhere> StoreInstanceLock::acquire(
     const std::filesystem::path& storeFile)
 {
-    const int descriptor = open(besideStore(storeFile, ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
-    if (descriptor < 0)
-        return unguarded(StoreInstanceLock(-1));
-
-    if (lockWithoutWaiting(descriptor) != 0) {
-        const bool isHeld = errno == EWOULDBLOCK;
-        const auto who = holder(descriptor);
-        close(descriptor);
-        if (isHeld)
-            return std::unexpected(StoreHeldElsewhere{who});
-        return unguarded(StoreInstanceLock(-1));
+    FileDescriptor lockFile(
+        open(besideStore(storeFile, ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
+    if (lockFile && lockWithoutWaiting(lockFile.get()) != 0) {
+        if (errno == EWOULDBLOCK)
+            return std::unexpected(StoreHeldElsewhere{holder(lockFile.get())});
+        lockFile.reset();
     }
-    writeHolder(descriptor);
-    return StoreInstanceLock(descriptor);
-}
-
-StoreInstanceLock::~StoreInstanceLock()
-{
-    if (!isGuarded())
-        return;
-    flock(m_descriptor, LOCK_UN);
-    close(m_descriptor);
+    if (lockFile)
+        writeHolder(lockFile.get());
+    else
+        log::error("Could not open the store lock; this launch is not guarded against a second copy");
+    return StoreInstanceLock(std::move(lockFile));
 }
 
 } // namespace stintbook

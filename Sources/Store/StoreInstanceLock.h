@@ -8,6 +8,8 @@
 
 #include <sys/types.h>
 
+#include "Base/FileDescriptor.h"
+
 namespace stintbook {
 
 /// Another copy holds the store.
@@ -28,28 +30,16 @@ public:
     static std::expected<StoreInstanceLock, StoreHeldElsewhere> acquire(
         const std::filesystem::path& storeFile);
 
-    ~StoreInstanceLock();
-    StoreInstanceLock(const StoreInstanceLock&) = delete;
-    StoreInstanceLock& operator=(const StoreInstanceLock&) = delete;
-    StoreInstanceLock(StoreInstanceLock&& other) noexcept
-        : m_descriptor(std::exchange(other.m_descriptor, -1))
-    {
-    }
-    StoreInstanceLock& operator=(StoreInstanceLock&& other) noexcept
-    {
-        std::swap(m_descriptor, other.m_descriptor);
-        return *this;
-    }
-
-    bool isGuarded() const { return m_descriptor >= 0; }
+    bool isGuarded() const { return bool(m_lockFile); }
 
 private:
-    explicit StoreInstanceLock(int descriptor)
-        : m_descriptor(descriptor)
+    explicit StoreInstanceLock(FileDescriptor lockFile)
+        : m_lockFile(std::move(lockFile))
     {
     }
 
-    int m_descriptor;
+    /// Locked as long as it is open; none when the launch is not guarded.
+    FileDescriptor m_lockFile;
 };
 
 } // namespace stintbook

@@ -5,6 +5,7 @@
 
 #include <unistd.h>
 
+#include "Base/FileReplacement.h"
 #include "Base/Try.h"
 #include "Store/DeletedRemains.h"
 #include "Store/StoreCreation.h"
@@ -76,7 +77,7 @@ Opened connectWritably(const StoreOpening& opening)
 /// The system's words when the store's file or directory cannot be written to.
 std::optional<std::string> writingProblem(const std::filesystem::path& file)
 {
-    const auto directory = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+    const auto directory = directoryOf(file);
     if (access(directory.c_str(), W_OK | X_OK) != 0 || (access(file.c_str(), W_OK) != 0 && errno != ENOENT))
         return std::generic_category().message(errno);
     return std::nullopt;
