@@ -68,8 +68,8 @@ private:
     std::deque<Job> m_jobs;
 };
 
-class OtherInstance final : public RunningInstance {
-public:
+/// Nobody else's.
+struct NoInstance final : RunningInstance {
     std::expected<std::optional<InstanceStatus>, std::string> status() override { return std::nullopt; }
     std::expected<void, std::string> pause(std::optional<Instant>) override { return {}; }
     std::expected<void, std::string> resume() override { return {}; }
@@ -79,13 +79,7 @@ public:
         return DeletedActivity{};
     }
     std::expected<void, std::string> flush() override { return {}; }
-    std::expected<void, std::string> activate() override
-    {
-        ++activationCount;
-        return {};
-    }
-
-    int activationCount = 0;
+    std::expected<void, std::string> activate() override { return {}; }
 };
 
 /// A scripted desktop on a thread of its own, where time stands still.
@@ -119,7 +113,7 @@ public:
         handler = &published;
         return true;
     }
-    void announceStatus() override { ++announcementCount; }
+    void announceStatus() override { }
 
     void post(Job job) override
     {
@@ -146,7 +140,6 @@ public:
 
     bool isSeen = true;
     InstanceRequestHandling* handler = nullptr;
-    int announcementCount = 0;
 
 private:
     VirtualTime m_time{Instant{}};
@@ -211,7 +204,7 @@ protected:
     VirtualTime time{stored.day.start + Seconds{4 * 86'400 + 9 * 3600}};
     InMemoryPreferences preferences;
     InMemoryCapturePauseStore pauses;
-    OtherInstance otherInstance;
+    NoInstance otherInstance;
     DesktopOnAThread desktop;
     WrittenStore storeChanges;
     AppEnvironment::Configuration configuration;
@@ -219,17 +212,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(AppEnvironmentTest, HandsOverToTheCopyThatHoldsTheStore)
-{
-    const auto first = stored.open(StoreRole::owner);
-    EXPECT_EQ(start(), AppEnvironment::Launch::handedOver);
-    EXPECT_EQ(otherInstance.activationCount, 1);
-    EXPECT_THAT(log.events(),
-                ElementsAre("A second launch found the store already held and handed over to it"));
-    EXPECT_TRUE(std::holds_alternative<StoreHeld>(*environment->openingProblem()));
-    EXPECT_EQ(environment->store(), nullptr);
-}
 
 TEST_F(AppEnvironmentTest, TriesTheStoreThreeTimesAndGoesOnWhenItOpens)
 {
@@ -382,8 +364,6 @@ TEST_F(AppEnvironmentTest, SaysWhyNothingIsRecordedOnADesktopThatTellsNothing)
     startWithStore();
     EXPECT_FALSE(environment->isCapturing());
     EXPECT_TRUE(environment->captureProblem());
-    environment->preferences().setBrowserContextEnabled(true);
-    EXPECT_EQ(environment->browserContextState(), BrowserContextState::unavailable);
 
     configuration.usesInMemoryStore = true;
     environment.reset();

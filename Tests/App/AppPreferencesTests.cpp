@@ -1,27 +1,34 @@
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "App/AppPreferences.h"
 
 namespace stintbook {
 
-TEST(AppPreferences, OfAFreshInstallationRecordTitlesAloneAndKeepEverything)
+namespace {
+
+auto everyChoice(const AppPreferences& preferences)
 {
-    InMemoryPreferences store;
-    const AppPreferences preferences(store);
-    EXPECT_FALSE(preferences.hasCompletedOnboarding());
-    EXPECT_TRUE(preferences.retainsTitleContext());
-    EXPECT_FALSE(preferences.browserContextEnabled());
-    EXPECT_EQ(preferences.retentionWindow(), RetentionWindow::keepUntilDeleted());
-    EXPECT_FALSE(preferences.automaticCleanupEnabled());
-    EXPECT_FALSE(preferences.lastAutomaticCleanup());
-    EXPECT_EQ(preferences.defaultExportMode(), ExportMode::summarized);
-    EXPECT_FALSE(preferences.rememberedExportFields(ExportMode::summarized));
-    EXPECT_EQ(preferences.exportFields(ExportMode::detailed), ExportFieldSet::standard(ExportMode::detailed));
+    return std::tuple(preferences.hasCompletedOnboarding(), preferences.retainsTitleContext(),
+                      preferences.browserContextEnabled(), preferences.retentionWindow(),
+                      preferences.automaticCleanupEnabled(), preferences.lastAutomaticCleanup(),
+                      preferences.defaultExportMode(), preferences.exportFields(ExportMode::summarized),
+                      preferences.exportFields(ExportMode::detailed));
 }
 
-TEST(AppPreferences, ReadsAValueOfTheWrongTypeAsItsDefault)
+const auto standardOfDetailed = ExportFieldSet::standard(ExportMode::detailed);
+
+} // namespace
+
+TEST(AppPreferences, TakeAValueOfTheWrongTypeForNone)
 {
     InMemoryPreferences store;
+    const std::tuple defaults(false, true, false, RetentionWindow::keepUntilDeleted(), false,
+                              std::optional<Instant>(), ExportMode::summarized,
+                              ExportFieldSet::standard(ExportMode::summarized), standardOfDetailed);
+    EXPECT_EQ(everyChoice(AppPreferences(store)), defaults);
+
     store.store("stintbook.capture.titleContext", PreferenceValue(std::string("no")));
     store.store("stintbook.capture.browserContext", PreferenceValue(std::int64_t{1}));
     store.store("stintbook.export.defaultMode", PreferenceValue(std::string("Detailed")));
@@ -30,46 +37,30 @@ TEST(AppPreferences, ReadsAValueOfTheWrongTypeAsItsDefault)
     for (const PreferenceValue& days : {PreferenceValue(std::int64_t{0}), PreferenceValue(std::int64_t{-5}),
                                         PreferenceValue(std::string("30")), PreferenceValue(30.0)}) {
         store.store("stintbook.privacy.retentionDays", days);
-        EXPECT_EQ(AppPreferences(store).retentionWindow(), RetentionWindow::keepUntilDeleted());
+        EXPECT_EQ(everyChoice(AppPreferences(store)), defaults);
     }
-    const AppPreferences preferences(store);
-    EXPECT_TRUE(preferences.retainsTitleContext());
-    EXPECT_FALSE(preferences.browserContextEnabled());
-    EXPECT_EQ(preferences.defaultExportMode(), ExportMode::summarized);
-    EXPECT_EQ(preferences.exportFields(ExportMode::detailed), ExportFieldSet::standard(ExportMode::detailed));
-    EXPECT_FALSE(preferences.lastAutomaticCleanup());
 }
 
-TEST(AppPreferences, WriteEachChangeAtOnceAndReadItBack)
+TEST(AppPreferences, AreWrittenAtOnce)
 {
     InMemoryPreferences store;
     AppPreferences preferences(store);
-    const auto columns = ExportFieldSet{.includesClient = true, .includesDuration = true};
-    EXPECT_TRUE(preferences.setHasCompletedOnboarding(true));
-    EXPECT_TRUE(preferences.setRetainsTitleContext(false));
-    EXPECT_TRUE(preferences.setBrowserContextEnabled(true));
-    EXPECT_TRUE(preferences.setRetentionWindow(*RetentionWindow::days(30)));
-    EXPECT_TRUE(preferences.setAutomaticCleanupEnabled(true));
-    EXPECT_TRUE(preferences.setLastAutomaticCleanup(Instant{1795261684.5}));
-    EXPECT_TRUE(preferences.setDefaultExportMode(ExportMode::detailed));
-    EXPECT_TRUE(preferences.setExportFields(ExportMode::summarized, columns));
+    const ExportFieldSet columns{.includesClient = true, .includesDuration = true};
+    preferences.setHasCompletedOnboarding(true);
+    preferences.setRetainsTitleContext(false);
+    preferences.setBrowserContextEnabled(true);
+    preferences.setRetentionWindow(*RetentionWindow::days(30));
+    preferences.setAutomaticCleanupEnabled(true);
+    preferences.setLastAutomaticCleanup(Instant{1795261684.5});
+    preferences.setDefaultExportMode(ExportMode::detailed);
+    preferences.setExportFields(ExportMode::summarized, columns);
+    EXPECT_EQ(everyChoice(AppPreferences(store)),
+              std::tuple(true, false, true, *RetentionWindow::days(30), true,
+                         std::optional(Instant{1795261684.5}), ExportMode::detailed, columns,
+                         standardOfDetailed));
 
-    EXPECT_EQ(store.value("stintbook.privacy.retentionDays"), PreferenceValue(std::int64_t{30}));
-    EXPECT_EQ(store.value("stintbook.export.fields.summary"),
-              PreferenceValue(std::string("client,duration")));
-    const AppPreferences reread(store);
-    EXPECT_TRUE(reread.hasCompletedOnboarding());
-    EXPECT_FALSE(reread.retainsTitleContext());
-    EXPECT_TRUE(reread.browserContextEnabled());
-    EXPECT_EQ(reread.retentionWindow().dayCount(), 30);
-    EXPECT_TRUE(reread.automaticCleanupEnabled());
-    EXPECT_EQ(reread.lastAutomaticCleanup(), Instant{1795261684.5});
-    EXPECT_EQ(reread.defaultExportMode(), ExportMode::detailed);
-    EXPECT_EQ(reread.exportFields(ExportMode::summarized), columns);
-    EXPECT_FALSE(reread.rememberedExportFields(ExportMode::detailed));
-
-    EXPECT_TRUE(preferences.setRetentionWindow(RetentionWindow::keepUntilDeleted()));
-    EXPECT_TRUE(preferences.setLastAutomaticCleanup(std::nullopt));
+    preferences.setRetentionWindow(RetentionWindow::keepUntilDeleted());
+    preferences.setLastAutomaticCleanup(std::nullopt);
     EXPECT_FALSE(store.value("stintbook.privacy.retentionDays"));
     EXPECT_FALSE(store.value("stintbook.privacy.lastCleanup"));
 }
@@ -83,7 +74,6 @@ TEST(AppPreferences, TellTheirListenersWhichMayLeaveMeanwhile)
     Listeners::Subscription second;
     auto first = preferences.follow([&] {
         EXPECT_FALSE(preferences.retainsTitleContext());
-        EXPECT_TRUE(store.value("stintbook.capture.titleContext"));
         ++firstCount;
         second = {};
     });

