@@ -39,20 +39,10 @@ CommandLineTest::Process CommandLineTest::start(const Words& words, const Prepar
     const auto number = std::to_string(++m_runs);
     Process process{0, directory / ("output-" + number), directory / ("errors-" + number)};
 
-    std::vector<std::string> variables;
-    for (const auto& [name, value] : environment)
-        variables.push_back(std::string(name).append("=").append(value));
-    Words everything = words;
-    everything.insert(everything.begin(), "velloran-cli");
-    const auto pointers = [](std::vector<std::string>& texts) {
-        std::vector<char*> list;
-        for (auto& text : texts)
-            list.push_back(text.data());
-        list.push_back(nullptr);
-        return list;
-    };
-    const auto arguments = pointers(everything);
-    const auto variableList = pointers(variables);
+    std::vector<char*> arguments{const_cast<char*>("velloran-cli")};
+    for (const auto& word : words)
+        arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
     const auto parent = getpid();
     // Found now, as the child may give up the right to.
     const int executable = open(program, O_RDONLY | O_CLOEXEC);
@@ -67,9 +57,12 @@ CommandLineTest::Process CommandLineTest::start(const Words& words, const Prepar
         _exit(127);
     dup2(open(process.outputFile.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600), STDOUT_FILENO);
     dup2(open(process.errorFile.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600), STDERR_FILENO);
+    clearenv();
+    for (const auto& [name, value] : environment)
+        setenv(name.c_str(), value.c_str(), 1);
     if (preparation)
         preparation();
-    fexecve(executable, arguments.data(), variableList.data());
+    fexecve(executable, arguments.data(), environ);
     _exit(127);
 }
 
@@ -108,21 +101,22 @@ std::string CommandLineTest::added(const Words& words)
 void CommandLineTest::expectRefusal(const Words& words, const std::string& sentence,
                                     const Preparation& preparation)
 {
-    const auto before = stored();
-    const auto result = run(words, preparation);
-    EXPECT_EQ(result.status, 1) << testing::PrintToString(words);
-    EXPECT_EQ(result.errors, sentence + "\n") << testing::PrintToString(words);
-    EXPECT_EQ(result.output, "") << testing::PrintToString(words);
-    EXPECT_TRUE(stored() == before) << testing::PrintToString(words);
+    expectAnswer(words, 1, sentence + "\n", preparation);
 }
 
 void CommandLineTest::expectWrongUsage(const Words& words, const std::string& sentence,
                                        const std::string& usage)
 {
+    expectAnswer(words, 2, sentence + "\nUsage: velloran-cli " + usage + "\n");
+}
+
+void CommandLineTest::expectAnswer(const Words& words, int status, const std::string& errors,
+                                   const Preparation& preparation)
+{
     const auto before = stored();
-    const auto result = run(words);
-    EXPECT_EQ(result.status, 2) << testing::PrintToString(words);
-    EXPECT_EQ(result.errors, sentence + "\nUsage: velloran-cli " + usage + "\n");
+    const auto result = run(words, preparation);
+    EXPECT_EQ(result.status, status) << testing::PrintToString(words);
+    EXPECT_EQ(result.errors, errors) << testing::PrintToString(words);
     EXPECT_EQ(result.output, "") << testing::PrintToString(words);
     EXPECT_TRUE(stored() == before) << testing::PrintToString(words);
 }

@@ -18,7 +18,7 @@ namespace stintbook {
 class CommandLineTest : public testing::Test {
 protected:
     using Words = std::vector<std::string>;
-    /// What the child does to itself before it becomes the program; only calls that are safe after a fork.
+    /// What the child does to itself before it becomes the program.
     using Preparation = std::function<void()>;
 
     struct Result {
@@ -74,6 +74,9 @@ protected:
     std::map<std::string, std::string> environment;
 
 private:
+    void expectAnswer(const Words& words, int status, const std::string& errors,
+                      const Preparation& preparation = {});
+
     int m_runs = 0;
 };
 

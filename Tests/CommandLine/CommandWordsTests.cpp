@@ -80,7 +80,7 @@ TEST_F(CommandWords, MayNameGlobalOptionsBeforeAndAfterAndWithAnEqualsSign)
     EXPECT_EQ(json({"--time-zone", "Asia/Tokyo", "segments", day})["segments"].Size(), 4U);
 }
 
-TEST_F(CommandWords, AfterTwoDashesAreNoOptions)
+TEST_F(CommandWords, AreValuesBehindAnEqualsSignAndNamesAfterTwoDashes)
 {
     done({"client", "add", "--", "--json"});
     done({"client", "add", "--rate=12", "--", "-5"});
@@ -89,6 +89,17 @@ TEST_F(CommandWords, AfterTwoDashesAreNoOptions)
     EXPECT_STREQ(clients["clients"][0]["name"].GetString(), "--version");
     EXPECT_STREQ(clients["clients"][1]["name"].GetString(), "-5");
     EXPECT_EQ(clients["clients"][1]["hourlyRate"].GetInt(), 12);
+
+    done({"project", "add", "--", "--version", "--json"});
+    for (const auto* title : {"--title=-x", "--title=--title=", "--title=a=b"})
+        done({"rule", "add", "--client=--version", "--project=--version/--json", title});
+    const auto rules = done({"--json", "rule", "list"});
+    for (const auto* title : {R"("-x")", R"("--title=")", R"("a=b")"})
+        EXPECT_THAT(rules, HasSubstr(std::string(R"("titleContains":)") + title));
+
+    const auto noText = run({"client", "add", "Nord\xFFlicht"});
+    EXPECT_EQ(noText.status, 2);
+    EXPECT_EQ(json({"client", "list"})["clients"].Size(), 2U);
 }
 
 TEST_F(CommandWords, AskForHelpAnywhereWithoutAStore)

@@ -1,7 +1,6 @@
 // Stores that cannot be opened, read or written: a sentence, exit status 1, and not a byte changed.
 
 #include <csignal>
-#include <random>
 
 #include <gmock/gmock.h>
 #include <grp.h>
@@ -98,24 +97,6 @@ TEST_F(DamagedStore, ThatIsCutShortIsLeftAlone)
     std::filesystem::resize_file(storeFile(), sound.size() / 2);
     expectRefusal({"day", "list"}, sentence);
     expectRefusal({"client", "add", "Beech"}, sentence);
-}
-
-TEST_F(DamagedStore, WithOverwrittenBytesCrashesNothingAndAnswersWholeOrNotAtAll)
-{
-    std::mt19937 random(20261120);
-    for (int round = 0; round < 60; ++round) {
-        auto bytes = sound;
-        const auto at = round < 20 ? static_cast<std::size_t>(round) * 8 : random() % sound.size();
-        for (auto place = at; place < std::min(at + 64, bytes.size()); ++place)
-            bytes[place] = static_cast<char>(random());
-        replaceStore(bytes);
-        for (const Words& words : std::vector<Words>{{"day", "show", day}, {"client", "add", "Birch"}}) {
-            const auto result = run(words);
-            EXPECT_THAT(result.status, AnyOf(0, 1)) << "bytes at " << at;
-            EXPECT_EQ(result.output.empty(), result.status == 1) << "bytes at " << at;
-            EXPECT_EQ(result.errors.empty(), result.status == 0) << "bytes at " << at;
-        }
-    }
 }
 
 TEST_F(DamagedStore, InAPlaceThatCannotBeWrittenToIsStillRead)
@@ -219,19 +200,14 @@ TEST_F(DamagedStore, WithAnUnreadableRecordNamesItsField)
     };
     const Words history{"export", "history"};
     const Words show{"day", "show", day};
-    const Words clients{"client", "list"};
     for (const auto& [sql, words, field] : std::vector<Damage>{
              {"UPDATE BillingSettings SET currencyCode = 'XXQ'",
               {"billing", "show"},
               "billingSettings.currency"},
-             {"UPDATE ClientBilling SET hourlyRate = '-1'", clients, "clientBilling.hourlyRate"},
-             {"UPDATE ClientBilling SET roundingRaw = 'often'", clients, "clientBilling.rounding"},
+             {"UPDATE ClientBilling SET hourlyRate = '-1'", {"client", "list"}, "clientBilling.hourlyRate"},
              {"UPDATE ProjectBilling SET hourlyRate = 'x'", {"project", "list"}, "projectBilling.hourlyRate"},
              {"UPDATE ProjectBilling SET roundingRaw = ''", csv, "projectBilling.rounding"},
-             {"UPDATE ExportLine SET roundingRaw = 'x'", history, "exportLine.rounding"},
              {"UPDATE ExportLine SET actualSeconds = '-1'", history, "exportLine.duration"},
-             {"UPDATE ExportSnapshot SET formatRaw = 'x'", history, "exportSnapshot.format"},
-             {"UPDATE ExportSnapshot SET modeRaw = 'x'", history, "exportSnapshot.mode"},
              {"UPDATE ExportSnapshot SET totalsBilledSeconds = ''", history, "exportSnapshot.totals"},
              {"UPDATE ReviewedWorkItem SET originRaw = 'x'", show, "reviewedItem.origin"},
              {"UPDATE ReviewedDisposition SET dispositionRaw = 'x'", show, "reviewedDisposition"},

@@ -4,35 +4,18 @@
 
 namespace stintbook {
 
-class PreferenceCommands : public CommandLineTest {
-protected:
-    std::filesystem::path file() const
-    {
-        return directory / ".config" / "velloran-development" / "preferences.toml";
-    }
-    std::string listed(const std::string& key)
-    {
-        const auto preferences = json({"preferences", "list"});
-        for (const auto& preference : preferences["preferences"].GetArray()) {
-            if (preference["key"].GetString() == key && preference.HasMember("value"))
-                return preference["value"].IsString() ? preference["value"].GetString() : "typed";
-        }
-        return "";
-    }
-};
+using PreferenceCommands = CommandLineTest;
 
 TEST_F(PreferenceCommands, ListWhatHoldsAndChooseSomethingElse)
 {
-    EXPECT_THAT(done({"preferences", "list"}),
-                testing::HasSubstr("stintbook.privacy.retentionDays     forever"));
     done({"preferences", "set", "stintbook.privacy.retentionDays", "30"});
     done({"preferences", "set", "stintbook.capture.titleContext", "no"});
     done({"preferences", "set", "stintbook.export.defaultMode", "detailed"});
-    EXPECT_EQ(listed("stintbook.privacy.retentionDays"), "typed");
-    EXPECT_EQ(listed("stintbook.export.defaultMode"), "detailed");
-    EXPECT_THAT(contentsOf(file()), testing::HasSubstr("titleContext = false\n"));
-    done({"preferences", "set", "stintbook.privacy.retentionDays", "forever"});
-    EXPECT_EQ(listed("stintbook.privacy.retentionDays"), "");
+    const auto chosen = done({"--json", "preferences", "list"});
+    for (const auto* preference : {R"("stintbook.privacy.retentionDays","value":30)",
+                                   R"("stintbook.capture.titleContext","value":false)",
+                                   R"("stintbook.export.defaultMode","value":"detailed")"})
+        EXPECT_THAT(chosen, testing::HasSubstr(preference));
 }
 
 TEST_F(PreferenceCommands, RefuseWhatIsNoPreferenceOrNoValueOfIt)
@@ -52,16 +35,7 @@ TEST_F(PreferenceCommands, RefuseWhatIsNoPreferenceOrNoValueOfIt)
     expectWrongUsage(
         {"preferences", "set", "stintbook.export.defaultMode", "Detailed"},
         "“Detailed” is no value for “stintbook.export.defaultMode”; it takes summarized or detailed.", usage);
-    EXPECT_FALSE(std::filesystem::exists(file()));
-}
-
-TEST_F(PreferenceCommands, SayThatAFileInTheWayKeepsThemFromBeingSaved)
-{
-    writeFile(directory / ".config", "no directory");
-    const auto result = run({"preferences", "set", "stintbook.capture.titleContext", "no"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors,
-                testing::HasSubstr("The preferences could not be saved, so nothing was changed."));
+    EXPECT_FALSE(std::filesystem::exists(directory / ".config"));
 }
 
 } // namespace stintbook

@@ -13,7 +13,8 @@ class Refusals : public CommandLineTest {
 protected:
     Refusals() { addAccount(); }
 
-    /// An archived client with a project, a client with an archived project, and two clients of one name.
+    /// An archived client with a project, a client with an archived project, and two clients and two projects
+    /// of one name.
     void addUnusableTargets()
     {
         for (const Words& words : std::vector<Words>{{"client", "add", "Old"},
@@ -22,6 +23,7 @@ protected:
                                                      {"client", "add", "Birch"},
                                                      {"project", "add", "Birch", "Done"},
                                                      {"project", "add", "Birch", "Hut"},
+                                                     {"project", "add", "Birch", "Website"},
                                                      {"project", "archive", "Done"},
                                                      {"client", "add", "Twin"},
                                                      {"client", "add", "Twin"}})
@@ -44,27 +46,29 @@ TEST_F(Refusals, OfClientsAndProjects)
     expectRefusal({"client", "add", ""}, blank);
     expectRefusal({"client", "rename", "Acme", " \t\u00a0"}, blank);
     expectRefusal({"project", "add", "Acme", ""}, blank);
-    expectRefusal({"project", "rename", "Website", ""}, blank);
+    expectRefusal({"project", "rename", "Acme/Website", ""}, blank);
     for (const auto* color : {"red", "#12345", "#12345G", "#1234567", ""})
         expectRefusal({"client", "add", "B", "--color", color},
                       "“" + std::string(color)
                           + "” is no colour, so nothing was saved. Write six hexadecimal digits, for example "
                             "#1A2B3C.");
     expectRefusal({"client", "rate", "Acme", "much"}, "Enter a number, for example 150 or 87.50.");
-    expectRefusal({"project", "rate", "Website", "-1"}, "An hourly rate cannot be negative.");
+    expectRefusal({"project", "rate", "Acme/Website", "-1"}, "An hourly rate cannot be negative.");
     expectRefusal({"client", "add", "B", "--rate", std::string(39, '9')},
                   "That rate has more digits than can be stored exactly. Use at most 38 significant digits.");
     expectRefusal({"client", "rename", "Nobody", "B"}, "No client is called “Nobody”.");
     expectRefusal({"client", "archive", "acme"}, "No client is called “acme”.");
     expectRefusal({"client", "archive", "Twin"},
                   "More than one client is called “Twin”; give its identifier instead.");
+    expectRefusal({"project", "archive", "Website"},
+                  "More than one project is called “Website”; give its identifier instead.");
     expectRefusal({"project", "delete", "Acme/Nothing"}, "No project is called “Acme/Nothing”.");
     expectRefusal({"client", "delete", unknownID}, missing);
     expectRefusal({"client", "rate", unknownID, "5"}, missing);
     expectRefusal({"project", "archive", unknownID}, missing);
     expectRefusal({"client", "delete", "Acme"},
                   "Acme is still used by recorded work, so it cannot be deleted. Archive it instead.");
-    expectRefusal({"project", "delete", "Website"},
+    expectRefusal({"project", "delete", "Acme/Website"},
                   "Website is still used by recorded work, so it cannot be deleted. Archive it instead.");
     expectRefusal({"project", "add", "Old", "New"},
                   "That client is archived, so a new project cannot be added to it.");
@@ -91,7 +95,7 @@ TEST_F(Refusals, OfTargets)
           {"Acme", unknownID, "its project is no longer in the client list"},
           {"Old", "Past", "its client is archived"},
           {"Birch", "Done", "its project is archived"},
-          {"Birch", "Website", "its project belongs to a different client"}}) {
+          {"Acme", "Hut", "its project belongs to a different client"}}) {
         const Words target{"--client", client, "--project", project};
         for (Words words : std::vector<Words>{{"work", "assign", day, mail},
                                               {"work", "add", day, "--from", "14:00", "--to", "15:00"},
@@ -103,6 +107,8 @@ TEST_F(Refusals, OfTargets)
     }
     expectRefusal({"project", "add", unknownID, "New"},
                   because("its client is no longer in the client list"));
+    // Of two projects of one name the named client's is meant.
+    done({"rule", "add", "--title", "t", "--client", "Birch", "--project", "Website"});
 }
 
 TEST_F(Refusals, OfRules)
