@@ -9,17 +9,14 @@ namespace stintbook {
 
 namespace {
 
+/// A terminal is in front, and was reported.
 class FrontmostReporterTest : public testing::Test {
 protected:
     FrontmostReporterTest()
-        : reporter(time, time, identities, [this] { return front; })
-    {
-    }
-
-    void follow()
     {
         reporter.follow([this](const FrontmostWindow& front) { reports.push_back(front); });
     }
+
     static SeenWindow window(std::uint64_t number, const std::string& windowClass, const std::string& title)
     {
         return {number, {"", windowClass, 7}, title};
@@ -32,8 +29,8 @@ protected:
 
     VirtualTime time{{1000}};
     ApplicationIdentities identities{{}};
-    std::optional<SeenWindow> front;
-    FrontmostReporter reporter;
+    std::optional<SeenWindow> front = window(1, "Term", "shell");
+    FrontmostReporter reporter{time, time, identities, [this] { return front; }};
     std::vector<FrontmostWindow> reports;
 };
 
@@ -41,8 +38,6 @@ protected:
 
 TEST_F(FrontmostReporterTest, ReportsThePresentStateAtOnceAndEachSettledSwitchWithTheInstantItBegan)
 {
-    front = window(1, "Term", "shell");
-    follow();
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_EQ(reports[0].application.identity.bundleIdentifier, "x11:term");
     EXPECT_EQ(reports[0].title, "shell");
@@ -61,22 +56,27 @@ TEST_F(FrontmostReporterTest, ReportsThePresentStateAtOnceAndEachSettledSwitchWi
     EXPECT_EQ(reports[1].application.observedAt, Instant{1010});
 }
 
-TEST_F(FrontmostReporterTest, KeepsSilentAboutWhatDidNotStay)
+TEST_F(FrontmostReporterTest, KeepsSilentAboutWhatDidNotStayOrIsNeverRecordedAndOnceItIsStopped)
 {
-    front = window(1, "Term", "shell");
-    follow();
     switchTo(window(2, "Editor", "draft"));
     switchTo(window(1, "Term", "shell"));
     time.advance({1});
     switchTo(std::nullopt);
+    time.advance({1});
+    switchTo(window(2, "velloran", "Today"));
+    time.advance({1});
+    EXPECT_EQ(reporter.current(), std::nullopt);
+    // Back again: nothing has changed.
+    switchTo(window(1, "Term", "shell"));
+    time.advance({1});
+    reporter.stop();
+    switchTo(window(3, "Editor", "draft"));
     time.advance({1});
     EXPECT_EQ(reports.size(), 1u);
 }
 
 TEST_F(FrontmostReporterTest, TellsATitleChangeFromASwitchThatFollowsIt)
 {
-    front = window(1, "Term", "shell");
-    follow();
     time.advance({10});
     front->title = "editor";
     reporter.noteTitle();
@@ -96,8 +96,6 @@ TEST_F(FrontmostReporterTest, TellsATitleChangeFromASwitchThatFollowsIt)
 
 TEST_F(FrontmostReporterTest, ReportsAnAnimatedTitleInTime)
 {
-    front = window(1, "Term", "0");
-    follow();
     for (int i = 1; i <= 20; ++i) {
         front->title = std::to_string(i);
         reporter.noteTitle();
@@ -105,24 +103,6 @@ TEST_F(FrontmostReporterTest, ReportsAnAnimatedTitleInTime)
     }
     EXPECT_GE(reports.size(), 8u);
     EXPECT_LE(reports.size(), 14u);
-}
-
-TEST_F(FrontmostReporterTest, NeverReportsWhatIsNeverRecorded)
-{
-    front = window(1, "Term", "shell");
-    follow();
-    switchTo(window(2, "velloran", "Today"));
-    time.advance({1});
-    EXPECT_EQ(reporter.current(), std::nullopt);
-    EXPECT_EQ(reports.size(), 1u);
-    // Back again: nothing has changed.
-    switchTo(window(1, "Term", "shell"));
-    time.advance({1});
-    EXPECT_EQ(reports.size(), 1u);
-    reporter.stop();
-    switchTo(window(3, "Editor", "draft"));
-    time.advance({1});
-    EXPECT_EQ(reports.size(), 1u);
 }
 
 } // namespace stintbook

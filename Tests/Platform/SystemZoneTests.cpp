@@ -1,10 +1,10 @@
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "Platform/SystemZone.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace stintbook {
 
@@ -12,8 +12,7 @@ namespace fs = std::filesystem;
 
 TEST(SystemZone, ReportsAnotherZoneHoweverItsFileIsReplaced)
 {
-    auto pattern = (fs::temp_directory_path() / "velloran-zone-XXXXXX").string();
-    fs::path directory = mkdtemp(pattern.data());
+    const TemporaryDirectory directory;
     auto zone = [](const fs::path& link) {
         auto target = fs::read_symlink(link).string();
         return CalendarContext::inZone(target.substr(target.find("zoneinfo/") + 9)).value();
@@ -22,7 +21,7 @@ TEST(SystemZone, ReportsAnotherZoneHoweverItsFileIsReplaced)
     fs::create_symlink("/usr/share/zoneinfo/Europe/Berlin", file);
 
     EventLoop loop;
-    SystemZone watch(loop, [&] { return zone(file); }, directory);
+    SystemZone watch(loop, [&] { return zone(file); }, directory.path());
     std::vector<std::string> zones;
     watch.follow([&](const CalendarContext& calendar) { zones.push_back(calendar.timeZoneIdentifier()); });
     EXPECT_EQ(watch.current().timeZoneIdentifier(), "Europe/Berlin");
@@ -40,7 +39,6 @@ TEST(SystemZone, ReportsAnotherZoneHoweverItsFileIsReplaced)
     fs::create_symlink("/usr/share/zoneinfo/America/Lima", file);
     ASSERT_TRUE(loop.runUntil([&] { return zones.size() == 2; }, {10}));
     EXPECT_EQ(zones, (std::vector<std::string>{"Asia/Tokyo", "America/Lima"}));
-    fs::remove_all(directory);
 }
 
 } // namespace stintbook
