@@ -152,25 +152,6 @@ TEST_F(History, IsKeptForANumberOfDaysOfWhichTodayIsOne)
               apia.dayOn(*CivilDate::parse("2011-12-31")));
 }
 
-TEST_F(History, IsNotShortenedUnasked)
-{
-    const auto later = berlin.instantOn(*CivilDate::parse("2026-11-22"), 12, 0, 0);
-    const auto window = [](int days) { return *RetentionWindow::days(days); };
-    const auto change = [&](const RetentionWindow& present, const RetentionWindow& chosen) {
-        return retentionChange(owned->database(), present, chosen, berlin, later)->days;
-    };
-    const auto forever = RetentionWindow::keepUntilDeleted();
-    EXPECT_THAT(change(forever, window(2)), ElementsAre(day("2026-11-20")));
-    EXPECT_THAT(change(forever, window(3)), IsEmpty());
-    EXPECT_THAT(change(window(1), window(2)), IsEmpty());
-    EXPECT_THAT(change(window(2), forever), IsEmpty());
-
-    EXPECT_EQ(
-        confirmation(RetentionChangeRequest{window(1), {day("2026-11-20")}}, std::nullopt).text,
-        "This removes observed activity from — — 1 local calendar date. Reviewed work, day approvals and "
-        "exported records are not affected.");
-}
-
 TEST_F(History, IsCleanedUpAtTheStartAndAfterEachLocalMidnight)
 {
     CapturedLog log;

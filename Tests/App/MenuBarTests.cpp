@@ -9,9 +9,6 @@ namespace stintbook {
 
 namespace {
 
-using menubar::Row;
-using testing::ElementsAre;
-
 struct Desktop final : MenuBarIconLocating, ReviewWindowSourcing {
     std::vector<MenuBarIconWindow> windows() const override
     {
@@ -26,16 +23,6 @@ struct Desktop final : MenuBarIconLocating, ReviewWindowSourcing {
 };
 
 } // namespace
-
-TEST(MenuBarState, OffersToPauseOrToResumeButNotBoth)
-{
-    EXPECT_THAT(menubar::rows(CaptureRuntimeState::active()),
-                ElementsAre(Row::openReview, Row::pause, Row::settings, Row::quit));
-    EXPECT_THAT(menubar::rows(CaptureRuntimeState::paused({})),
-                ElementsAre(Row::openReview, Row::resume, Row::settings, Row::quit));
-    EXPECT_THAT(menubar::rows(CaptureRuntimeState::stopped()),
-                ElementsAre(Row::openReview, Row::settings, Row::quit));
-}
 
 TEST(MenuBarState, SaysUntilWhenAPauseLastsInTheZoneAndFormOfItsReader)
 {

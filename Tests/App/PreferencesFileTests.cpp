@@ -6,24 +6,10 @@
 
 #include "App/AppPreferences.h"
 #include "App/PreferencesFile.h"
-#include "Capture/CapturePause.h"
 #include "Support/CapturedLog.h"
 #include "Support/TemporaryDirectory.h"
 
 namespace stintbook {
-
-TEST(PreferencesFile, KeepsFractionsAndWhatItDoesNotKnow)
-{
-    const TemporaryDirectory directory;
-    const auto file = directory / "preferences.toml";
-    const CapturePause pause{Instant{1795261684.25}, Seconds{900}};
-    writeFile(file, "[another]\nprogram = 'keeps this'\n");
-    PreferencesFile written(file);
-    PreferencesCapturePauseStore(written).save(pause);
-    PreferencesFile preferences(file);
-    EXPECT_EQ(PreferencesCapturePauseStore(preferences).load(), pause);
-    EXPECT_EQ(preferences.value("another.program"), PreferenceValue(std::string("keeps this")));
-}
 
 TEST(PreferencesFile, ChangesOnlyTheLineThatIsMeant)
 {
@@ -73,12 +59,13 @@ TEST(PreferencesFile, KeepsTheMeaningOfATextWhoseLinesCannotBeChanged)
         writeFile(file, text);
         PreferencesFile store(file);
         AppPreferences(store).setBrowserContextEnabled(true);
-        AppPreferences(store).setAutomaticCleanupEnabled(true);
+        AppPreferences(store).setLastAutomaticCleanup(Instant{1795261684.25});
         const PreferencesFile reread(file);
         EXPECT_EQ(reread.value("stintbook.capture.titleContext"), PreferenceValue(false)) << text;
         EXPECT_EQ(reread.value("stintbook.capture.other"), PreferenceValue(std::int64_t{1})) << text;
         EXPECT_EQ(reread.value("stintbook.capture.browserContext"), PreferenceValue(true)) << text;
-        EXPECT_EQ(reread.value("stintbook.privacy.automaticCleanup"), PreferenceValue(true)) << text;
+        EXPECT_EQ(reread.value("stintbook.privacy.lastCleanup"), PreferenceValue(Instant{1795261684.25}))
+            << text;
     }
 }
 

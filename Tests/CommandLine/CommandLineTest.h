@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <rapidjson/document.h>
 #include <sys/types.h>
 
@@ -51,8 +51,8 @@ protected:
 
     /// Exit status 1, this sentence alone on stderr, nothing on stdout, and the store as it was.
     void expectRefusal(const Words& words, const std::string& sentence, const Preparation& preparation = {});
-    /// Exit status 2, a sentence and the usage line on stderr, nothing on stdout, and the store as it was.
-    void expectWrongUsage(const Words& words, const std::string& sentence, const std::string& usage);
+    /// Exit status 2, a sentence and a usage line on stderr, nothing on stdout, and the store as it was.
+    void expectWrongUsage(const Words& words, const std::string& sentence);
 
     std::filesystem::path storeFile() const { return storeDirectory / "Velloran.store"; }
     /// Every byte that the store's files hold, apart from what processes agree on beside it.
@@ -74,8 +74,8 @@ protected:
     std::map<std::string, std::string> environment;
 
 private:
-    void expectAnswer(const Words& words, int status, const std::string& errors,
-                      const Preparation& preparation = {});
+    void expectNothing(const Words& words, int status, const testing::Matcher<std::string>& errors,
+                       const Preparation& preparation = {});
 
     int m_runs = 0;
 };

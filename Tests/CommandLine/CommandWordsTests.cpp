@@ -14,53 +14,43 @@ using CommandWords = CommandLineTest;
 
 TEST_F(CommandWords, ThatMakeNoCommandEndWithTheUsageLine)
 {
-    done({"client", "add", "Acme"});
     const std::string id(36, '1');
-    expectWrongUsage({}, "A subcommand is required", "COMMAND [OPTION…]");
-    expectWrongUsage({"invoice"}, "There is no command 'invoice'.", "COMMAND [OPTION…]");
-    expectWrongUsage({"client"}, "A subcommand is required", "client COMMAND [OPTION…]");
-    expectWrongUsage({"client", "list", "more"}, "The following argument was not expected: more",
-                     "client list [OPTION…]");
-    expectWrongUsage({"client", "list", "--all"}, "The following argument was not expected: --all",
-                     "client list [OPTION…]");
-    expectWrongUsage({"client", "add"}, "NAME is required", "client add NAME [OPTION…]");
+    EXPECT_EQ(run({"client", "add"}).errors,
+              "NAME is required\nUsage: velloran-cli client add NAME [OPTION…]\n");
+    EXPECT_EQ(run({"work", "split", day, id}).errors,
+              "--at is required\nUsage: velloran-cli work split DAY ID --at TIME [OPTION…]\n");
+    expectWrongUsage({}, "A subcommand is required");
+    expectWrongUsage({"invoice"}, "There is no command 'invoice'.");
+    expectWrongUsage({"client", "lsit"}, "There is no command 'lsit'.");
+    expectWrongUsage({"client", "list", "more"}, "The following argument was not expected: more");
+    expectWrongUsage({"client", "list", "--all"}, "The following argument was not expected: --all");
     expectWrongUsage({"client", "add", "B", "--rounding", "sometimes"},
                      "--rounding: 'sometimes' is none of exact, nearest-6m, up-to-next-6m, nearest-15m, "
-                     "up-to-next-15m, none",
-                     "client add NAME [OPTION…]");
-    for (const auto* wrong : {"2026-02-30", "20-11-2026", "tomorrow", "2026-11-20 "})
+                     "up-to-next-15m, none");
+    for (const std::string wrong : {"2026-02-30", "20-11-2026", "tomorrow", "2026-11-20 "})
         expectWrongUsage({"day", "ready", wrong},
-                         "'" + std::string(wrong) + "' is no day; write yyyy-MM-dd, today or yesterday.",
-                         "day ready DAY [OPTION…]");
-    expectWrongUsage({"day", "show", "2026-11-20@Mars/Base"}, "'2026-11-20@Mars/Base' is no day.",
-                     "day show DAY [OPTION…]");
-    for (const auto* wrong : {"24:01", "9:00", "09:60", "09:00:60", "-1:00", "09-00", "noon"})
+                         "'" + wrong + "' is no day; write yyyy-MM-dd, today or yesterday.");
+    expectWrongUsage({"day", "show", "2026-11-20@Mars/Base"}, "'2026-11-20@Mars/Base' is no day.");
+    for (const std::string wrong : {"24:01", "9:00", "09:60", "09:00:60", "-1:00", "09-00", "noon"})
         expectWrongUsage({"work", "split", day, id, "--at", wrong},
-                         "'" + std::string(wrong) + "' is no time; write HH:mm or HH:mm:ss.",
-                         "work split DAY ID --at TIME [OPTION…]");
-    for (const auto* wrong : {"0", "-1", "1.5", "first", "99999999999"})
+                         "'" + wrong + "' is no time; write HH:mm or HH:mm:ss.");
+    for (const std::string wrong : {"0", "-1", "1.5", "first", "99999999999"})
         expectWrongUsage({"rule", "move", id, "--to", wrong},
-                         "'" + std::string(wrong) + "' is no position; write a whole number from 1.",
-                         "rule move ID --to POSITION [OPTION…]");
-    for (const auto* wrong : {"0", "367", "month"})
+                         "'" + wrong + "' is no position; write a whole number from 1.");
+    for (const std::string wrong : {"0", "367", "month"})
         expectWrongUsage({"rule", "preview", "--days", wrong},
-                         "'" + std::string(wrong)
-                             + "' is no number of days; write a whole number from 1 to 366.",
-                         "rule preview [OPTION…]");
+                         "'" + wrong + "' is no number of days; write a whole number from 1 to 366.");
     expectWrongUsage({"rule", "suggest", "today", id, "--client", "Acme"},
-                     "--client and --project go together.", "rule suggest DAY ID [OPTION…]");
-    for (const auto* wrong : {"0", "-5", "nan", "inf", "5s"})
-        expectWrongUsage({"record", "--for", wrong}, "'" + std::string(wrong) + "' is no number of seconds.",
-                         "record [OPTION…]");
+                     "--client and --project go together.");
+    for (const std::string wrong : {"0", "-5", "nan", "inf", "5s"})
+        expectWrongUsage({"record", "--for", wrong}, "'" + wrong + "' is no number of seconds.");
     expectWrongUsage({"--time-zone", "Mars/Base", "day", "list"},
-                     "'Mars/Base' is no time zone that this system knows.", "day list [OPTION…]");
+                     "'Mars/Base' is no time zone that this system knows.");
     expectWrongUsage({"--json", "export", "csv", "--from", day, "--to", day},
-                     "--json prints the receipt, so the CSV needs --output.",
-                     "export csv --from DAY --to DAY [OPTION…]");
-    expectWrongUsage({"pause", "2h"}, "LENGTH: '2h' is none of 15m, 1h, tomorrow, until-resume",
-                     "pause LENGTH [OPTION…]");
-    expectWrongUsage({"project", "billable", "P", "perhaps"}, "yes|no: 'perhaps' is none of yes, no",
-                     "project billable PROJECT yes|no [OPTION…]");
+                     "--json prints the receipt, so the CSV needs --output.");
+    expectWrongUsage({"pause", "2h"}, "LENGTH: '2h' is none of 15m, 1h, tomorrow, until-resume");
+    expectWrongUsage({"project", "billable", "P", "perhaps"}, "yes|no: 'perhaps' is none of yes, no");
+    expectWrongUsage({"client", "add", "Nord\xFFlicht"}, "An argument is no UTF-8 text.");
     EXPECT_EQ(run({"--store"}).status, 2);
 }
 
@@ -96,10 +86,6 @@ TEST_F(CommandWords, AreValuesBehindAnEqualsSignAndNamesAfterTwoDashes)
     const auto rules = done({"--json", "rule", "list"});
     for (const auto* title : {R"("-x")", R"("--title=")", R"("a=b")"})
         EXPECT_THAT(rules, HasSubstr(std::string(R"("titleContains":)") + title));
-
-    const auto noText = run({"client", "add", "Nord\xFFlicht"});
-    EXPECT_EQ(noText.status, 2);
-    EXPECT_EQ(json({"client", "list"})["clients"].Size(), 2U);
 }
 
 TEST_F(CommandWords, AskForHelpAnywhereWithoutAStore)
@@ -112,7 +98,7 @@ TEST_F(CommandWords, AskForHelpAnywhereWithoutAStore)
     EXPECT_EQ(done({"help", "client"}), done({"client", "--help"}));
     EXPECT_EQ(done({"help", "client", "add"}), done({"client", "add", "--help", "--json"}));
     EXPECT_THAT(done({"help", "client", "add"}), HasSubstr("Usage: velloran-cli client add"));
-    expectWrongUsage({"help", "invoice"}, "There is no command 'invoice'.", "help COMMAND… [OPTION…]");
+    expectWrongUsage({"help", "invoice"}, "There is no command 'invoice'.");
     EXPECT_FALSE(std::filesystem::exists(storeDirectory));
 }
 

@@ -108,12 +108,15 @@ TEST_F(ConcurrentCommands, EditAndReadWhileAReplayHoldsTheStoreThatAnotherReplay
 {
     auto replay = startReplay();
     writeSwitches(replay, 0, 25'000);
-    const auto other = directory / "other.jsonl";
+    const auto other = directory / "other";
     writeFile(other, "");
-    const auto second = run({"replay", other});
-    EXPECT_EQ(second.status, 1);
-    EXPECT_EQ(second.errors,
-              fmt::format("Another copy of Velloran (process {}) is using this store.\n", replay.process.id));
+    for (const Words& words : std::vector<Words>{{"replay", other}, {"data", "import", other}}) {
+        const auto refused = run(words);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(
+            refused.errors,
+            fmt::format("Another copy of Velloran (process {}) is using this store.\n", replay.process.id));
+    }
 
     for (const auto& result : together(std::vector<Words>(10, {"client", "add", "Acme"})))
         EXPECT_EQ(result.status, 0) << result.errors;

@@ -165,19 +165,6 @@ TEST_F(DamagedStore, OnADiskWithoutRoomKeepsWhatItHolds)
     EXPECT_NE(done(describe), "");
 }
 
-TEST_F(DamagedStore, WhoseLogCouldOnlyPartlyBeFoldedInLosesNothing)
-{
-    const auto trace = std::string(STINTBOOK_SOURCE_DIRECTORY) + "/Samples/working-day.jsonl";
-    const auto replayed = run({"replay", trace}, limitedFiles(sound.size() + 10 * pageSize));
-    EXPECT_EQ(replayed.status, 0) << replayed.errors;
-    EXPECT_THAT(replayed.output, StartsWith("Replayed: 654 saved, 0 unsaved"));
-    EXPECT_EQ(json({"segments", "2026-11-18"})["segments"].Size(), 654U);
-    done({"client", "add", "Birch"});
-    done({"replay", directory / "day.jsonl"});
-    EXPECT_EQ(json({"segments", "2026-11-18"})["segments"].Size(), 654U);
-    EXPECT_EQ(json({"client", "list"})["clients"].Size(), 2U);
-}
-
 TEST_F(DamagedStore, WithAnUnreadableRecordNamesItsField)
 {
     done({"client", "rounding", "Acme", "exact"});

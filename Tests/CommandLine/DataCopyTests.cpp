@@ -8,7 +8,6 @@
 #include <gmock/gmock.h>
 #include <sched.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -146,26 +145,6 @@ TEST_F(DataCopies, AreWholeOrNotThereWhenTheProcessIsKilledOrInterrupted)
         }
     }
     EXPECT_GT(unfinished, 20);
-}
-
-TEST_F(DataCopies, NeedAStoreThatNobodyElseHolds)
-{
-    done({"data", "export", file});
-    environment["STINTBOOK_STORE_DIRECTORY"] = directory / "another";
-    const auto pipe = directory / "trace";
-    mkfifo(pipe.c_str(), 0600);
-    const auto holder = start({"replay", pipe});
-    const int trace = open(pipe.c_str(), O_WRONLY);
-    const auto lock = directory / "another" / "Velloran.store.lock";
-    while (contentsOf(lock).empty())
-        sched_yield();
-    const auto refused = run({"data", "import", file});
-    EXPECT_EQ(refused.status, 1);
-    EXPECT_EQ(refused.errors,
-              fmt::format("Another copy of Velloran (process {}) is using this store.\n", holder.id));
-    close(trace);
-    finish(holder);
-    done({"data", "import", file});
 }
 
 } // namespace

@@ -20,21 +20,18 @@ TEST_F(PreferenceCommands, ListWhatHoldsAndChooseSomethingElse)
 
 TEST_F(PreferenceCommands, RefuseWhatIsNoPreferenceOrNoValueOfIt)
 {
-    const auto usage = "preferences set KEY VALUE [OPTION…]";
     expectRefusal({"preferences", "set", "colour", "red"}, "No preference is called “colour”.");
     expectRefusal({"preferences", "set", "stintbook.privacy.lastCleanup", "2026-11-20"},
                   "“stintbook.privacy.lastCleanup” is written by Velloran itself, so it was not changed.");
     expectWrongUsage(
         {"preferences", "set", "stintbook.privacy.retentionDays", "0"},
         "“0” is no value for “stintbook.privacy.retentionDays”; it takes a number of days from 1, or "
-        "“forever”.",
-        usage);
+        "“forever”.");
     expectWrongUsage({"preferences", "set", "stintbook.capture.titleContext", "perhaps"},
-                     "“perhaps” is no value for “stintbook.capture.titleContext”; it takes true or false.",
-                     usage);
+                     "“perhaps” is no value for “stintbook.capture.titleContext”; it takes true or false.");
     expectWrongUsage(
         {"preferences", "set", "stintbook.export.defaultMode", "Detailed"},
-        "“Detailed” is no value for “stintbook.export.defaultMode”; it takes summarized or detailed.", usage);
+        "“Detailed” is no value for “stintbook.export.defaultMode”; it takes summarized or detailed.");
     EXPECT_FALSE(std::filesystem::exists(directory / ".config"));
 }
 
