@@ -70,6 +70,7 @@ TEST_F(RecorderProcess, KeepsASecondOneFromItsStoreWhichAsksItToComeForward)
     const auto second = launch();
     EXPECT_EQ(waitForEnd(second).exitStatus, 1);
     EXPECT_THAT(contentsOf(second.output), HasSubstr(std::to_string(first.process)));
+    EXPECT_THAT(log(second), HasSubstr("A second launch found the store already held and handed over to it"));
     EXPECT_TRUE(PrivateDesktop::eventually([&] {
         return log(first).find("Another launch asked this copy to come forward") != std::string::npos;
     })) << log(first);
@@ -102,46 +103,42 @@ TEST_F(RecorderProcess, RestsWhileNothingHappensAndLosesAtMostFifteenSecondsWhen
     EXPECT_LE(stored[0].end, stored[1].start);
 }
 
-TEST_F(RecorderProcess, LosesNothingThatTheStoreHasNotTakenWhenItIsKilled)
+TEST_F(RecorderProcess, LosesNothingThatTheStoreHasNotTakenWhetherItIsKilledOrAskedToEnd)
 {
-    const auto killed = record();
-    {
-        const auto blocked = blockedStore();
-        driveTitles({"second", "third", "fourth"});
-        EXPECT_EQ(status()["unsaved"].GetInt(), 3);
-        desktop.kill(killed.process);
+    for (const bool isKilled : {true, false}) {
+        store = desktop.home() / (isKilled ? "killed" : "ended");
+        setTitle("first");
+        frontTitled("first");
+        const auto recorder = record();
+        Instant asked;
+        {
+            const auto blocked = blockedStore();
+            driveTitles({"second", "third", "fourth"});
+            EXPECT_EQ(status()["unsaved"].GetInt(), 3);
+            asked = now();
+            if (isKilled) {
+                desktop.kill(recorder.process);
+            } else {
+                const auto ended = terminate(recorder);
+                EXPECT_EQ(ended.exitStatus, 1);
+                // The store's patience of two seconds may begin just before the deadline of three.
+                EXPECT_LE(ended.took, Seconds{3 + 2 + 1});
+            }
+        }
+        auto stored = storedByTheNext();
+        ASSERT_GE(stored.size(), isKilled ? 4u : 5u);
+        EXPECT_EQ(stored.back().what, "work debian-xterm “fourth”");
+        // Of the open segment a kill costs what was not yet kept.
+        stored.resize(isKilled ? 3 : 4);
+        auto expected = std::vector<std::string>{"work debian-xterm “first”", "work debian-xterm “second”",
+                                                 "work debian-xterm “third”", "work debian-xterm “fourth”"};
+        expected.resize(stored.size());
+        EXPECT_EQ(whats(stored), expected);
+        expectTouching(stored);
+        if (!isKilled) {
+            EXPECT_GE(stored.back().end, asked);
+        }
     }
-    auto stored = storedByTheNext();
-    ASSERT_GE(stored.size(), 4u);
-    EXPECT_EQ(stored.back().what, "work debian-xterm “fourth”");
-    stored.resize(3);
-    EXPECT_THAT(whats(stored),
-                testing::ElementsAre("work debian-xterm “first”", "work debian-xterm “second”",
-                                     "work debian-xterm “third”"));
-    expectTouching(stored);
-}
-
-TEST_F(RecorderProcess, EndsInTimeWhenTheStoreRefusesAndItsSuccessorSavesTheRest)
-{
-    const auto refused = record();
-    Instant asked;
-    {
-        const auto blocked = blockedStore();
-        driveTitles({"second"});
-        asked = now();
-        const auto ended = terminate(refused);
-        EXPECT_EQ(ended.exitStatus, 1);
-        // The store's patience of two seconds may begin just before the deadline of three.
-        EXPECT_LE(ended.took, Seconds{3 + 2 + 1});
-    }
-    auto stored = storedByTheNext();
-    ASSERT_EQ(stored.size(), 3u);
-    EXPECT_EQ(stored.back().what, "work debian-xterm “second”");
-    stored.pop_back();
-    EXPECT_THAT(whats(stored),
-                testing::ElementsAre("work debian-xterm “first”", "work debian-xterm “second”"));
-    expectTouching(stored);
-    EXPECT_GE(stored.back().end, asked);
 }
 
 } // namespace stintbook

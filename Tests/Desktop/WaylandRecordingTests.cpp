@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "RecordingTest.h"
+#include "Support/TemporaryDirectory.h"
 
 namespace stintbook {
 
@@ -15,10 +16,12 @@ protected:
     {
     }
 
-    /// A terminal that comes to the front, whose title stays.
+    /// A terminal that comes to the front, and is renamed once the file "rename" is there.
     void startWindow(const std::string& title)
     {
-        desktop.start({"foot", "--app-id", "foot", "--title", title, "sleep", "600"});
+        desktop.start({"foot", "--app-id", "foot", "--title", title, "sh", "-c",
+                       "until [ -e '" + (desktop.home() / "rename").string()
+                           + R"(' ]; do sleep 0.05; done; printf '\033]2;Renamed\007'; cat)"});
     }
 };
 
@@ -38,6 +41,12 @@ TEST_F(WaylandRecording, StoresWhatTheCompositorHadInFrontAndReplaysIt)
     desktop.run({"swaymsg", "[title=Letter]", "focus"});
     ASSERT_TRUE(opensSegment("work", from));
     from = now();
+    desktop.run({"swaymsg", "[title=Letter]", "kill"});
+    ASSERT_TRUE(opensSegment("work", from));
+    from = now();
+    writeFile(desktop.home() / "rename", "");
+    ASSERT_TRUE(opensSegment("work", from));
+    from = now();
     desktop.setSessionFlag("LockedHint", true);
     ASSERT_TRUE(opensSegment("gap", from));
     from = now();
@@ -48,7 +57,8 @@ TEST_F(WaylandRecording, StoresWhatTheCompositorHadInFrontAndReplaysIt)
     const auto stored = stretches(store);
     EXPECT_THAT(whats(stored),
                 testing::ElementsAre("work foot “Letter”", "work foot “Invoice”", "work foot “Letter”",
-                                     "gap sessionInactive", "work foot “Letter”"));
+                                     "work foot “Invoice”", "work foot “Renamed”", "gap sessionInactive",
+                                     "work foot “Renamed”"));
     expectTouching(stored);
     const auto replayed = desktop.home() / "replayed";
     cli({"--store", replayed, "replay", trace});

@@ -1,19 +1,18 @@
 #include "Support/PrivateDesktop.h"
 
-#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 #include <thread>
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "Support/TemporaryDirectory.h"
 
 namespace stintbook {
 
@@ -36,58 +35,6 @@ std::string joined(const PrivateDesktop::Command& command)
     return text;
 }
 
-/// `inherited` stays open in the program, `output` becomes its stdout and stderr.
-pid_t spawn(const PrivateDesktop::Command& command, int output, int inherited = -1)
-{
-    std::vector<char*> words;
-    for (const auto& word : command)
-        words.push_back(const_cast<char*>(word.c_str()));
-    words.push_back(nullptr);
-    auto parent = getpid();
-    pid_t process = fork();
-    if (process < 0)
-        fail("No process could be started.");
-    if (process > 0)
-        return process;
-    // Only calls that are safe between fork and exec.
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent)
-        _exit(127);
-    setpgid(0, 0);
-    dup2(output, STDOUT_FILENO);
-    dup2(output, STDERR_FILENO);
-    if (inherited >= 0)
-        fcntl(inherited, F_SETFD, 0);
-    execvp(words.front(), words.data());
-    _exit(127);
-}
-
-/// What comes out of a pipe until its end, a line's end where asked for, or the limit.
-std::string readPipe(int descriptor, bool untilLineEnd, Seconds limit)
-{
-    std::string text;
-    auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(limit.value);
-    while (!untilLineEnd || !text.ends_with('\n')) {
-        auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
-        pollfd ready{.fd = descriptor, .events = POLLIN, .revents = 0};
-        if (left.count() <= 0 || poll(&ready, 1, static_cast<int>(left.count())) <= 0)
-            break;
-        std::array<char, 4096> buffer{};
-        auto length = read(descriptor, buffer.data(), buffer.size());
-        if (length <= 0)
-            break;
-        text.append(buffer.data(), static_cast<std::size_t>(length));
-    }
-    return text;
-}
-
-std::string contents(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 /// The processes that came from a desktop with this home: its path stands in their environment, whoever
 /// their parent is by now.
 std::vector<pid_t> processesOf(const std::string& home)
@@ -96,7 +43,8 @@ std::vector<pid_t> processesOf(const std::string& home)
     std::error_code error;
     for (const auto& item : fs::directory_iterator("/proc", error)) {
         auto process = std::atoi(item.path().filename().c_str());
-        if (process > 0 && process != getpid() && contents(item.path() / "environ").contains("HOME=" + home))
+        if (process > 0 && process != getpid()
+            && contentsOf(item.path() / "environ").contains("HOME=" + home))
             found.push_back(process);
     }
     return found;
@@ -158,9 +106,8 @@ void PrivateDesktop::killEverything()
 
 void PrivateDesktop::startDisplay()
 {
-    auto number = startAndReadLine(
-        {"Xvfb", "-displayfd", "{}", "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-noreset"},
-        m_display);
+    const auto number =
+        startAndReadLine("Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp -noreset", m_display);
     setEnvironment("DISPLAY", ":" + number);
     start({"openbox"});
     if (!eventually([this] {
@@ -211,14 +158,13 @@ void PrivateDesktop::startCompositor()
 
 void PrivateDesktop::startSessionBus()
 {
-    pid_t process = 0;
-    setEnvironment("DBUS_SESSION_BUS_ADDRESS", startBus(process));
+    setEnvironment("DBUS_SESSION_BUS_ADDRESS", startBus());
 }
 
-std::string PrivateDesktop::startBus(pid_t& process)
+std::string PrivateDesktop::startBus()
 {
-    return startAndReadLine({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address={}"},
-                            process);
+    pid_t process = 0;
+    return startAndReadLine("dbus-daemon --session --nofork --nopidfile --print-address=3", process);
 }
 
 void PrivateDesktop::startAccessibility()
@@ -229,8 +175,7 @@ void PrivateDesktop::startAccessibility()
 
 void PrivateDesktop::startLogind()
 {
-    pid_t process = 0;
-    setEnvironment("DBUS_SYSTEM_BUS_ADDRESS", startBus(process));
+    setEnvironment("DBUS_SYSTEM_BUS_ADDRESS", startBus());
     setEnvironment("XDG_SESSION_ID", "s1");
     // The module of the distribution, whatever Python comes first elsewhere.
     start({"/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"});
@@ -283,13 +228,44 @@ int PrivateDesktop::sleepInhibitorCount()
     return count;
 }
 
+std::string PrivateDesktop::startAndReadLine(const std::string& command, pid_t& process)
+{
+    const auto file = m_home / ("line-" + std::to_string(++m_started));
+    process = start({"sh", "-c", "exec " + command + R"( 3>"$0")", file});
+    if (!eventually([&] { return contentsOf(file).ends_with('\n'); }))
+        fail("This did not start: " + command);
+    auto line = contentsOf(file);
+    line.pop_back();
+    return line;
+}
+
 pid_t PrivateDesktop::start(const Command& command)
 {
-    auto log = m_home / ("program-" + std::to_string(++m_started) + ".log");
-    int output = open(log.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_APPEND, 0600);
-    auto process = spawn(command, output);
-    close(output);
-    return process;
+    return start(command, m_home / ("program-" + std::to_string(++m_started) + ".log"));
+}
+
+pid_t PrivateDesktop::start(const Command& command, const fs::path& outputFile)
+{
+    std::vector<char*> words;
+    for (const auto& word : command)
+        words.push_back(const_cast<char*>(word.c_str()));
+    words.push_back(nullptr);
+    const auto parent = getpid();
+    const pid_t process = fork();
+    if (process < 0)
+        fail("No process could be started.");
+    if (process > 0)
+        return process;
+    // Only calls that are safe between fork and exec.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent)
+        _exit(127);
+    setpgid(0, 0);
+    const int output = open(outputFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    dup2(output, STDOUT_FILENO);
+    dup2(output, STDERR_FILENO);
+    execvp(words.front(), words.data());
+    _exit(127);
 }
 
 void PrivateDesktop::kill(pid_t process)
@@ -300,18 +276,14 @@ void PrivateDesktop::kill(pid_t process)
 
 std::optional<std::string> PrivateDesktop::tryRun(const Command& command)
 {
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0)
-        fail("No pipe could be made.");
-    auto process = spawn(command, ends[1]);
-    close(ends[1]);
-    auto text = readPipe(ends[0], false, {10});
-    close(ends[0]);
+    const auto outputFile = m_home / "answer.log";
+    const auto process = start(command, outputFile);
     int status = 0;
-    bool hasEnded = eventually([&] { return waitpid(process, &status, WNOHANG) == process; }, {10});
-    if (!hasEnded)
+    if (!eventually([&] { return waitpid(process, &status, WNOHANG) == process; }, {10})) {
         kill(process);
-    return hasEnded && WIFEXITED(status) && WEXITSTATUS(status) == 0 ? std::optional(text) : std::nullopt;
+        return std::nullopt;
+    }
+    return status == 0 ? std::optional(contentsOf(outputFile)) : std::nullopt;
 }
 
 std::string PrivateDesktop::run(const Command& command)
@@ -319,28 +291,6 @@ std::string PrivateDesktop::run(const Command& command)
     if (auto text = tryRun(command))
         return *text;
     fail("This failed: " + joined(command));
-}
-
-std::string PrivateDesktop::startAndReadLine(Command command, pid_t& process)
-{
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0)
-        fail("No pipe could be made.");
-    for (auto& word : command) {
-        if (auto place = word.find("{}"); place != word.npos)
-            word.replace(place, 2, std::to_string(ends[1]));
-    }
-    auto log = m_home / ("program-" + std::to_string(++m_started) + ".log");
-    int output = open(log.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_APPEND, 0600);
-    process = spawn(command, output, ends[1]);
-    close(output);
-    close(ends[1]);
-    auto line = readPipe(ends[0], true, {20});
-    close(ends[0]);
-    if (!line.ends_with('\n'))
-        fail("This did not start: " + joined(command));
-    line.pop_back();
-    return line;
 }
 
 std::string PrivateDesktop::windowTitled(const std::string& part)

@@ -72,9 +72,10 @@ public:
     static bool eventually(const std::function<bool()>& condition, Seconds limit = {20});
 
 private:
-    /// Starts a program that writes a line to the descriptor put in the place of "{}", and gives that line.
-    std::string startAndReadLine(Command command, pid_t& process);
-    std::string startBus(pid_t& process);
+    pid_t start(const Command& command, const std::filesystem::path& outputFile);
+    /// Starts a program that writes a line to its descriptor 3, and gives that line.
+    std::string startAndReadLine(const std::string& command, pid_t& process);
+    std::string startBus();
     std::string callLogind(const std::string& path, const std::string& method,
                            const std::vector<std::string>& arguments);
     void remember(const std::string& name);
