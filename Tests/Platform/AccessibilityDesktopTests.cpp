@@ -34,7 +34,10 @@ protected:
     FrontmostWindow asBrowser()
     {
         X11FrontmostApplication provider(loop, clock, identities);
-        auto window = provider.current().value();
+        std::optional<FrontmostWindow> front;
+        // Under load the window manager may still be about to say it.
+        PrivateDesktop::eventually([&] { return (front = provider.current()).has_value(); });
+        auto window = front.value();
         window.application.identity.bundleIdentifier = "firefox";
         return window;
     }
