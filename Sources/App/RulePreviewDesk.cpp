@@ -117,23 +117,18 @@ RulePreviewDesk::Suggested<RuleSuggestion> RulePreviewDesk::suggest(const Correc
         if (!whom)
             return std::unexpected(NoSuggestion::withoutTarget);
 
-        RuleProposal proposal{.id = RuleID::random(),
-                              .match = {},
-                              .clientID = whom->clientID,
-                              .projectID = whom->projectID,
-                              .billableOverride = whom->billableOverride};
+        RuleSuggestion suggestion{.id = RuleID::random(),
+                                  .match = {},
+                                  .clientID = whom->clientID,
+                                  .projectID = whom->projectID,
+                                  .billableOverride = whom->billableOverride};
         const auto recorded = TRY(m_store.segments().segments(opened.content.bounds));
-        proposal.match = suggestedMatch(*subject, whom->clientID, opened.content, recorded);
-        proposal.match.titleContains = work.titleWords;
-        if (proposal.match.isEmpty())
+        suggestion.match = suggestedMatch(*subject, whom->clientID, opened.content, recorded);
+        suggestion.match.titleContains = work.titleWords;
+        if (suggestion.match.isEmpty())
             return std::unexpected(NoSuggestion::withoutCondition);
-        proposal.blockCount = TRY(blockCount(work.day, proposal));
-        return RuleSuggestion{.id = proposal.id,
-                              .match = proposal.match,
-                              .clientID = proposal.clientID,
-                              .projectID = proposal.projectID,
-                              .billableOverride = proposal.billableOverride,
-                              .blockCount = proposal.blockCount};
+        suggestion.blockCount = TRY(blockCount(work.day, suggestion));
+        return suggestion;
     });
 }
 

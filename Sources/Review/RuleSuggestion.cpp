@@ -81,16 +81,6 @@ bool servesOthers(const BrowserDomain& domain, ClientID client, const ReviewDay&
 
 } // namespace
 
-RuleProposal proposal(const RuleSuggestion& suggestion)
-{
-    return {.id = suggestion.id,
-            .match = suggestion.match,
-            .clientID = suggestion.clientID,
-            .projectID = suggestion.projectID,
-            .billableOverride = suggestion.billableOverride,
-            .blockCount = suggestion.blockCount};
-}
-
 AttributionRule rule(const RuleProposal& proposal)
 {
     return {.id = proposal.id,

@@ -22,20 +22,9 @@ struct RuleSuggestion {
     friend bool operator==(const RuleSuggestion&, const RuleSuggestion&) = default;
 };
 
-/// A suggestion that its user edits before it becomes a rule.
-struct RuleProposal {
-    RuleID id;
-    RuleMatch match;
-    ClientID clientID;
-    ProjectID projectID;
-    std::optional<bool> billableOverride;
-    /// As of the last count; an edit does not change it.
-    int blockCount = 0;
+/// A suggestion that its user edits before it becomes a rule; an edit does not change its count.
+using RuleProposal = RuleSuggestion;
 
-    friend bool operator==(const RuleProposal&, const RuleProposal&) = default;
-};
-
-RuleProposal proposal(const RuleSuggestion& suggestion);
 /// Enabled, without a place in the list yet.
 AttributionRule rule(const RuleProposal& proposal);
 

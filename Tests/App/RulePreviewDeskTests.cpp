@@ -99,7 +99,7 @@ TEST_F(RulePreviews, CountWhatTheAcceptedRuleThenAttributes)
     for (const auto& asked : {work(design), words}) {
         const auto suggestion = desk().suggest(asked).value();
         EXPECT_EQ(suggestion.billableOverride, false);
-        ASSERT_TRUE(RuleBook(*world.store).accept(proposal(suggestion)));
+        ASSERT_TRUE(RuleBook(*world.store).accept(suggestion));
         EXPECT_EQ(RuleBook(*world.store).list()->attributionRules.front().id, suggestion.id);
         const auto blocks = world.book().open(world.day)->content.blocks;
         EXPECT_EQ(std::ranges::count(blocks, std::optional(suggestion.id),
