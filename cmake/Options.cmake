@@ -51,3 +51,9 @@ if(STINTBOOK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_MAXSIZE=5G
         CCACHE_SLOPPINESS=include_file_mtime,include_file_ctime,time_macros ${STINTBOOK_CCACHE})
 endif()
+
+# Where programs find modules of ours, in the build tree and installed. As RPATH: a RUNPATH does not count where a
+# sanitizer's runtime does the loading.
+set(CMAKE_BUILD_RPATH "${CMAKE_BINARY_DIR}/lib/velloran")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib/velloran")
+add_link_options(LINKER:--disable-new-dtags)

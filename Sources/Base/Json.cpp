@@ -7,7 +7,6 @@
 #include <iterator>
 
 #include <fmt/format.h>
-#include <rapidjson/error/en.h>
 
 #include "Base/Text.h"
 
@@ -154,18 +153,6 @@ std::string shortestText(double number)
     std::array<char, 32> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), number, format).ptr;
     return {text.data(), end};
-}
-
-std::expected<rapidjson::Document, std::string> parseJson(std::string_view text)
-{
-    constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag | rapidjson::kParseValidateEncodingFlag
-        | rapidjson::kParseIterativeFlag;
-    rapidjson::Document document;
-    document.Parse<flags>(text.empty() ? "" : text.data(), text.size());
-    if (document.HasParseError())
-        return std::unexpected(fmt::format("at byte {}: {}", document.GetErrorOffset(),
-                                           rapidjson::GetParseError_En(document.GetParseError())));
-    return document;
 }
 
 } // namespace stintbook

@@ -2,12 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <expected>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include <rapidjson/document.h>
 
 #include "Base/Decimal.h"
 #include "Base/Identifier.h"
@@ -94,9 +91,5 @@ private:
 /// The fewest digits that read back to the same double: in plain notation from 1e-7 up to 1e21, beyond
 /// that with an exponent. The number is finite.
 std::string shortestText(double number);
-
-/// Parses one whole JSON text, which must be valid UTF-8; doubles are the nearest ones to what is written.
-/// Nesting of any depth is safe. The error says where, as a byte's offset, and what.
-std::expected<rapidjson::Document, std::string> parseJson(std::string_view text);
 
 } // namespace stintbook

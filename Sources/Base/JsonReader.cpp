@@ -17,6 +17,7 @@ namespace {
 /// Of one value in bytes: far more than any record has, and few enough to hold.
 constexpr std::size_t longestValue = 64 << 20;
 constexpr int deepestNesting = 16;
+constexpr std::streamsize bufferSize = 65'536;
 
 /// What a zero byte in the document, which the parser would take for its end, is read as: allowed nowhere.
 constexpr char nowhereAllowed = '\x01';
@@ -70,13 +71,13 @@ public:
 private:
     void fill()
     {
-        m_stream.read(m_buffer.data(), static_cast<std::streamsize>(m_buffer.size()));
-        m_next = m_buffer.data();
+        m_stream.read(m_buffer.get(), bufferSize);
+        m_next = m_buffer.get();
         m_end = m_next + m_stream.gcount();
     }
 
     std::istream& m_stream;
-    std::vector<char> m_buffer = std::vector<char>(65'536);
+    std::unique_ptr<char[]> m_buffer = std::make_unique_for_overwrite<char[]>(bufferSize);
     const char* m_next = nullptr;
     const char* m_end = nullptr;
     std::size_t m_line = 1;
@@ -385,6 +386,16 @@ std::optional<JsonValue> JsonObject::find(std::string_view key)
     return found ? found : search(first, m_cursor);
 }
 
+std::optional<std::string_view> JsonObject::nextKey() const
+{
+    const auto& nodes = m_object.m_tape->nodes;
+    for (auto index = m_object.m_index + 1; index < m_object.node().next; index = nodes[index].next)
+        if (const JsonValue member(*m_object.m_tape, index);
+            std::ranges::find(m_asked, member.key()) == m_asked.end())
+            return member.key();
+    return std::nullopt;
+}
+
 JsonRead<void> JsonObject::mustHoldNothingElse() const
 {
     const auto& nodes = m_object.m_tape->nodes;
@@ -441,14 +452,19 @@ JsonRead<int> jsonInteger(const JsonValue& value)
     return value.problem("is no whole number of 32 bits");
 }
 
+JsonRead<double> jsonDouble(const JsonValue& value)
+{
+    if (const auto number = converted<double>(TRY(value.number())))
+        return *number;
+    return value.problem("is beyond the numbers that can be stored");
+}
+
 JsonRead<Instant> jsonInstant(const JsonValue& value)
 {
-    const auto seconds = converted<double>(TRY(value.number()));
-    constexpr double yearOne = -62'135'596'800.0;
-    constexpr double yearTenThousand = 253'402'300'800.0;
-    if (!seconds || *seconds < yearOne || *seconds >= yearTenThousand)
+    const Instant at{TRY(jsonDouble(value))};
+    if (at < yearOne || at >= yearTenThousand)
         return value.problem("lies outside the years 1 to 9999");
-    return Instant{*seconds};
+    return at;
 }
 
 JsonRead<Decimal> jsonAmount(const JsonValue& value)

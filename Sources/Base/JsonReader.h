@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -38,7 +39,7 @@ std::string message(const JsonProblem& problem);
 /// The problem as it is seen from further outside: `step` is a key, or "[3]".
 JsonProblem within(std::string_view step, JsonProblem problem);
 
-/// One value with everything below it. Valid until the reader that gave it reads on.
+/// One value with everything below it. Valid until the reader that gave it reads another.
 class JsonValue {
 public:
     enum class Kind : std::uint8_t { null, boolean, number, text, array, object };
@@ -95,21 +96,23 @@ private:
     std::size_t m_index;
 };
 
-/// The members of one object, each of which is to be asked for once.
+/// The members of one object, each of which is to be asked for once, by a function that reads its value.
 class JsonObject {
 public:
-    template <typename T> using Read = JsonRead<T> (*)(const JsonValue&);
+    /// What a function makes of a value.
+    template <typename Read> using ReadBy = typename std::invoke_result_t<Read, const JsonValue&>::value_type;
 
     static JsonRead<JsonObject> of(const JsonValue& value);
 
-    template <typename T> JsonRead<T> required(std::string_view key, Read<T> read)
+    template <typename Read> JsonRead<ReadBy<Read>> required(std::string_view key, const Read& read)
     {
         const auto value = find(key);
         if (!value)
             return m_object.problem(std::string("has no \"").append(key).append("\""));
         return readMember(key, *value, read);
     }
-    template <typename T> JsonRead<std::optional<T>> optional(std::string_view key, Read<T> read)
+    template <typename Read>
+    JsonRead<std::optional<ReadBy<Read>>> optional(std::string_view key, const Read& read)
     {
         const auto value = find(key);
         if (!value)
@@ -117,7 +120,8 @@ public:
         return TRY(readMember(key, *value, read));
     }
     /// A required array.
-    template <typename T> JsonRead<std::vector<T>> list(std::string_view key, Read<T> read)
+    template <typename T>
+    JsonRead<std::vector<T>> list(std::string_view key, JsonRead<T> (*read)(const JsonValue&))
     {
         const auto value = find(key);
         if (!value)
@@ -127,6 +131,8 @@ public:
             return std::unexpected(within(key, std::move(elements).error()));
         return elements;
     }
+    /// The first one that was not asked for yet.
+    std::optional<std::string_view> nextKey() const;
     /// To be called last: a key that was not asked for, or stands there twice, is a problem.
     JsonRead<void> mustHoldNothingElse() const;
 
@@ -141,8 +147,8 @@ private:
     }
 
     std::optional<JsonValue> find(std::string_view key);
-    template <typename T>
-    static JsonRead<T> readMember(std::string_view key, const JsonValue& value, Read<T> read)
+    template <typename Read>
+    static JsonRead<ReadBy<Read>> readMember(std::string_view key, const JsonValue& value, const Read& read)
     {
         auto result = read(value);
         if (!result)
@@ -177,7 +183,12 @@ JsonRead<std::vector<T>> JsonValue::elements(JsonRead<T> (*read)(const JsonValue
 JsonRead<bool> jsonFlag(const JsonValue& value);
 JsonRead<std::string> jsonText(const JsonValue& value);
 JsonRead<int> jsonInteger(const JsonValue& value);
-/// In the years 1 to 9999, which calendars cover.
+/// The nearest one to what is written.
+JsonRead<double> jsonDouble(const JsonValue& value);
+/// The years 1 to 9999, which calendars cover: from the first instant on, before the second.
+inline constexpr Instant yearOne{-62'135'596'800.0};
+inline constexpr Instant yearTenThousand{253'402'300'800.0};
+/// In those years.
 JsonRead<Instant> jsonInstant(const JsonValue& value);
 /// Exact, and not negative.
 JsonRead<Decimal> jsonAmount(const JsonValue& value);

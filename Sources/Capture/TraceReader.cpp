@@ -3,152 +3,37 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <initializer_list>
+#include <spanstream>
 #include <string_view>
 #include <utility>
 
 #include <fmt/format.h>
 
-#include "Base/Json.h"
+#include "Base/JsonReader.h"
 #include "Base/Try.h"
 
 namespace stintbook {
 
 namespace {
 
-template <typename T> using Read = std::expected<T, std::string>;
-using Value = rapidjson::Value;
 using Event = decltype(TraceLine::event);
 
-std::string_view textOf(const Value& value)
+JsonRead<CalendarContext> jsonCalendar(const JsonValue& value)
 {
-    return {value.GetString(), value.GetStringLength()};
-}
-
-/// The members of one object, which holds no others than the given ones, and none twice.
-class Members {
-public:
-    static Read<Members> of(const Value& object, std::string_view name,
-                            std::initializer_list<std::string_view> known)
-    {
-        if (!object.IsObject())
-            return std::unexpected(fmt::format("\"{}\" is no object", name));
-        for (auto member = object.MemberBegin(); member != object.MemberEnd(); ++member) {
-            const auto key = textOf(member->name);
-            if (std::ranges::find(known, key) == known.end())
-                return std::unexpected(fmt::format("\"{}\" has an unknown key \"{}\"", name, key));
-            if (object.FindMember(member->name) != member)
-                return std::unexpected(fmt::format("\"{}\" holds \"{}\" twice", name, key));
-        }
-        return Members(object);
-    }
-
-    /// Null when absent.
-    const Value* find(std::string_view key) const
-    {
-        const auto found =
-            m_object->FindMember(Value(key.data(), static_cast<rapidjson::SizeType>(key.size())));
-        return found == m_object->MemberEnd() ? nullptr : &found->value;
-    }
-
-    /// Reads a member that must be there.
-    template <typename T>
-    Read<T> required(std::string_view key, Read<T> (*read)(const Value&, std::string_view)) const
-    {
-        const auto* value = find(key);
-        if (!value)
-            return std::unexpected(fmt::format("\"{}\" is missing", key));
-        return read(*value, key);
-    }
-
-    template <typename T>
-    Read<std::optional<T>> optional(std::string_view key,
-                                    Read<T> (*read)(const Value&, std::string_view)) const
-    {
-        const auto* value = find(key);
-        if (!value)
-            return std::nullopt;
-        return TRY(read(*value, key));
-    }
-
-private:
-    explicit Members(const Value& object)
-        : m_object(&object)
-    {
-    }
-
-    const Value* m_object;
-};
-
-Read<double> number(const Value& value, std::string_view key)
-{
-    if (!value.IsNumber())
-        return std::unexpected(fmt::format("\"{}\" is no number", key));
-    return value.GetDouble();
-}
-
-/// The years that a calendar date can name.
-constexpr Instant yearOne{-62'135'596'800.0};
-constexpr Instant yearTenThousand{253'402'300'800.0};
-
-Read<Instant> instant(const Value& value, std::string_view key)
-{
-    const Instant at{TRY(number(value, key))};
-    if (at < yearOne || at >= yearTenThousand)
-        return std::unexpected(fmt::format("\"{}\" lies outside the years 1 to 9999", key));
-    return at;
-}
-
-Read<std::int32_t> integer(const Value& value, std::string_view key)
-{
-    if (!value.IsInt())
-        return std::unexpected(fmt::format("\"{}\" is no whole number of 32 bits", key));
-    return value.GetInt();
-}
-
-Read<bool> flag(const Value& value, std::string_view key)
-{
-    if (!value.IsBool())
-        return std::unexpected(fmt::format("\"{}\" is neither true nor false", key));
-    return value.GetBool();
-}
-
-Read<std::string> text(const Value& value, std::string_view key)
-{
-    if (!value.IsString())
-        return std::unexpected(fmt::format("\"{}\" is no text", key));
-    return std::string(textOf(value));
-}
-
-std::unexpected<std::string> unknownValue(std::string_view key, std::string_view value)
-{
-    return std::unexpected(fmt::format("\"{}\" cannot be \"{}\"", key, value));
-}
-
-template <typename E> Read<E> enumerator(const Value& value, std::string_view key)
-{
-    const auto name = TRY(text(value, key));
-    if (const auto found = fromRawValue<E>(name))
-        return *found;
-    return unknownValue(key, name);
-}
-
-Read<CalendarContext> zone(const Value& value, std::string_view key)
-{
-    const auto identifier = TRY(text(value, key));
+    const auto identifier = TRY(value.text());
     if (auto calendar = CalendarContext::inZone(identifier))
         return *std::move(calendar);
-    return std::unexpected(fmt::format("\"{}\" names no known zone: \"{}\"", key, identifier));
+    return value.problem(fmt::format("names no known zone: \"{}\"", identifier));
 }
 
-Read<Event> start(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> start(const JsonValue& value, Instant at)
 {
-    const auto members = TRY(
-        Members::of(value, key, {"timeZone", "retainsTitleContext", "browserContextEnabled", "permission"}));
-    auto calendar = TRY(members.required("timeZone", zone));
-    const auto permission = TRY(members.optional("permission", enumerator<CapturePermissionState>));
-    const auto retainsTitleContext = TRY(members.optional("retainsTitleContext", flag));
-    const auto browserContextEnabled = TRY(members.optional("browserContextEnabled", flag));
+    auto members = TRY(JsonObject::of(value));
+    auto calendar = TRY(members.required("timeZone", jsonCalendar));
+    const auto permission = TRY(members.optional("permission", jsonCase<CapturePermissionState>));
+    const auto retainsTitleContext = TRY(members.optional("retainsTitleContext", jsonFlag));
+    const auto browserContextEnabled = TRY(members.optional("browserContextEnabled", jsonFlag));
+    TRY(members.mustHoldNothingElse());
     return CaptureStart{.at = at,
                         .calendar = std::move(calendar),
                         .permission = permission.value_or(CapturePermissionState::granted),
@@ -156,22 +41,22 @@ Read<Event> start(const Value& value, std::string_view key, Instant at)
                         .browserContextEnabled = browserContextEnabled.value_or(false)};
 }
 
-Read<Event> frontmost(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> frontmost(const JsonValue& value, Instant at)
 {
-    const auto members = TRY(Members::of(
-        value, key,
-        {"bundleIdentifier", "displayName", "processIdentifier", "windowTitle", "documentTitle"}));
+    auto members = TRY(JsonObject::of(value));
     input::Frontmost frontmost{.at = at};
     frontmost.snapshot.observedAt = at;
-    frontmost.snapshot.identity.bundleIdentifier = TRY(members.required("bundleIdentifier", text));
+    frontmost.snapshot.identity.bundleIdentifier = TRY(members.required("bundleIdentifier", jsonText));
     if (frontmost.snapshot.identity.bundleIdentifier.empty())
-        return unknownValue("bundleIdentifier", "");
-    frontmost.snapshot.identity.displayName = TRY(members.required("displayName", text));
-    frontmost.snapshot.processIdentifier = TRY(members.optional("processIdentifier", integer)).value_or(0);
+        return members.problem("bundleIdentifier", "is empty");
+    frontmost.snapshot.identity.displayName = TRY(members.required("displayName", jsonText));
+    frontmost.snapshot.processIdentifier =
+        TRY(members.optional("processIdentifier", jsonInteger)).value_or(0);
 
     // An empty title says no more than none; the document counts before the window.
-    auto windowTitle = TRY(members.optional("windowTitle", text)).value_or("");
-    auto documentTitle = TRY(members.optional("documentTitle", text)).value_or("");
+    auto windowTitle = TRY(members.optional("windowTitle", jsonText)).value_or("");
+    auto documentTitle = TRY(members.optional("documentTitle", jsonText)).value_or("");
+    TRY(members.mustHoldNothingElse());
     if (!documentTitle.empty())
         frontmost.focused = FocusedContext::documentTitle(std::move(documentTitle));
     else if (!windowTitle.empty())
@@ -179,135 +64,137 @@ Read<Event> frontmost(const Value& value, std::string_view key, Instant at)
     return PipelineInput(std::move(frontmost));
 }
 
-Read<Event> browserDomain(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> browserDomain(const JsonValue& value, Instant at)
 {
     using Kind = BrowserDomainReading::Kind;
     /// What a failure without a number of its own counts as: an event that nobody handled.
     constexpr std::int32_t unknownFailure = -1708;
 
-    const auto members = TRY(Members::of(value, key, {"reading", "host", "code", "browser"}));
+    auto members = TRY(JsonObject::of(value));
     input::BrowserDomainPolled poll{.at = at};
-    poll.browserBundleIdentifier = TRY(members.required("browser", text));
-    poll.reading.kind = TRY(members.required("reading", enumerator<Kind>));
-    if (members.find("host") && poll.reading.kind != Kind::domain)
-        return std::unexpected("\"host\" belongs to the reading \"domain\" alone");
-    if (members.find("code") && poll.reading.kind != Kind::failed)
-        return std::unexpected("\"code\" belongs to the reading \"failed\" alone");
-
-    if (poll.reading.kind == Kind::failed)
-        poll.reading.errorNumber = TRY(members.optional("code", integer)).value_or(unknownFailure);
-    if (poll.reading.kind == Kind::domain) {
-        poll.reading.domain = BrowserDomain::fromText(TRY(members.required("host", text)));
-        if (!poll.reading.domain)
-            poll.reading.kind = Kind::pageHasNoWebDomain;
+    auto& reading = poll.reading;
+    poll.browserBundleIdentifier = TRY(members.required("browser", jsonText));
+    reading.kind = TRY(members.required("reading", jsonCase<Kind>));
+    if (reading.kind == Kind::failed)
+        reading.errorNumber = TRY(members.optional("code", jsonInteger)).value_or(unknownFailure);
+    if (reading.kind == Kind::domain) {
+        reading.domain = BrowserDomain::fromText(TRY(members.required("host", jsonText)));
+        if (!reading.domain)
+            reading.kind = Kind::pageHasNoWebDomain;
     }
+    TRY(members.mustHoldNothingElse());
     return PipelineInput(std::move(poll));
 }
 
-Read<Event> idleSample(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> idleSample(const JsonValue& value, Instant at)
 {
-    const auto members = TRY(Members::of(value, key, {"idleSeconds", "awakeSeconds"}));
-    const auto idle = TRY(members.required("idleSeconds", number));
-    if (idle < 0)
-        return std::unexpected("\"idleSeconds\" is negative");
-    if (at - Seconds{idle} < yearOne)
-        return std::unexpected("\"idleSeconds\" reaches back before the year 1");
-    return PipelineInput(input::IdleSample{{idle}, {TRY(members.required("awakeSeconds", number))}, at});
+    auto members = TRY(JsonObject::of(value));
+    const Seconds idle{TRY(members.required("idleSeconds", jsonDouble))};
+    if (idle < Seconds{})
+        return members.problem("idleSeconds", "is negative");
+    if (at - idle < yearOne)
+        return members.problem("idleSeconds", "reaches back before the year 1");
+    const Seconds awake{TRY(members.required("awakeSeconds", jsonDouble))};
+    TRY(members.mustHoldNothingElse());
+    return PipelineInput(input::IdleSample{idle, awake, at});
 }
 
-Read<Event> noObservation(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> noObservation(const JsonValue& value, Instant at)
 {
-    const auto members = TRY(Members::of(value, key, {"since"}));
-    const auto since = TRY(members.required("since", instant));
+    auto members = TRY(JsonObject::of(value));
+    const auto since = TRY(members.required("since", jsonInstant));
     if (at < since)
-        return std::unexpected("\"since\" lies after \"at\"");
+        return members.problem("since", "lies after \"at\"");
+    TRY(members.mustHoldNothingElse());
     return PipelineInput(input::NoObservation{since, at});
 }
 
-Read<Event> suspended(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> suspended(const JsonValue& value, Instant at)
 {
-    const auto reason = TRY(enumerator<GapReason>(value, key));
+    const auto reason = TRY(jsonCase<GapReason>(value));
     if (reason != GapReason::systemSleep && reason != GapReason::sessionInactive)
-        return unknownValue(key, rawValue(reason));
+        return value.problem(fmt::format("cannot be \"{}\"", rawValue(reason)));
     return PipelineInput(input::Boundary{ActivitySuspended{reason, at}, at});
 }
 
-Read<Event> resumed(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> resumed(const JsonValue& value, Instant at)
 {
-    const auto cause = TRY(enumerator<SystemResumeCause>(value, key));
-    return PipelineInput(input::Boundary{ActivityResumed{cause, at}, at});
+    return PipelineInput(input::Boundary{ActivityResumed{TRY(jsonCase<SystemResumeCause>(value)), at}, at});
 }
 
-Read<Event> pause(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> pause(const JsonValue& value, Instant at)
 {
-    const auto members = TRY(Members::of(value, key, {"until"}));
-    const auto until = TRY(members.optional("until", instant));
+    auto members = TRY(JsonObject::of(value));
+    const auto until = TRY(members.optional("until", jsonInstant));
+    TRY(members.mustHoldNothingElse());
     return PipelineInput(input::Pause{until, until ? *until - at : Seconds{}, at});
 }
 
-Read<Event> permission(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> permission(const JsonValue& value, Instant at)
 {
-    return PipelineInput(input::PermissionChanged{TRY(enumerator<CapturePermissionState>(value, key)), at});
+    return PipelineInput(input::PermissionChanged{TRY(jsonCase<CapturePermissionState>(value)), at});
 }
 
-Read<Event> timeZone(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> timeZone(const JsonValue& value, Instant at)
 {
-    return PipelineInput(input::CalendarContextChanged{TRY(zone(value, key)), at});
+    return PipelineInput(input::CalendarContextChanged{TRY(jsonCalendar(value)), at});
 }
 
-Read<Event> retainsTitleContext(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> retainsTitleContext(const JsonValue& value, Instant at)
 {
-    return PipelineInput(input::TitleContextRetained{TRY(flag(value, key)), at});
+    return PipelineInput(input::TitleContextRetained{TRY(jsonFlag(value)), at});
 }
 
-Read<Event> browserContextEnabled(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> browserContextEnabled(const JsonValue& value, Instant at)
 {
-    return PipelineInput(input::BrowserContextEnabled{TRY(flag(value, key)), at});
+    return PipelineInput(input::BrowserContextEnabled{TRY(jsonFlag(value)), at});
 }
 
-Read<Event> store(const Value& value, std::string_view key, Instant /*at*/)
+JsonRead<Event> store(const JsonValue& value, Instant /*at*/)
 {
-    const auto what = TRY(text(value, key));
+    const auto what = TRY(value.text());
     if (what != "refuse" && what != "accept")
-        return unknownValue(key, what);
+        return value.problem(fmt::format("cannot be \"{}\"", what));
     return TraceStoreSwitch{what == "refuse"};
 }
 
-Read<Event> clockSet(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> clockSet(const JsonValue& value, Instant at)
 {
-    const auto members = TRY(Members::of(value, key, {"from"}));
-    return PipelineInput(input::ClockSet{TRY(members.required("from", instant)), at});
+    auto members = TRY(JsonObject::of(value));
+    const auto from = TRY(members.required("from", jsonInstant));
+    TRY(members.mustHoldNothingElse());
+    return PipelineInput(input::ClockSet{from, at});
 }
 
 /// An input that says no more than its name.
-template <typename MakeInput> Read<Event> bare(const Value& value, std::string_view key, MakeInput makeInput)
+template <typename MakeInput> JsonRead<Event> bare(const JsonValue& value, MakeInput makeInput)
 {
-    TRY(Members::of(value, key, {}));
+    const auto members = TRY(JsonObject::of(value));
+    TRY(members.mustHoldNothingElse());
     return PipelineInput(makeInput());
 }
 
-Read<Event> resume(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> resume(const JsonValue& value, Instant at)
 {
-    return bare(value, key, [&] { return input::Resume{at}; });
+    return bare(value, [&] { return input::Resume{at}; });
 }
 
-Read<Event> hold(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> hold(const JsonValue& value, Instant at)
 {
-    return bare(value, key,
-                [&] { return input::ResolveForDeletion{[](CaptureWriterBarrierOutcome) { }, at}; });
+    return bare(value, [&] { return input::ResolveForDeletion{[](CaptureWriterBarrierOutcome) { }, at}; });
 }
 
-Read<Event> release(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> release(const JsonValue& value, Instant at)
 {
-    return bare(value, key, [&] { return input::ReleaseAfterDeletion{[] { }, at}; });
+    return bare(value, [&] { return input::ReleaseAfterDeletion{[] { }, at}; });
 }
 
-Read<Event> stop(const Value& value, std::string_view key, Instant at)
+JsonRead<Event> stop(const JsonValue& value, Instant at)
 {
-    return bare(value, key, [&] { return input::Stop{at}; });
+    return bare(value, [&] { return input::Stop{at}; });
 }
 
-using ReadEvent = Read<Event> (*)(const Value&, std::string_view, Instant);
+using ReadEvent = JsonRead<Event> (*)(const JsonValue&, Instant);
 
 /// The most frequent first.
 constexpr auto events = std::to_array<std::pair<std::string_view, ReadEvent>>({
@@ -331,33 +218,20 @@ constexpr auto events = std::to_array<std::pair<std::string_view, ReadEvent>>({
     {"stop", stop},
 });
 
-Read<TraceLine> readLine(const Value& line)
+JsonRead<TraceLine> readLine(const JsonValue& line)
 {
-    if (!line.IsObject())
-        return std::unexpected("a line is one object");
-    const Value* at = nullptr;
-    const Value* event = nullptr;
-    std::string_view name;
-    for (const auto& member : line.GetObject()) {
-        const auto key = textOf(member.name);
-        auto& slot = key == "at" ? at : event;
-        if (slot)
-            return std::unexpected(key == "at" ? "\"at\" stands there twice"
-                                               : fmt::format("\"{}\" and \"{}\" are two inputs", name, key));
-        slot = &member.value;
-        if (key != "at")
-            name = key;
-    }
-    if (!at)
-        return std::unexpected("\"at\" is missing");
-    if (!event)
-        return std::unexpected("there is no input beside \"at\"");
-
-    const auto found = std::ranges::find(events, name, &decltype(events)::value_type::first);
+    auto members = TRY(JsonObject::of(line));
+    const auto at = TRY(members.required("at", jsonInstant));
+    const auto name = members.nextKey();
+    if (!name)
+        return line.problem("has no input beside \"at\"");
+    const auto found = std::ranges::find(events, *name, &decltype(events)::value_type::first);
     if (found == events.end())
-        return std::unexpected(fmt::format("\"{}\" is no input", name));
-    const auto instantOfLine = TRY(instant(*at, "at"));
-    return TraceLine{instantOfLine, TRY(found->second(*event, name, instantOfLine))};
+        return line.problem(fmt::format("has an unknown input \"{}\"", *name));
+    auto event =
+        TRY(members.required(*name, [&](const JsonValue& value) { return found->second(value, at); }));
+    TRY(members.mustHoldNothingElse());
+    return TraceLine{at, std::move(event)};
 }
 
 /// White space of JSON alone.
@@ -395,13 +269,19 @@ std::expected<std::optional<TraceLine>, TraceProblem> TraceReader::next()
 
 std::expected<TraceLine, std::string> TraceReader::read() const
 {
-    // The parser takes a zero byte for the end.
-    if (m_text.find('\0') != std::string::npos)
-        return std::unexpected("a zero byte is no JSON");
-    const auto document = TRY(parseJson(m_text));
-    auto line = TRY(readLine(document));
-    TRY(checkOrder(line));
-    return line;
+    std::ispanstream stream(m_text);
+    JsonReader json(stream);
+    auto parsed = [&]() -> JsonRead<TraceLine> {
+        const auto value = TRY(json.value());
+        TRY(json.end());
+        return readLine(value);
+    }();
+    if (!parsed) {
+        const auto& [line, path, reason] = parsed.error();
+        return std::unexpected(fmt::format("{} {}", path.empty() ? "the line" : path, reason));
+    }
+    TRY(checkOrder(*parsed));
+    return *std::move(parsed);
 }
 
 std::expected<void, std::string> TraceReader::checkOrder(const TraceLine& line) const

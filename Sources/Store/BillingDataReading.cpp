@@ -72,7 +72,7 @@ JsonRead<ExportDayRevision> dayRevision(const JsonValue& value)
     return day;
 }
 
-JsonRead<ExportTotals> totals(const JsonValue& value)
+JsonRead<ExportTotals> jsonTotals(const JsonValue& value)
 {
     auto object = TRY(JsonObject::of(value));
     ExportTotals totals;
@@ -139,7 +139,7 @@ template <> JsonRead<ExportSnapshot> readRecord(const JsonValue& value)
     snapshot.rangeEnd = TRY(requiredDay(object, {"rangeEndDayID", "rangeEnd", "rangeEndTimeZoneIdentifier"}));
     snapshot.rangeStart =
         TRY(requiredDay(object, {"rangeStartDayID", "rangeStart", "rangeStartTimeZoneIdentifier"}));
-    snapshot.totals = TRY(object.required("totals", totals));
+    snapshot.totals = TRY(object.required("totals", jsonTotals));
     TRY(object.mustHoldNothingElse());
     TRY(mustBeTheSum(snapshot, object));
     return snapshot;

@@ -34,20 +34,8 @@ TEST(ShortestText, ReadsBackToTheSameDouble)
         const auto number = std::bit_cast<double>(random());
         if (!std::isfinite(number))
             continue;
-        const auto read = parseJson(shortestText(number));
-        ASSERT_TRUE(read) << shortestText(number);
-        EXPECT_EQ(read->GetDouble(), number);
+        EXPECT_EQ(std::stod(shortestText(number)), number);
     }
-}
-
-TEST(ParseJson, SaysWhereAndWhatIsWrongAtAnyDepth)
-{
-    EXPECT_TRUE(parseJson(R"({"a":1,})").error().starts_with("at byte 7: "));
-    for (const auto* text : {"", "{} x", "[1 2]", "\"\xFF\"", "nul", "01"})
-        EXPECT_FALSE(parseJson(text)) << text;
-    const std::string deep(1'000'000, '[');
-    EXPECT_FALSE(parseJson(deep));
-    EXPECT_TRUE(parseJson(deep + std::string(deep.size(), ']')));
 }
 
 } // namespace

@@ -216,7 +216,7 @@ TEST(TraceReplay, SavesWhatCameBeforeAMalformedLine)
         replayed("{`at`:0,`start`:{`timeZone`:`UTC`}}\n" + front(0, "editor") + "\n# a comment\n"
                  + front(10, "browser") + "{`at`:20,`frontmost`:7}\n" + stop(30));
     EXPECT_THAT(described(result.segments), ElementsAre("0-10 work editor"));
-    EXPECT_EQ(result.problem, (TraceProblem{6, "\"frontmost\" is no object"}));
+    EXPECT_EQ(result.problem, (TraceProblem{6, "frontmost is no object"}));
     EXPECT_EQ(result.outcome.kind, CaptureShutdownOutcome::Kind::persisted);
 }
 

@@ -9,8 +9,8 @@
 #include <fmt/format.h>
 #include <sys/wait.h>
 
-#include "Base/Json.h"
 #include "Base/TimeSource.h"
+#include "Support/ParsedJson.h"
 #include "Support/TemporaryDirectory.h"
 
 namespace stintbook {
@@ -51,14 +51,6 @@ std::string description(const rapidjson::Value& segment)
     if (evidence != usual)
         add(evidence);
     return text;
-}
-
-rapidjson::Document parsed(const std::string& json)
-{
-    auto document = parseJson(json);
-    if (!document)
-        throw std::runtime_error(document.error() + " in " + json);
-    return std::move(*document);
 }
 
 } // namespace
@@ -137,7 +129,7 @@ std::string RecordingTest::log(const Recorder& recorder)
 
 rapidjson::Document RecordingTest::status()
 {
-    return parsed(cli({"--store", store, "status", "--json"}));
+    return parsedJson(cli({"--store", store, "status", "--json"}));
 }
 
 bool RecordingTest::opensSegment(const std::string& kind, Instant notBefore)
@@ -158,7 +150,7 @@ std::string RecordingTest::segments(const fs::path& ofStore)
 std::vector<StoredStretch> RecordingTest::stretches(const fs::path& ofStore)
 {
     std::vector<StoredStretch> all;
-    const auto document = parsed(segments(ofStore));
+    const auto document = parsedJson(segments(ofStore));
     for (const auto& segment : document["segments"].GetArray()) {
         all.push_back({.start = {segment["start"].GetDouble()},
                        .end = {segment["end"].GetDouble()},

@@ -1,7 +1,5 @@
 #include "Export/Timesheet/TimesheetPDF.h"
 
-#include <filesystem>
-
 #include <dlfcn.h>
 #include <fmt/format.h>
 
@@ -12,25 +10,11 @@ namespace stintbook {
 
 namespace {
 
-/// "lib/velloran/velloran-timesheet.so" beside the directory of the running program, or of one further out.
-std::filesystem::path drawingModule()
-{
-    std::error_code unreadable;
-    auto directory = std::filesystem::read_symlink("/proc/self/exe", unreadable).parent_path();
-    constexpr int levels = 4;
-    for (int level = 0; level < levels && directory.has_relative_path(); ++level) {
-        directory = directory.parent_path();
-        const auto candidate = directory / "lib" / "velloran" / "velloran-timesheet.so";
-        if (std::filesystem::exists(candidate, unreadable))
-            return candidate;
-    }
-    return "velloran-timesheet.so";
-}
-
-/// Stays loaded: the libraries behind it cannot be unloaded.
+/// From the module of this very version, which the program's own search path leads to. Stays loaded: the libraries
+/// behind it cannot be unloaded.
 std::expected<decltype(&drawTimesheet), TimesheetProblem> drawing()
 {
-    auto* const module = dlopen(drawingModule().c_str(), RTLD_NOW | RTLD_LOCAL);
+    auto* const module = dlopen(STINTBOOK_TIMESHEET_MODULE, RTLD_NOW | RTLD_LOCAL);
     auto* const function = module != nullptr ? dlsym(module, "drawTimesheet") : nullptr;
     if (function == nullptr)
         return std::unexpected(TimesheetProblem{dlerror()});
