@@ -7,17 +7,14 @@ as much again for each copy of the data. Set TMPDIR to a disk that has it. Both 
 turn, as whole processes.
 """
 
-import os
 import pathlib
 import shutil
 import sqlite3
 import statistics
-import subprocess
 import sys
 import tempfile
-import time
 
-from measure_processes import with_history
+from measure_processes import measured, with_history
 
 MONTH = 30 * 86400
 ROUNDS = 3
@@ -52,16 +49,6 @@ def multiply(store, months):
     return count
 
 
-def measured(command, environment, output):
-    with open(output, "w") as stream:
-        began = time.monotonic()
-        process = subprocess.Popen(command, env=environment, stdout=stream)
-        _, status, usage = os.wait4(process.pid, 0)
-    if status != 0:
-        sys.exit(f"{command[0]} failed.")
-    return time.monotonic() - began, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024
-
-
 def report(name, runs, file):
     wall, processor, memory = (statistics.median(column) for column in zip(*runs))
     print(f"{name}: {wall:.1f} s ({processor:.1f} s of processor time), {memory:.0f} MB, "
@@ -76,21 +63,21 @@ def main():
         environment, _ = with_history(program, directory, "store", 30)
         store = directory / "store" / "Velloran.store"
         print(f"{multiply(store, months)} segments", flush=True)
-        ignored = directory / "ignored"
-        _, _, idle = measured([program, "client", "list"], environment, ignored)
+        _, _, idle = measured([program, "client", "list"], environment)
         document, dump, again = (directory / name for name in ("data.json", "dump.json", "again.json"))
         exports, dumps = [], []
         for _ in range(ROUNDS):
-            dumps.append(measured(["sqlite3", "-json", str(store), SEGMENTS], environment, dump))
-            exports.append(measured([program, "data", "export", str(document)], environment, ignored))
+            with dump.open("w") as output:
+                dumps.append(measured(["sqlite3", "-json", str(store), SEGMENTS], environment, output))
+            exports.append(measured([program, "data", "export", str(document)], environment))
         report("sqlite3 -json", dumps, dump)
         report("data export", exports, document)
         print(f"data export, above a command that reads no history: {max(run[2] for run in exports) - idle:.0f} MB",
               flush=True)
 
         shutil.rmtree(directory / "store")
-        report("data import", [measured([program, "data", "import", str(document)], environment, ignored)], document)
-        measured([program, "data", "export", str(again)], environment, ignored)
+        report("data import", [measured([program, "data", "import", str(document)], environment)], document)
+        measured([program, "data", "export", str(again)], environment)
         with document.open() as first, again.open() as second:
             differing = sum(one != other for one, other in zip(first, second, strict=True))
         print(f"lines of the document that differ after import and export: {differing}")

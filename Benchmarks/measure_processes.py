@@ -21,14 +21,24 @@ DAY = "2026-11-18@Europe/Berlin"
 RUNS = 41
 
 
-def measured(command, environment):
+def peak_memory(process):
+    """In KB so far; nothing once it has ended. (What wait4 tells of a child includes the one that started it.)"""
+    status = pathlib.Path(f"/proc/{process.pid}/status").read_text()
+    return next((int(line.split()[1]) for line in status.splitlines() if line.startswith("VmHWM")), 0)
+
+
+def measured(command, environment, output=subprocess.DEVNULL):
     """Wall-clock seconds, processor seconds and greatest resident size in MB of one process."""
     began = time.monotonic()
-    process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL)
-    _, status, usage = os.wait4(process.pid, 0)
+    process = subprocess.Popen(command, env=environment, stdout=output)
+    peak = ended = 0
+    while not ended:
+        peak = max(peak, peak_memory(process))
+        time.sleep(0.002)
+        ended, status, usage = os.wait4(process.pid, os.WNOHANG)
     if status != 0:
-        sys.exit(f"{' '.join(command)} failed.")
-    return time.monotonic() - began, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024
+        sys.exit(f"{' '.join(map(str, command))} failed.")
+    return time.monotonic() - began, usage.ru_utime + usage.ru_stime, peak / 1024
 
 
 def with_history(program, directory, name, days):
@@ -67,7 +77,9 @@ def watch_deletion(program, environment):
         except sqlite3.OperationalError:
             pass
         time.sleep(0.01)
-    return time.monotonic() - began, longest
+    if deletion.returncode != 0:
+        sys.exit("The deletion failed.")
+    return time.monotonic() - began, max(longest, time.monotonic() - free)
 
 
 def watch_recorder(program, directory):

@@ -1,7 +1,10 @@
 #include "Billing/AmountFormat.h"
 
+#include <algorithm>
+
 #include <unicode/locid.h>
 #include <unicode/numberformatter.h>
+#include <unicode/ucurr.h>
 
 namespace stintbook {
 
@@ -23,16 +26,30 @@ AmountFormat::AmountFormat(BillingCurrency currency, std::string_view locale)
 {
     UErrorCode status = U_ZERO_ERROR;
     const icu::CurrencyUnit unit(piece(m_currency.code()), status);
-    m_formatter = std::make_shared<Formatter>(
-        icu::number::NumberFormatter::withLocale(icu::Locale(std::string(locale).c_str())).unit(unit));
+    const auto numbers =
+        icu::number::NumberFormatter::withLocale(icu::Locale(std::string(locale).c_str())).unit(unit);
+    m_amounts = std::make_shared<Formatter>(numbers);
+    const auto digits = ucurr_getDefaultFractionDigits(unit.getISOCurrency(), &status);
+    m_rates = std::make_shared<Formatter>(numbers.precision(
+        icu::number::Precision::minMaxFraction(digits, std::max(digits, Decimal::significantDigits))));
 }
 
 std::string AmountFormat::text(const Decimal& amount) const
 {
+    return written(amount, *m_amounts);
+}
+
+std::string AmountFormat::rateText(const Decimal& rate) const
+{
+    return written(rate, *m_rates);
+}
+
+std::string AmountFormat::written(const Decimal& number, const Formatter& formatter) const
+{
     UErrorCode status = U_ZERO_ERROR;
     std::string text;
-    m_formatter->numbers.formatDecimal(piece(amount.text()), status).toString(status).toUTF8String(text);
-    return U_SUCCESS(status) ? text : amount.text() + " " + m_currency.code();
+    formatter.numbers.formatDecimal(piece(number.text()), status).toString(status).toUTF8String(text);
+    return U_SUCCESS(status) ? text : number.text() + " " + m_currency.code();
 }
 
 std::string formattedAmount(const Decimal& amount, const BillingCurrency& currency, std::string_view locale)

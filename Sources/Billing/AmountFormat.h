@@ -9,19 +9,24 @@
 
 namespace stintbook {
 
-/// Amounts of one currency in a locale's currency format, rounded as the currency is: the one place where
-/// money is rounded. Making one takes a hundred times as long as writing an amount.
+/// Money of one currency in a locale's currency format. Making one takes a hundred times as long as writing an
+/// amount.
 class AmountFormat {
 public:
     AmountFormat(BillingCurrency currency, std::string_view locale);
 
+    /// Rounded as the currency is: the one place where money is rounded.
     std::string text(const Decimal& amount) const;
+    /// With all its digits, for an amount comes from the exact rate.
+    std::string rateText(const Decimal& rate) const;
 
 private:
     struct Formatter;
+    std::string written(const Decimal& number, const Formatter& formatter) const;
 
     BillingCurrency m_currency;
-    std::shared_ptr<const Formatter> m_formatter;
+    std::shared_ptr<const Formatter> m_amounts;
+    std::shared_ptr<const Formatter> m_rates;
 };
 
 /// The same for a single amount.

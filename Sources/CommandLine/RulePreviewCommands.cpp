@@ -18,23 +18,13 @@ namespace {
 
 constexpr auto right = Table::Alignment::right;
 
-/// What is remarkable about a rule's counts.
-std::string remark(const RulePreviewSummary& summary)
-{
-    if (summary.counts.shadowed > 0)
-        return shadowedText(summary.counts.shadowed);
-    return summary.counts.applies == 0 && summary.windowDays == 1 ? std::string(noBlockMatchesText) : "";
-}
-
 void printPreview(Session& session, const RulePrecedencePreview& preview, int windowDays)
 {
     const auto directory = orRefuse(ClientBook(session.store()).directory());
-    Table table({{"", right}, {"When"}, {"Then"}, {"Applies", right}, {""}, {"Identifier"}});
-    int position = 0;
+    Table table({{"When"}, {"Then"}, {"Applies", right}, {""}, {"Identifier"}});
     for (const auto& rule : preview.rules) {
-        const RulePreviewSummary summary{preview.countsByRule.at(rule.id), windowDays};
-        table.add({std::to_string(++position), conditionsText(rule.match),
-                   ruleTargetText(rule.clientID, rule.projectID, directory),
+        const auto summary = previewSummary(preview, rule.id, windowDays);
+        table.add({conditionsText(rule.match), ruleTargetText(rule.clientID, rule.projectID, directory),
                    std::to_string(summary.counts.applies), remark(summary), rule.id.text()});
     }
     session.output() << fmt::format("Blocks of the last {}\n\n",

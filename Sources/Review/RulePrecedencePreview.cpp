@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Review/AnswersByLikeness.h"
+#include "Rules/RuleExplanation.h"
 #include "Rules/RuleMatcher.h"
 #include "Rules/RuleOrder.h"
 
@@ -65,14 +66,16 @@ RulePrecedencePreview rulePrecedencePreview(std::vector<AttributionRule> rules, 
         positions.emplace(preview.rules[position].id, position);
 
     std::vector<RulePrecedencePreview::Matches> matches(preview.rules.size());
+    std::vector<bool> isMatching(preview.rules.size());
     BlockMatcher matcher(preview.rules);
     for (std::size_t number = 0; number < preview.blocks.size(); ++number) {
         const auto& block = preview.blocks[number];
         const auto& winningRule = block.attribution.winningRuleID;
         const auto winner = winningRule ? positions.find(*winningRule) : positions.end();
-        if (winner == positions.end())
-            continue;
         matcher.forEachMatch(number, block, [&](Position position) {
+            isMatching[position] = true;
+            if (winner == positions.end())
+                return;
             if (position == winner->second)
                 matches[position].applied.push_back(number);
             else if (position > winner->second)
@@ -86,8 +89,22 @@ RulePrecedencePreview rulePrecedencePreview(std::vector<AttributionRule> rules, 
         preview.countsByRule[id] = {static_cast<int>(found.applied.size()),
                                     static_cast<int>(found.shadowed.size())};
         preview.matchesByRule[id] = std::move(found);
+        if (!isMatching[position])
+            preview.rulesWithoutMatch.insert(id);
     }
     return preview;
+}
+
+RulePreviewSummary previewSummary(const RulePrecedencePreview& preview, RuleID rule, int windowDays)
+{
+    return {preview.countsByRule.at(rule), windowDays, preview.rulesWithoutMatch.contains(rule)};
+}
+
+std::string remark(const RulePreviewSummary& summary)
+{
+    if (summary.counts.shadowed > 0)
+        return shadowedText(summary.counts.shadowed);
+    return summary.matchesNothing && summary.windowDays == 1 ? std::string(noBlockMatchesText) : "";
 }
 
 } // namespace stintbook

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <map>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "Review/WorkBlock.h"
@@ -38,6 +40,9 @@ struct RulePrecedencePreview {
     std::vector<AttributionRule> rules;
     std::map<RuleID, Counts> countsByRule;
     std::map<RuleID, Matches> matchesByRule;
+    /// Those that match no block at all. A rule that is not among them may still count none: its target may have been
+    /// archived, or a rule below it may have won.
+    std::set<RuleID> rulesWithoutMatch;
 };
 
 /// The blocks were built with these rules.
@@ -48,6 +53,12 @@ RulePrecedencePreview rulePrecedencePreview(std::vector<AttributionRule> rules,
 struct RulePreviewSummary {
     RulePrecedencePreview::Counts counts;
     int windowDays = usualPreviewDays;
+    bool matchesNothing = false;
 };
+
+RulePreviewSummary previewSummary(const RulePrecedencePreview& preview, RuleID rule, int windowDays);
+
+/// What is remarkable about it; mostly nothing.
+std::string remark(const RulePreviewSummary& summary);
 
 } // namespace stintbook

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "Base/Try.h"
-#include "Rules/RuleOrder.h"
 
 namespace stintbook {
 
@@ -83,40 +82,6 @@ Drafted<RuleMatch> match(const std::vector<RuleCondition>& conditions)
     return match;
 }
 
-/// Where the rule stands in the ordered list, counted from 1.
-std::expected<std::size_t, RuleEditProblem> position(const std::vector<AttributionRule>& ordered, RuleID id)
-{
-    const auto found = std::ranges::find(ordered, id, &AttributionRule::id);
-    if (found == ordered.end())
-        return std::unexpected(RuleListProblem::ruleMissing);
-    return static_cast<std::size_t>(found - ordered.begin()) + 1;
-}
-
-bool haveOneTarget(const AttributionRule& a, const AttributionRule& b)
-{
-    return a.clientID == b.clientID && a.projectID == b.projectID;
-}
-
-EditedRules<AttributionRule> replaced(std::vector<AttributionRule> rules, AttributionRule rule,
-                                      const AssignmentDirectory& directory)
-{
-    const auto place = TRY(position(rules, rule.id));
-    auto& stored = rules[place - 1];
-    const auto problem = directory.problem(rule.clientID, rule.projectID);
-    if (problem && !haveOneTarget(stored, rule))
-        return std::unexpected(*problem);
-    rule.priority = stored.priority;
-    stored = std::move(rule);
-    return rules;
-}
-
-EditedRules<AttributionRule> insertedBelow(RuleID original, std::vector<AttributionRule> rules,
-                                           const AttributionRule& rule, const AssignmentDirectory& directory)
-{
-    const auto place = TRY(position(rules, original));
-    return moved(TRY(insertedAtTop(std::move(rules), rule, directory)), rule.id, place + 1);
-}
-
 } // namespace
 
 RuleDraft RuleDraft::ofNewRule(RuleID id)
@@ -177,9 +142,8 @@ Drafted<std::vector<AttributionRule>> saved(std::vector<AttributionRule> rules, 
                                             const AssignmentDirectory& directory)
 {
     const auto drafted = TRY(rule(draft));
-    rules = inListOrder(std::move(rules));
     if (const auto* copy = std::get_if<RuleDraft::CopiedRule>(&draft.origin))
-        return TRY(insertedBelow(copy->original, std::move(rules), drafted, directory));
+        return TRY(insertedBelow(std::move(rules), copy->original, drafted, directory));
     if (std::holds_alternative<RuleDraft::ExistingRule>(draft.origin))
         return TRY(replaced(std::move(rules), drafted, directory));
     return TRY(insertedAtTop(std::move(rules), drafted, directory));

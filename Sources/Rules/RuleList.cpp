@@ -76,22 +76,6 @@ template <typename Rule> EditedRules<Rule> switched(std::vector<Rule> rules, Rul
     return renumbered(std::move(rules));
 }
 
-/// A rule's copy, and where it belongs in the ordered list.
-template <typename Rule> struct Copy {
-    Rule rule;
-    std::size_t index;
-};
-
-template <typename Rule>
-std::expected<Copy<Rule>, RuleEditProblem> copyOf(std::vector<Rule>& rules, RuleID original, RuleID id)
-{
-    rules = inListOrder(std::move(rules));
-    const auto found = TRY(find(rules, original));
-    Copy<Rule> copy{*found, static_cast<std::size_t>(found - rules.begin()) + 1};
-    copy.rule.id = id;
-    return copy;
-}
-
 } // namespace
 
 std::string message(const RuleEditProblem& problem)
@@ -116,14 +100,40 @@ EditedRules<ExclusionRule> insertedAtTop(std::vector<ExclusionRule> rules, Exclu
 EditedRules<AttributionRule> copiedBelow(std::vector<AttributionRule> rules, RuleID original, RuleID copy,
                                          const AssignmentDirectory& directory)
 {
-    auto [rule, index] = TRY(copyOf(rules, original, copy));
+    auto rule = *TRY(find(rules, original));
+    rule.id = copy;
+    return insertedBelow(std::move(rules), original, std::move(rule), directory);
+}
+
+EditedRules<AttributionRule> insertedBelow(std::vector<AttributionRule> rules, RuleID original,
+                                           AttributionRule rule, const AssignmentDirectory& directory)
+{
+    rules = inListOrder(std::move(rules));
+    const auto above = TRY(find(rules, original)) - rules.begin();
+    TRY(mustHaveConditions(rule.match));
     TRY(mustReceiveNewWork(rule, directory));
-    return inserted(std::move(rules), index, std::move(rule));
+    return inserted(std::move(rules), static_cast<std::size_t>(above) + 1, std::move(rule));
+}
+
+EditedRules<AttributionRule> replaced(std::vector<AttributionRule> rules, AttributionRule rule,
+                                      const AssignmentDirectory& directory)
+{
+    rules = inListOrder(std::move(rules));
+    const auto stored = TRY(find(rules, rule.id));
+    TRY(mustHaveConditions(rule.match));
+    if (stored->clientID != rule.clientID || stored->projectID != rule.projectID)
+        TRY(mustReceiveNewWork(rule, directory));
+    *stored = std::move(rule);
+    return renumbered(std::move(rules));
 }
 
 EditedRules<ExclusionRule> copiedBelow(std::vector<ExclusionRule> rules, RuleID original, RuleID copy)
 {
-    auto [rule, index] = TRY(copyOf(rules, original, copy));
+    rules = inListOrder(std::move(rules));
+    const auto above = TRY(find(rules, original));
+    auto rule = *above;
+    rule.id = copy;
+    const auto index = static_cast<std::size_t>(above - rules.begin()) + 1;
     return inserted(std::move(rules), index, std::move(rule));
 }
 

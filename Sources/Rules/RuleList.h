@@ -40,6 +40,15 @@ template <typename Rule> using EditedRules = std::expected<std::vector<Rule>, Ru
 [[nodiscard]] EditedRules<ExclusionRule> copiedBelow(std::vector<ExclusionRule> rules, RuleID original,
                                                      RuleID copy);
 
+/// Directly below `original`.
+[[nodiscard]] EditedRules<AttributionRule> insertedBelow(std::vector<AttributionRule> rules, RuleID original,
+                                                         AttributionRule rule,
+                                                         const AssignmentDirectory& directory);
+/// In the place of the rule that has its identifier. Only a target that is not the old one must be able to receive
+/// new work.
+[[nodiscard]] EditedRules<AttributionRule> replaced(std::vector<AttributionRule> rules, AttributionRule rule,
+                                                    const AssignmentDirectory& directory);
+
 // The following are there for both kinds of rule.
 
 /// Positions count from 1; the rule stands at `position` afterwards.

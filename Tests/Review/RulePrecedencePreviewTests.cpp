@@ -84,5 +84,31 @@ TEST(RulePrecedencePreview, AgreesWithAskingEveryRuleAboutEverySegment)
     EXPECT_GT(shadowed, 1000U);
 }
 
+TEST(RulePrecedencePreview, TellsARuleWithoutMatchFromOneThatLoses)
+{
+    RandomWork work(1);
+    const auto rule = [&](const char* title, int priority) {
+        auto made = work.rule();
+        made.isEnabled = true;
+        made.priority = priority;
+        made.match = {.titleContains = title};
+        return made;
+    };
+    const std::vector<AttributionRule> rules{rule("a", 0), rule("ab", 1), rule("c", 2)};
+    WorkBlock block;
+    block.lineage.emplace_back().segment.context = FocusedContext::windowTitle("ab");
+    const auto remarks = [&] {
+        const auto preview = rulePrecedencePreview(rules, {block});
+        std::vector<std::string> remarks;
+        for (const auto& each : rules)
+            remarks.push_back(remark(previewSummary(preview, each.id, 1)));
+        return remarks;
+    };
+    const auto* noMatch = "No block on this day matches this rule.";
+    EXPECT_THAT(remarks(), ElementsAre("", "", noMatch));
+    block.attribution.winningRuleID = rules[0].id;
+    EXPECT_THAT(remarks(), ElementsAre("", "1 more match but a rule above wins.", noMatch));
+}
+
 } // namespace
 } // namespace stintbook

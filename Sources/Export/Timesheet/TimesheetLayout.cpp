@@ -204,9 +204,10 @@ private:
     double roomFor(const Row& row, double below) const
     {
         constexpr std::size_t fewestLinesOfAPart = 2;
-        const double mostOfAPage = m_flow.roomOfANewPage() - m_metrics.columnHeaderHeight;
-        return heightOf(row) > mostOfAPage ? heightOf(fewestLinesOfAPart)
-                                           : std::min(heightOf(row) + below, mostOfAPage);
+        // With the heading above it and the total below it, whether it has them or not.
+        const double mostOfAPage = m_flow.roomOfANewPage() - m_metrics.sectionHeadingHeight
+            - m_metrics.columnHeaderHeight - m_metrics.totalHeight - m_metrics.ruleGap;
+        return heightOf(row) > mostOfAPage ? heightOf(fewestLinesOfAPart) : heightOf(row) + below;
     }
 
     void add(const Row& row, double below)

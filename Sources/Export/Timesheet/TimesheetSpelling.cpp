@@ -111,7 +111,7 @@ std::string TimesheetSpelling::hours(const Decimal& hours) const
 
 std::string TimesheetSpelling::rate(const Decimal& rate) const
 {
-    return m_formats->money ? m_formats->money->text(rate) : written(rate, m_formats->rates);
+    return m_formats->money ? m_formats->money->rateText(rate) : written(rate, m_formats->rates);
 }
 
 std::string TimesheetSpelling::amount(const Decimal& amount) const
