@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <iterator>
 #include <limits>
 
 #include <fmt/format.h>
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
+
+#include "Base/NumberText.h"
 
 namespace stintbook {
 
@@ -433,28 +434,16 @@ JsonRead<std::string> jsonText(const JsonValue& value)
     return std::string(TRY(value.text()));
 }
 
-namespace {
-
-/// The number that the whole text stands for, if the type has it.
-template <typename Number> std::optional<Number> converted(std::string_view text)
-{
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
-}
-
-} // namespace
-
 JsonRead<int> jsonInteger(const JsonValue& value)
 {
-    if (const auto number = converted<int>(TRY(value.number())))
+    if (const auto number = numberIn<int>(TRY(value.number())))
         return *number;
     return value.problem("is no whole number of 32 bits");
 }
 
 JsonRead<double> jsonDouble(const JsonValue& value)
 {
-    if (const auto number = converted<double>(TRY(value.number())))
+    if (const auto number = numberIn<double>(TRY(value.number())))
         return *number;
     return value.problem("is beyond the numbers that can be stored");
 }
