@@ -161,7 +161,7 @@ inline std::vector<std::string> storedRows(StoreConnection& connection, const St
 {
     std::vector<std::string> rows;
     for (const auto& [table, values] : columns) {
-        SQLite::Statement all(connection.database(), "SELECT " + values + " FROM \"" + table + "\"");
+        SQLite::Statement all(connection.database(), fmt::format("SELECT {} FROM \"{}\"", values, table));
         while (all.executeStep())
             rows.push_back(table + ": " + all.getColumn(0).getString());
     }
