@@ -1,3 +1,5 @@
+#include <random>
+
 #include <gtest/gtest.h>
 
 #include "Billing/RoundingPolicy.h"
@@ -36,6 +38,24 @@ TEST(RoundingPolicy, BillsWholeUnitsWithHalvesUpAndNothingForLessThanNoTime)
     };
     for (const auto& [tracked, policy, billed] : cases)
         EXPECT_EQ(billedSeconds(tracked, policy).text(), Decimal(billed).text()) << tracked << " s";
+}
+
+TEST(RoundingPolicy, StaysWithinOneUnitOfTheTrackedTimeAndNeverBelowItWhenRoundingUp)
+{
+    std::mt19937_64 random(5); // NOLINT(bugprone-random-generator-seed): every run is the same
+    for (int round = 0; round < 2000; ++round) {
+        const auto tracked = static_cast<int>(1 + random() % 200'000);
+        for (const auto& [policy, unit] :
+             {std::pair(nearestSixMinutes, 360), std::pair(nearestFifteenMinutes, 900)}) {
+            const Decimal off = billedSeconds(tracked, policy) - tracked;
+            EXPECT_TRUE(off > -unit / 2 - 1 && off <= unit / 2) << tracked;
+        }
+        for (const auto& [policy, unit] :
+             {std::pair(upToNextSixMinutes, 360), std::pair(upToNextFifteenMinutes, 900)}) {
+            const Decimal off = billedSeconds(tracked, policy) - tracked;
+            EXPECT_TRUE(off >= 0 && off < unit) << tracked;
+        }
+    }
 }
 
 TEST(RoundingPolicy, NotesTheOneRuleOfAllLinesAndMixedRulesOtherwise)

@@ -11,6 +11,8 @@
 namespace stintbook {
 namespace {
 
+using testing::ElementsAre;
+
 using Matches = RulePrecedencePreview::Matches;
 
 std::vector<WorkBlock> blocks(RandomWork& work, const std::vector<AttributionRule>& rules)
