@@ -101,10 +101,10 @@ TEST(RulePrecedencePreview, TellsARuleWithoutMatchFromOneThatLoses)
     block.lineage.emplace_back().segment.context = FocusedContext::windowTitle("ab");
     const auto remarks = [&] {
         const auto preview = rulePrecedencePreview(rules, {block});
-        std::vector<std::string> remarks;
+        std::vector<std::string> result;
         for (const auto& each : rules)
-            remarks.push_back(remark(previewSummary(preview, each.id, 1)));
-        return remarks;
+            result.push_back(remark(previewSummary(preview, each.id, 1)));
+        return result;
     };
     const auto* noMatch = "No block on this day matches this rule.";
     EXPECT_THAT(remarks(), ElementsAre("", "", noMatch));
