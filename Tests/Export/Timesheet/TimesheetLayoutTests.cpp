@@ -158,19 +158,40 @@ TEST_F(TimesheetLayoutTest, MovesARowThatWouldCrossTheLimitWholeUnderTheRunningH
 
 TEST_F(TimesheetLayoutTest, LeavesNoHeadingWithoutARowAndNoTotalAlone)
 {
-    for (int count = 30; count < 42; ++count) {
-        auto items = rowsOf(website, count);
-        items.push_back(described(support, "Call"));
-        for (const auto& page : layout(timesheet(items)).pages) {
+    const auto expectKeptTogether = [this](const std::vector<ReviewedWorkItem>& items) {
+        const auto made = layout(timesheet(items));
+        for (const auto& page : made.pages) {
             const auto& last = page.blocks[page.blocks.size() - 2].kind;
-            EXPECT_TRUE(last == Kind::row || last == Kind::sectionTotal || last == Kind::note) << count;
+            EXPECT_TRUE(last != Kind::sectionHeading && last != Kind::columnHeader) << page.number;
             for (std::size_t i = 1; i < page.blocks.size(); ++i) {
                 if (page.blocks[i].kind == Kind::sectionTotal) {
-                    EXPECT_EQ(page.blocks[i - 1].kind, Kind::row) << count;
+                    EXPECT_EQ(page.blocks[i - 1].kind, Kind::row) << page.number;
                 }
             }
         }
+        return made;
+    };
+    for (int count = 30; count < 42; ++count) {
+        auto items = rowsOf(website, count);
+        items.push_back(described(support, "Call"));
+        expectKeptTogether(items);
     }
+    // Rows of about the height of a page.
+    for (std::size_t length = 1000; length < 2600; length += 20)
+        expectKeptTogether({described(website, "Call"), described(support, std::string(length, 'a'))});
+
+    std::vector<Project> projects;
+    std::vector<ReviewedWorkItem> items;
+    for (int i = 0; i < 200; ++i) {
+        projects.push_back(
+            {.id = ProjectID::random(), .clientID = acme.id, .name = std::to_string(1000 + i)});
+        items.push_back(described(projects.back(), "Call"));
+    }
+    directory = AssignmentDirectory({acme}, projects);
+    const auto headings = blocks(expectKeptTogether(items), Kind::sectionHeading);
+    ASSERT_EQ(headings.size(), projects.size());
+    for (std::size_t i = 0; i < projects.size(); ++i)
+        EXPECT_TRUE(headings[i].label.ends_with(projects[i].name));
 }
 
 TEST_F(TimesheetLayoutTest, SaysWhatIsMissingAndAddsUpWhatIsKnown)
