@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include "Store/StoreCheck.h"
@@ -150,7 +151,7 @@ TEST(UnreadableRecords, StopTheReadWhichNamesTheFieldAndAreNamedByTheCheck)
         EXPECT_EQ(store.unreadableFields(), field) << change;
         const auto table = change.substr(0, change.find(' '));
         EXPECT_THAT(store.findings(),
-                    Contains(table + " " + identifier + " could not be read (field: " + field + ")."));
+                    Contains(fmt::format("{} {} could not be read (field: {}).", table, identifier, field)));
     }
 }
 

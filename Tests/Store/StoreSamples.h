@@ -163,7 +163,7 @@ inline std::vector<std::string> storedRows(StoreConnection& connection, const St
     for (const auto& [table, values] : columns) {
         SQLite::Statement all(connection.database(), fmt::format("SELECT {} FROM \"{}\"", values, table));
         while (all.executeStep())
-            rows.push_back(table + ": " + all.getColumn(0).getString());
+            rows.push_back(fmt::format("{}: {}", table, all.getColumn(0).getString()));
     }
     std::ranges::sort(rows);
     return rows;
