@@ -195,22 +195,17 @@ std::string edited(const std::string& text, const toml::table& root, std::string
         + text.substr(end);
 }
 
-bool says(const std::string& text, const toml::table& meaning)
-{
-    try {
-        return toml::parse(text) == meaning;
-    } catch (const toml::parse_error&) {
-        return false;
-    }
-}
-
 } // namespace
+
+struct PreferencesDocument::Meaning {
+    toml::table root;
+};
 
 std::expected<PreferencesDocument, std::string> PreferencesDocument::parse(std::string text)
 {
     try {
-        const auto root = toml::parse(text);
-        return PreferencesDocument(std::move(text));
+        auto meaning = std::make_shared<const Meaning>(toml::parse(text));
+        return PreferencesDocument(std::move(text), std::move(meaning));
     } catch (const toml::parse_error& error) {
         return std::unexpected(fmt::format("{} (line {})", error.description(), error.source().begin.line));
     }
@@ -218,21 +213,26 @@ std::expected<PreferencesDocument, std::string> PreferencesDocument::parse(std::
 
 std::optional<PreferenceValue> PreferencesDocument::value(std::string_view key) const
 {
-    const auto root = toml::parse(m_text);
-    const auto node = root.at_path(key);
+    if (!m_meaning)
+        return std::nullopt;
+    const auto node = m_meaning->root.at_path(key);
     return node ? preferenceValue(*node.node()) : std::nullopt;
 }
 
 void PreferencesDocument::set(std::string_view key, const std::optional<PreferenceValue>& value,
                               std::string_view comment)
 {
-    const toml::table root = toml::parse(m_text);
+    // Not copied: a copy does not know where in the text it stands.
+    static const toml::table nothing;
+    const auto& root = m_meaning ? m_meaning->root : nothing;
     auto meaning = root;
     assign(meaning, placeOf(key), value);
     if (meaning == root)
         return;
-    auto text = edited(m_text, root, key, value, comment);
-    m_text = says(text, meaning) ? std::move(text) : written(meaning) + '\n';
+    auto changed = parse(edited(m_text, root, key, value, comment));
+    if (!changed || changed->m_meaning->root != meaning)
+        changed = parse(written(meaning) + '\n');
+    *this = *std::move(changed);
 }
 
 } // namespace stintbook

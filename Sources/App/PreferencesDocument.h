@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,12 +33,18 @@ public:
     const std::string& text() const { return m_text; }
 
 private:
-    explicit PreferencesDocument(std::string text)
+    /// What a text says.
+    struct Meaning;
+
+    PreferencesDocument(std::string text, std::shared_ptr<const Meaning> meaning)
         : m_text(std::move(text))
+        , m_meaning(std::move(meaning))
     {
     }
 
     std::string m_text;
+    /// Null for the empty document.
+    std::shared_ptr<const Meaning> m_meaning;
 };
 
 } // namespace stintbook
