@@ -94,15 +94,8 @@ PreferencesFile::PreferencesFile(std::filesystem::path file)
 std::filesystem::path PreferencesFile::standardLocation(const std::map<std::string, std::string>& environment,
                                                         BuildKind buildKind)
 {
-    const auto lookUp = [&](const char* name) {
-        const auto found = environment.find(name);
-        return found == environment.end() ? std::string() : found->second;
-    };
-    const auto configured = lookUp("XDG_CONFIG_HOME");
-    const auto base = configured.starts_with('/') ? std::filesystem::path(configured)
-                                                  : std::filesystem::path(lookUp("HOME")) / ".config";
-    return base / (buildKind == BuildKind::installed ? "velloran" : "velloran-development")
-        / "preferences.toml";
+    return configurationDirectory(environment)
+        / (buildKind == BuildKind::installed ? "velloran" : "velloran-development") / "preferences.toml";
 }
 
 std::optional<PreferenceValue> PreferencesFile::value(std::string_view key) const

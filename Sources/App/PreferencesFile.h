@@ -9,6 +9,7 @@
 
 #include "App/PreferencesDocument.h"
 #include "Base/BuildInformation.h"
+#include "Base/Environment.h"
 #include "Base/Preferences.h"
 
 namespace stintbook {
@@ -23,10 +24,9 @@ class PreferencesFile final : public PreferenceStoring {
 public:
     explicit PreferencesFile(std::filesystem::path file);
 
-    /// "preferences.toml" of this product in $XDG_CONFIG_HOME, else ~/.config; development builds have a
-    /// directory of their own.
-    static std::filesystem::path standardLocation(const std::map<std::string, std::string>& environment,
-                                                  BuildKind buildKind);
+    /// "preferences.toml" of this product in the configuration directory; development builds have a directory of
+    /// their own.
+    static std::filesystem::path standardLocation(const Environment& environment, BuildKind buildKind);
 
     std::optional<PreferenceValue> value(std::string_view key) const override;
     /// What cannot be written holds for this object, and is written with the next change that can.

@@ -1,7 +1,6 @@
 #include "Platform/AutostartEntry.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string_view>
@@ -132,16 +131,9 @@ AutostartEntry::AutostartEntry(const std::filesystem::path& directory, std::file
 {
 }
 
-std::filesystem::path AutostartEntry::standardDirectory()
+std::filesystem::path AutostartEntry::standardDirectory(const Environment& environment)
 {
-    const auto variable = [](const char* name) {
-        const char* value = std::getenv(name);
-        return std::string(value == nullptr ? "" : value);
-    };
-    const auto configured = variable("XDG_CONFIG_HOME");
-    const auto base = configured.starts_with('/') ? std::filesystem::path(configured)
-                                                  : std::filesystem::path(variable("HOME")) / ".config";
-    return base / "autostart";
+    return configurationDirectory(environment) / "autostart";
 }
 
 bool AutostartEntry::isRegistered() const

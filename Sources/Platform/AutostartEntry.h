@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "App/Ports/LaunchAtLoginRegistering.h"
+#include "Base/Environment.h"
 
 namespace stintbook {
 
@@ -20,8 +21,8 @@ public:
     AutostartEntry(const std::filesystem::path& directory, std::filesystem::path program,
                    std::vector<std::string> arguments);
 
-    /// $XDG_CONFIG_HOME/autostart, else ~/.config/autostart.
-    static std::filesystem::path standardDirectory();
+    /// "autostart" in the configuration directory.
+    static std::filesystem::path standardDirectory(const Environment& environment);
 
     bool isRegistered() const override;
     std::expected<void, std::string> add() override;

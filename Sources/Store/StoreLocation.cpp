@@ -5,7 +5,6 @@
 #include <system_error>
 
 #include <fmt/format.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,22 +31,6 @@ std::optional<std::string> nonEmpty(const Environment& environment, const std::s
     if (found == environment.end() || found->second.empty())
         return std::nullopt;
     return found->second;
-}
-
-files::path homeDirectory(const Environment& environment)
-{
-    if (const auto home = nonEmpty(environment, "HOME"))
-        return *home;
-    const auto* user = getpwuid(getuid());
-    return user != nullptr ? user->pw_dir : "/";
-}
-
-files::path dataDirectory(const Environment& environment)
-{
-    // A relative path in this variable is invalid and to be ignored.
-    if (const auto data = nonEmpty(environment, "XDG_DATA_HOME"); data && files::path(*data).is_absolute())
-        return *data;
-    return homeDirectory(environment) / ".local" / "share";
 }
 
 std::unexpected<StoreLocationProblem> failed(const files::path& path, const std::error_code& error)
@@ -165,18 +148,6 @@ std::string abbreviated(const files::path& path, const files::path& home)
 }
 
 } // namespace
-
-Environment processEnvironment()
-{
-    Environment environment;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string_view text = *entry;
-        const auto separator = text.find('=');
-        if (separator != std::string_view::npos)
-            environment.emplace(text.substr(0, separator), text.substr(separator + 1));
-    }
-    return environment;
-}
 
 std::string message(const StoreLocationProblem& problem, const std::optional<files::path>& home)
 {

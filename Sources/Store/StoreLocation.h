@@ -2,19 +2,14 @@
 
 #include <expected>
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <string>
 #include <variant>
 
 #include "Base/BuildInformation.h"
+#include "Base/Environment.h"
 
 namespace stintbook {
-
-using Environment = std::map<std::string, std::string>;
-
-/// That of this process.
-Environment processEnvironment();
 
 /// A development build was pointed at the installed copy's data.
 struct RealStoreRefusal {
