@@ -8,6 +8,7 @@
 #include <unicode/timezone.h>
 
 #include "Base/BuildInformation.h"
+#include "Base/ReadersLocale.h"
 
 namespace stintbook::menubar {
 
@@ -15,10 +16,8 @@ namespace {
 
 std::string shortTime(Instant at, const CalendarContext& calendar, const std::string& locale)
 {
-    const auto region =
-        locale == "C" || locale == "POSIX" ? icu::Locale("en", "GB") : icu::Locale(locale.c_str());
-    const std::unique_ptr<icu::DateFormat> format(
-        icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, region));
+    const std::unique_ptr<icu::DateFormat> format(icu::DateFormat::createTimeInstance(
+        icu::DateFormat::kShort, icu::Locale(readersLocale(locale).c_str())));
     if (!format)
         return {};
     // The calendar knows the zone's rules; the format only spells the civil time.

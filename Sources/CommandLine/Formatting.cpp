@@ -9,18 +9,12 @@
 #include <unicode/datefmt.h>
 #include <unicode/timezone.h>
 
+#include "Base/ReadersLocale.h"
 #include "Billing/AmountFormat.h"
 
 namespace stintbook {
 
 namespace {
-
-icu::Locale icuLocale(std::string_view locale)
-{
-    if (locale == "C" || locale == "POSIX")
-        return icu::Locale("en", "GB");
-    return icu::Locale(std::string(locale).c_str());
-}
 
 enum class Spelling { time, date, dateAndTime };
 
@@ -43,7 +37,7 @@ icu::DateFormat* format(Spelling spelling, std::string_view locale)
     static std::map<std::pair<Spelling, std::string>, std::unique_ptr<icu::DateFormat>> formats;
     auto [place, isNew] = formats.try_emplace({spelling, std::string(locale)});
     if (isNew) {
-        place->second.reset(made(spelling, icuLocale(locale)));
+        place->second.reset(made(spelling, icu::Locale(readersLocale(locale).c_str())));
         // The calendar knows the zone's rules; the format only spells the civil time.
         if (place->second)
             place->second->setTimeZone(*icu::TimeZone::getGMT());
