@@ -1,9 +1,11 @@
 #include "App/HistoryRetention.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include <fmt/format.h>
 
+#include "Base/NumberText.h"
 #include "Store/ActivityDeletion.h"
 
 namespace stintbook {
@@ -54,6 +56,14 @@ std::string label(const RetentionWindow& window)
     if (!count)
         return "until deleted";
     return fmt::format("{} day{}", *count, *count == 1 ? "" : "s");
+}
+
+std::optional<RetentionWindow> retentionWindowFrom(std::string_view text)
+{
+    if (text == "forever")
+        return RetentionWindow::keepUntilDeleted();
+    const auto count = numberIn<std::int64_t>(text);
+    return count ? RetentionWindow::days(*count) : std::nullopt;
 }
 
 std::string message(const RetentionChangeUnknown& /*problem*/)

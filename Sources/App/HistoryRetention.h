@@ -3,6 +3,7 @@
 #include <expected>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "App/RetentionWindow.h"
@@ -19,6 +20,8 @@ std::optional<LocalDay> retentionCutoff(const RetentionWindow& window, const Cal
 
 /// "30 days", "1 day", "until deleted".
 std::string label(const RetentionWindow& window);
+/// As people type it: a number of days, or "forever". Absent for anything else.
+std::optional<RetentionWindow> retentionWindowFrom(std::string_view text);
 
 /// A newly chosen window, and what it would remove, to be confirmed before it is applied.
 struct RetentionChangeRequest {

@@ -1,11 +1,10 @@
 #include "App/KnownPreferences.h"
 
 #include <algorithm>
-#include <charconv>
-#include <system_error>
 
 #include <fmt/format.h>
 
+#include "App/HistoryRetention.h"
 #include "App/PreferenceKeys.h"
 #include "Base/RawValue.h"
 #include "Capture/CapturePause.h"
@@ -50,17 +49,6 @@ Choice chooseFlag(AppPreferences& preferences, std::string_view text)
     return value ? Choice((preferences.*assign)(*value)) : std::nullopt;
 }
 
-std::optional<RetentionWindow> window(std::string_view text)
-{
-    if (text == "forever")
-        return RetentionWindow::keepUntilDeleted();
-    std::int64_t count = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return RetentionWindow::days(count);
-}
-
 Value readWindow(const AppPreferences& preferences)
 {
     const auto count = preferences.retentionWindow().dayCount();
@@ -69,7 +57,7 @@ Value readWindow(const AppPreferences& preferences)
 
 Choice chooseWindow(AppPreferences& preferences, std::string_view text)
 {
-    const auto chosen = window(text);
+    const auto chosen = retentionWindowFrom(text);
     return chosen ? Choice(preferences.setRetentionWindow(*chosen)) : std::nullopt;
 }
 

@@ -1,5 +1,3 @@
-#include <charconv>
-
 #include <fmt/format.h>
 
 #include "App/HistoryDesk.h"
@@ -78,13 +76,8 @@ std::string shownRange(const Session& session, const CalendarContext& calendar,
 
 RetentionWindow windowArgument(const std::string& text)
 {
-    if (text == "forever")
-        return RetentionWindow::keepUntilDeleted();
-    std::int64_t count = 0;
-    const auto* end = text.data() + text.size();
-    const auto [stop, problem] = std::from_chars(text.data(), end, count);
-    const auto window = RetentionWindow::days(count);
-    if (problem != std::errc{} || stop != end || !window)
+    const auto window = retentionWindowFrom(text);
+    if (!window)
         throw WrongUsage{fmt::format("'{}' is no number of days, and not 'forever'.", text)};
     return *window;
 }
