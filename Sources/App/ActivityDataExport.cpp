@@ -1,9 +1,8 @@
 #include "App/ActivityDataExport.h"
 
-#include <system_error>
-
 #include <fmt/format.h>
 
+#include "App/StatusOfCopy.h"
 #include "Base/BuildInformation.h"
 #include "Base/FileReplacement.h"
 #include "Base/Try.h"
@@ -48,9 +47,7 @@ Exported exportActivityData(StoreDatabase& database, ActivityDataExportRequest r
 std::expected<void, std::string> saveWhatIsRecorded(RunningInstance& instance,
                                                     const std::filesystem::path& storeFile)
 {
-    const auto status = TRY(instance.status());
-    std::error_code ignored;
-    if (!status || status->storeFile != std::filesystem::weakly_canonical(storeFile, ignored))
+    if (!TRY(statusOfCopyWith(instance, storeFile)))
         return {};
     return instance.flush();
 }

@@ -1,13 +1,13 @@
 #include "App/HistoryDesk.h"
 
 #include <optional>
-#include <system_error>
 #include <utility>
 
 #include "App/ActivityDeletionCoordinator.h"
 #include "App/HistoryCleanup.h"
 #include "Base/Try.h"
 #include "Store/UnsavedSegmentFile.h"
+#include "App/StatusOfCopy.h"
 
 namespace stintbook {
 
@@ -71,11 +71,10 @@ HistoryDesk::Outcome HistoryDesk::deleteHere(OpenedStore& store, const ActivityD
 HistoryDesk::Outcome HistoryDesk::handOver(const StoreHeld& held, const ActivityDataScope& scope,
                                            const DeletionProgress& progress) const
 {
-    const auto status = m_running.status();
-    if (!status)
-        return std::unexpected(HistoryKept{status.error()});
-    std::error_code unknown;
-    if (!*status || !std::filesystem::equivalent((*status)->storeFile, held.file, unknown))
+    const auto copy = statusOfCopyWith(m_running, held.file);
+    if (!copy)
+        return std::unexpected(HistoryKept{copy.error()});
+    if (!*copy)
         return std::unexpected(HistoryKept{message(StoreOpeningProblem(held))});
     auto deleted = m_running.deleteActivity(scope, progress);
     if (!deleted)
