@@ -3,6 +3,8 @@
 #include <optional>
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "App/ActivityDeletionCoordinator.h"
 #include "App/HistoryCleanup.h"
 #include "Base/Try.h"
@@ -23,6 +25,12 @@ std::unexpected<HistoryKept> kept(const ActivityDeletionProblem& problem)
 std::string message(const HistoryKept& problem)
 {
     return problem.sentence;
+}
+
+std::string removedDays(const DeletedActivity& deleted)
+{
+    return fmt::format("Removed {} day{} of observed activity", deleted.dayCount,
+                       deleted.dayCount == 1 ? "" : "s");
 }
 
 HistoryDesk::HistoryDesk(Environment environment, RunningInstance& running, AppPreferences& preferences,
@@ -98,10 +106,11 @@ HistoryDesk::Outcome HistoryDesk::apply(const RetentionChangeRequest& request, I
     const auto cutoff = retentionCutoff(request.window, m_calendar, now);
     if (cutoff && !request.days.empty())
         deleted = TRY(deleteActivity(DaysBefore{*cutoff}, progress));
-    if (!m_preferences.setRetentionWindow(request.window))
-        return std::unexpected(
-            HistoryKept{"The preferences could not be saved, so Keep history was not changed."});
-    return deleted;
+    if (m_preferences.setRetentionWindow(request.window))
+        return deleted;
+    const auto start = deleted.dayCount > 0 ? removedDays(deleted) + ", but the" : std::string("The");
+    return std::unexpected(
+        HistoryKept{start + " preferences could not be saved, so Keep history was not changed."});
 }
 
 HistoryDesk::Outcome HistoryDesk::cleanUp(Instant now, const DeletionProgress& progress) const

@@ -13,11 +13,14 @@
 
 namespace stintbook {
 
-/// Nothing was deleted; why, in a sentence.
+/// What was asked for was not done, or not all of it; what and why, in a sentence.
 struct HistoryKept {
     std::string sentence;
 };
 std::string message(const HistoryKept& problem);
+
+/// "Removed 3 days of observed activity"
+std::string removedDays(const DeletedActivity& deleted);
 
 /// Deletes history for a process that does not record: where a running copy holds the store, that does it;
 /// otherwise it is done here, and nobody begins to record meanwhile.
@@ -33,7 +36,8 @@ public:
     /// What another window would remove, to be confirmed before it is applied.
     std::expected<RetentionChangeRequest, RetentionChangeUnknown> change(const RetentionWindow& chosen,
                                                                          Instant now) const;
-    /// Removes what the change removes, then stores the window.
+    /// Removes what the change removes, then stores the window. Where that cannot be stored, what is removed
+    /// stays so.
     Outcome apply(const RetentionChangeRequest& request, Instant now,
                   const DeletionProgress& progress = {}) const;
     /// What the present window no longer keeps; nothing where history is kept until it is deleted.

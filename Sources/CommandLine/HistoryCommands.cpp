@@ -59,12 +59,6 @@ void printDeleted(Session& session, const DeletedActivity& deleted, const std::s
         session.output() << sentence << '\n';
 }
 
-std::string removedDays(const DeletedActivity& deleted)
-{
-    return fmt::format("Removed {} day{} of observed activity.", deleted.dayCount,
-                       deleted.dayCount == 1 ? "" : "s");
-}
-
 /// "1 Nov 2026 – 20 Nov 2026"
 std::string shownRange(const Session& session, const CalendarContext& calendar,
                        const std::vector<LocalDay>& days)
@@ -130,12 +124,7 @@ void addRetention(Noun& noun)
             ? fmt::format("Observed activity is kept for {}.", label(window))
             : "Observed activity is kept until it is deleted.";
         printDeleted(session, deleted,
-                     deleted.dayCount > 0 ? sentence + " " + removedDays(deleted) : sentence);
-        const auto status = desk.running.status();
-        if (status && *status)
-            session.errors()
-                << "Velloran is running with what was chosen before; it takes this over when it starts "
-                   "again.\n";
+                     deleted.dayCount > 0 ? sentence + " " + removedDays(deleted) + "." : sentence);
     });
 }
 
@@ -148,7 +137,7 @@ void addCleanup(Noun& noun)
             return printDeleted(session, {},
                                 "Observed activity is kept until it is deleted, so nothing was removed.");
         const auto deleted = orRefuse(desk.history.cleanUp(session.now(), desk.shown("Removing…")));
-        printDeleted(session, deleted, removedDays(deleted));
+        printDeleted(session, deleted, removedDays(deleted) + ".");
     });
 }
 

@@ -102,6 +102,19 @@ TEST_F(HistoryCommands, KeepWhatWasReviewedWhenOlderActivityIsRemoved)
               "Observed activity is kept until it is deleted, so nothing was removed.\n");
 }
 
+TEST_F(HistoryCommands, SayWhatIsGoneWhereTheChoiceItselfCouldNotBeSaved)
+{
+    const auto occupied = directory / "occupied";
+    writeFile(occupied, "");
+    environment["XDG_CONFIG_HOME"] = occupied;
+    const auto result = run({"data", "retention", "1", "--yes"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors,
+                HasSubstr("Removed 3 days of observed activity, but the preferences could not be saved, so "
+                          "Keep history was not changed."));
+    EXPECT_THAT(kept(), IsEmpty());
+}
+
 TEST_F(HistoryCommands, CleanUpWhatAKilledRecorderLeftBehindToo)
 {
     writeFile(
