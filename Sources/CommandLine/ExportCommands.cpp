@@ -6,8 +6,6 @@
 #include "App/AppPreferences.h"
 #include "App/ClientBook.h"
 #include "App/ExportDesk.h"
-#include "App/PreferencesFile.h"
-#include "Base/BuildInformation.h"
 #include "CommandLine/Arguments.h"
 #include "CommandLine/Clipboard.h"
 #include "CommandLine/CommandTree.h"
@@ -50,7 +48,7 @@ Requested requested(Session& session, const RequestOptions& options, ExportForma
 {
     const auto from = dayArgument(options.from, session.calendar(), session.now());
     const auto to = dayArgument(options.to, from.calendar, session.now());
-    PreferencesFile file(PreferencesFile::standardLocation(session.environment(), buildKind()));
+    auto file = session.preferences();
     const AppPreferences preferences(file);
 
     ExportRequest request;

@@ -1,8 +1,6 @@
 #include <fmt/format.h>
 
 #include "App/HistoryDesk.h"
-#include "App/PreferencesFile.h"
-#include "Base/BuildInformation.h"
 #include "CommandLine/Arguments.h"
 #include "CommandLine/CommandTree.h"
 #include "CommandLine/Formatting.h"
@@ -16,7 +14,7 @@ namespace {
 /// Everything that the commands of this chapter work with.
 struct Desk {
     Desk(Session& session, CalendarContext calendar)
-        : file(PreferencesFile::standardLocation(session.environment(), buildKind()))
+        : file(session.preferences())
         , preferences(file)
         , history(session.environment(), running, preferences, std::move(calendar))
         , errors(session.errors())

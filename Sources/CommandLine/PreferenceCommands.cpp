@@ -1,6 +1,4 @@
 #include "App/KnownPreferences.h"
-#include "App/PreferencesFile.h"
-#include "Base/BuildInformation.h"
 #include "CommandLine/CommandTree.h"
 #include "CommandLine/Formatting.h"
 #include "CommandLine/Table.h"
@@ -33,7 +31,7 @@ void addList(Noun& noun)
 {
     auto verb = noun.verb("list", "What was chosen, and what holds by default");
     verb.runs([](Session& session) {
-        PreferencesFile file(PreferencesFile::standardLocation(session.environment(), buildKind()));
+        auto file = session.preferences();
         const auto preferences = listed(AppPreferences(file));
         if (session.isJSON()) {
             session.printJSON([&](JsonWriter& json) {
@@ -61,7 +59,7 @@ void addSet(Noun& noun)
     const auto& key = verb.argument("KEY", "As listed");
     const auto& value = verb.argument("VALUE", "What it is to be");
     verb.runs([&](Session& session) {
-        PreferencesFile file(PreferencesFile::standardLocation(session.environment(), buildKind()));
+        auto file = session.preferences();
         AppPreferences preferences(file);
         const auto chosen = choose(preferences, key, value);
         if (!chosen && std::holds_alternative<PreferenceValueRefused>(chosen.error()))

@@ -5,8 +5,6 @@
 #include <memory>
 
 #include "App/AppEnvironment.h"
-#include "App/PreferencesFile.h"
-#include "Base/BuildInformation.h"
 #include "Platform/DesktopThread.h"
 #include "Platform/EventLoop.h"
 #include "Platform/SessionBusInstance.h"
@@ -36,7 +34,7 @@ void record(Session& session, const RecordRequest& request)
 {
     EventLoop main;
     const auto signals = main.onSignals({SIGINT, SIGTERM}, [&](int) { main.stop(); });
-    PreferencesFile file(PreferencesFile::standardLocation(session.environment(), buildKind()));
+    auto file = session.preferences();
     PreferencesCapturePauseStore pauses(file);
     SystemTimeSource timeSource;
     const SystemAwakeClock awakeClock;

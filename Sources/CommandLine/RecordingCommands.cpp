@@ -4,9 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "App/PreferencesFile.h"
 #include "App/RecordingPause.h"
-#include "Base/BuildInformation.h"
 #include "Base/Log.h"
 #include "Capture/TraceReplay.h"
 #include "CommandLine/Arguments.h"
@@ -107,7 +105,7 @@ void addPause(CommandTree& tree)
     const auto& length = pause.argument("LENGTH", "How long", {"15m", "1h", "tomorrow", "until-resume"});
     pause.runs([&](Session& session) {
         const auto request = requestedPause(pauseOption(length), session.now(), session.calendar());
-        PreferencesFile preferences(PreferencesFile::standardLocation(session.environment(), buildKind()));
+        auto preferences = session.preferences();
         PreferencesCapturePauseStore pauses(preferences);
         SessionBusInstance instance;
         orRefuse(pauseRecording(instance, pauses, request));
@@ -116,7 +114,7 @@ void addPause(CommandTree& tree)
 
     auto resume = tree.verb("resume", "Resume recording");
     resume.runs([](Session& session) {
-        PreferencesFile preferences(PreferencesFile::standardLocation(session.environment(), buildKind()));
+        auto preferences = session.preferences();
         PreferencesCapturePauseStore pauses(preferences);
         SessionBusInstance instance;
         orRefuse(resumeRecording(instance, pauses));

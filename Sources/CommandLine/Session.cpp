@@ -1,5 +1,7 @@
 #include "CommandLine/Session.h"
 
+#include "Base/BuildInformation.h"
+
 namespace stintbook {
 
 Session::Session(GlobalOptions options, Environment environment, std::ostream& output, std::ostream& errors)
@@ -29,6 +31,11 @@ std::string Session::locale(const std::string& category) const
             return value.substr(0, value.find_first_of(".@"));
     }
     return "C";
+}
+
+PreferencesFile Session::preferences() const
+{
+    return PreferencesFile(PreferencesFile::standardLocation(m_environment, buildKind()));
 }
 
 CalendarContext Session::calendar() const

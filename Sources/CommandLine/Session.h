@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "App/OpenedStore.h"
+#include "App/PreferencesFile.h"
 #include "Base/Json.h"
 #include "Base/TimeSource.h"
 #include "Domain/CalendarContext.h"
@@ -54,6 +55,8 @@ public:
     /// The reader's locale for a category such as "LC_TIME", as "de_DE".
     std::string locale(const std::string& category) const;
 
+    /// The user's choices as their file has them now.
+    PreferencesFile preferences() const;
     CalendarContext calendar() const;
     Instant now() const;
 

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "App/AppPreferences.h"
-#include "App/PreferencesFile.h"
 #include "CommandLine/Formatting.h"
 #include "CommandLine/Table.h"
 #include "Store/StoreCheck.h"
@@ -15,7 +14,7 @@ namespace {
 
 std::optional<Instant> lastCleanup(const Session& session)
 {
-    PreferencesFile file(PreferencesFile::standardLocation(session.environment(), buildKind()));
+    auto file = session.preferences();
     return AppPreferences(file).lastAutomaticCleanup();
 }
 
