@@ -66,6 +66,13 @@ std::expected<std::string, ExportFailure> orNotProduced(std::expected<std::strin
     return *std::move(bytes);
 }
 
+std::expected<void, ExportFailure> delivered(const std::string& bytes, const ExportDesk::Delivery& delivery)
+{
+    if (const auto result = delivery(bytes); !result)
+        return std::unexpected(DeliveryNotProduced{result.error()});
+    return {};
+}
+
 } // namespace
 
 std::string message(const ExportDeskProblem& problem)
@@ -116,9 +123,7 @@ std::expected<ExportReceipt, ExportDeskProblem> ExportDesk::deliver(const Export
     if (current.document.days != document.days)
         return std::unexpected(PreviewOutdated{});
 
-    const auto bytes = TRY(render(document, region, now));
-    if (const auto delivered = delivery(bytes); !delivered)
-        return std::unexpected(ExportFailure(DeliveryNotProduced{delivered.error()}));
+    TRY(delivered(TRY(render(document, region, now)), delivery));
 
     const auto snapshot = snapshotOf(document, ExportSnapshotID::random(), now);
     if (const auto recorded = m_store.review().append(snapshot); !recorded) {
@@ -126,6 +131,14 @@ std::expected<ExportReceipt, ExportDeskProblem> ExportDesk::deliver(const Export
             std::visit([](const auto& problem) { return reason(problem); }, recorded.error())}));
     }
     return receiptFor(snapshot);
+}
+
+std::expected<void, ExportDeskProblem> ExportDesk::deliverAgain(const ExportSnapshot& snapshot,
+                                                                const ExportRegion& region,
+                                                                const Delivery& delivery) const
+{
+    TRY(delivered(TRY(render(documentOf(snapshot), region, snapshot.createdAt)), delivery));
+    return {};
 }
 
 Stored<std::vector<ExportSnapshot>> ExportDesk::history() const

@@ -58,6 +58,12 @@ public:
                                                             const ExportRegion& region, Instant now,
                                                             const Delivery& delivery);
 
+    /// Renders what was delivered once more, and delivers that; records nothing. Its lines, amounts and instant
+    /// are the recorded ones. Paper and locale are those of the region, of which no record is kept.
+    std::expected<void, ExportDeskProblem> deliverAgain(const ExportSnapshot& snapshot,
+                                                        const ExportRegion& region,
+                                                        const Delivery& delivery) const;
+
     Stored<std::vector<ExportSnapshot>> history() const;
     std::expected<ExportSnapshot, ExportDeskProblem> snapshot(ExportSnapshotID id) const;
 

@@ -169,14 +169,6 @@ void addPreview(Noun& noun)
     });
 }
 
-/// Renders a recorded export again, as it was delivered; nothing is recorded.
-void writeAgain(const ExportSnapshot& snapshot, const ExportRegion& region, const std::string& file)
-{
-    const auto bytes = orRefuse(render(documentOf(snapshot), region, snapshot.createdAt));
-    if (const auto written = fileDelivery(file)(bytes); !written)
-        throw Refusal{written.error()};
-}
-
 void addShow(Noun& noun)
 {
     auto verb = noun.verb("show", "A delivered export as it was");
@@ -185,9 +177,10 @@ void addShow(Noun& noun)
     const auto& paper = paperOption(verb);
     verb.runs([&](Session& session) {
         const ExportSnapshotID snapshotID{identifierArgument(id)};
-        const auto snapshot = orRefuse(ExportDesk(session.store(), session.calendar()).snapshot(snapshotID));
+        const ExportDesk desk(session.store(), session.calendar());
+        const auto snapshot = orRefuse(desk.snapshot(snapshotID));
         if (file)
-            writeAgain(snapshot, exportRegion(session, paper), *file);
+            orRefuse(desk.deliverAgain(snapshot, exportRegion(session, paper), fileDelivery(*file)));
         else if (paper)
             throw WrongUsage{"--paper needs --output."};
         if (session.isJSON())

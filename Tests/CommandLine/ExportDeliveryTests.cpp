@@ -58,16 +58,21 @@ TEST_F(ExportDelivery, OfATimesheetIsWrittenAgainFromItsRecord)
     EXPECT_TRUE(contentsOf(file).starts_with("%PDF-"));
 
     const auto again = directory / "again.pdf";
-    const Words show{"export", "show", receipt["snapshotID"].GetString(), "--output", again};
-    EXPECT_EQ(done(with(show, {"--paper", "usLetter"})), "");
+    const Words show{"export", "show", receipt["snapshotID"].GetString()};
+    const Words toFile{"--output", again};
+    EXPECT_EQ(done(with(show, {"--output", again, "--paper", "usLetter"})), "");
     EXPECT_EQ(contentsOf(again), contentsOf(file));
-    done(show);
+    done(with(show, toFile));
     EXPECT_NE(contentsOf(again), contentsOf(file)) << "A4 is the paper of no particular region";
     environment["LC_ALL"] = "";
     environment["LC_PAPER"] = "en_US.UTF-8";
-    done(show);
+    done(with(show, toFile));
     EXPECT_EQ(contentsOf(again), contentsOf(file));
     EXPECT_EQ(recorded(), 1U);
+
+    expectRefusal(with(show, {"--output", directory / "nowhere" / "timesheet.pdf"}),
+                  "The export could not be saved: No such file or directory. Nothing was written, and no "
+                  "record was created.");
 }
 
 TEST_F(ExportDelivery, ThatFailsIsNotRecordedAndLeavesNothingBehind)
