@@ -20,11 +20,12 @@ void addExport(Noun& noun)
     auto verb = noun.verb("export", "A copy of everything, as one JSON document");
     const auto& file = verb.argument("FILE", "Where to; - is standard output");
     verb.runs([&](Session& session) {
-        const Interruption interruption;
         auto& store = session.store();
         SessionBusInstance instance;
         if (const auto saved = saveWhatIsRecorded(instance, store.file()); !saved)
             session.errors() << saved.error() << " What it has not saved yet is missing in the copy.\n";
+        // Not before: an interruption while the running copy is waited for ends the command at once.
+        const Interruption interruption;
         Progress progress(session.errors());
         ActivityDataExportRequest request{
             .exportedAt = session.now(),
