@@ -189,10 +189,11 @@ private:
     /// Tells the caller alone, and only what is worth a message.
     static DeletionProgress teller(const Call& call)
     {
-        return [call, told = 0.0](double done) mutable {
-            if (done < told + 0.01)
+        // Shared by the copies, one of which is made for each piece of news.
+        return [call, told = std::make_shared<double>(0)](double done) {
+            if (done < *told + 0.01)
                 return;
-            told = done;
+            *told = done;
             sd_bus_message* created = nullptr;
             if (sd_bus_message_new_signal(sd_bus_message_get_bus(call->get()), &created, sessionbus::path,
                                           sessionbus::interface, "DeletionProgress")

@@ -150,7 +150,7 @@ TEST_F(SessionBusTest, CarriesADeletionWithItsProgressAndItsSentence)
         if (answers.deletions.empty() || !answers.deletions.back().reply)
             return;
         for (const double part : {0.25, 0.2501, 0.5})
-            answers.deletions.back().progress(part);
+            DeletionProgress(answers.deletions.back().progress)(part);
         std::exchange(answers.deletions.back().reply, {})(outcome);
     });
     for (const auto& scope : {ActivityDataScope(*LocalDayRange::between(day, day)),
