@@ -97,8 +97,7 @@ DeletionConfirmation confirmation(const RetentionChangeRequest& request,
                 fmt::format("This removes observed activity from {} — {}. Reviewed work, day approvals and "
                             "exported records are not affected.",
                             shownRange.value_or("—"), shownDates(request.days.size())),
-            .scope = std::nullopt,
-            .failure = "Keep history was not changed. Nothing was removed."};
+            .scope = std::nullopt};
 }
 
 DeletionConfirmation confirmation(const ActivityDeletionRequest& request, const CalendarContext& calendar)
@@ -107,12 +106,10 @@ DeletionConfirmation confirmation(const ActivityDeletionRequest& request, const 
     if (range == nullptr)
         return {.title = "Delete all activity data?",
                 .text = "This removes retained activity data from this computer.",
-                .scope = std::nullopt,
-                .failure = "All activity data could not be deleted. Nothing was removed."};
+                .scope = std::nullopt};
     return {.title = "Delete selected history?",
             .text = "This action removes the selected history.",
-            .scope = "Selected date range, " + shownDates(dayCount(*range, calendar)),
-            .failure = "The selected history could not be deleted. Nothing was removed."};
+            .scope = "Selected date range, " + shownDates(dayCount(*range, calendar))};
 }
 
 } // namespace stintbook

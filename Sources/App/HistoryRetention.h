@@ -47,8 +47,6 @@ struct DeletionConfirmation {
     std::string text;
     /// What exactly is meant, where the text does not say it.
     std::optional<std::string> scope;
-    /// What is said where it could not be done.
-    std::string failure;
 };
 /// The range of days as the reader's language shows it; absent where it cannot be shown.
 DeletionConfirmation confirmation(const RetentionChangeRequest& request,
