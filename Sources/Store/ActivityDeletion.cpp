@@ -173,17 +173,20 @@ Stored<void> deleteDays(StoreConnection& connection, const std::vector<LocalDay>
 }
 
 /// Every record, also one that could not be read, and what belongs to none.
-void deleteEverything(StoreConnection& connection, const DeletionCourse& course)
+Stored<void> deleteEverything(StoreConnection& connection, const DeletionCourse& course)
 {
     constexpr std::array tables{"SegmentBrowserDomain", "SegmentReview",       "ActivitySegment",
                                 "ReviewedDisposition",  "ReviewedSourceSlice", "ReviewedWorkItem",
                                 "DayReviewApproval"};
     double done = 0;
     for (const auto* table : tables) {
+        if (course.stop.stop_requested())
+            return stopped();
         connection.execute(std::string("DELETE FROM ") + table);
         if (course.progress)
             course.progress(++done / tables.size() * shareOfTheRecords);
     }
+    return {};
 }
 
 Stored<void> mark(const StoreDatabase& database, const DeletionMark& mark)
@@ -219,7 +222,7 @@ Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& sco
             return 0;
         const RoomForALargeTransaction room(connection);
         if (std::holds_alternative<AllHistory>(scope))
-            deleteEverything(connection, course);
+            TRY(deleteEverything(connection, course));
         else
             TRY(deleteDays(connection, days, bounds, takesReviews, calendar, course));
         if (course.stop.stop_requested())
