@@ -22,11 +22,6 @@ std::string sentence(const ActivityDeletionRefused& refusal)
                        refusal.unsavedSegmentCount, refusal.unsavedSegmentCount == 1 ? "" : "s");
 }
 
-std::string sentence(const ActivityDeletionUnderWay& /*problem*/)
-{
-    return "Another deletion is under way, so nothing was deleted. Try again when it has ended.";
-}
-
 std::string sentence(const PersistenceError& error)
 {
     return message(error) + " Nothing was deleted.";
@@ -39,12 +34,6 @@ std::string message(const ActivityDeletionProblem& problem)
     return std::visit([](const auto& which) { return sentence(which); }, problem);
 }
 
-struct ActivityDeletionCoordinator::Deletion {
-    ActivityDataScope scope;
-    Reply reply;
-    DeletionProgress progress;
-};
-
 ActivityDeletionCoordinator::ActivityDeletionCoordinator(Collaborators collaborators)
     : m_collaborators(std::move(collaborators))
 {
@@ -52,15 +41,15 @@ ActivityDeletionCoordinator::ActivityDeletionCoordinator(Collaborators collabora
 
 ActivityDeletionCoordinator::~ActivityDeletionCoordinator()
 {
-    m_stop.request_stop();
+    stop();
 }
 
 /// Has the store's work done elsewhere, and `then(result)` here.
 template <typename Work, typename Then> void ActivityDeletionCoordinator::run(Work work, Then then)
 {
     DeletionProgress progress;
-    if (m_current->progress)
-        progress = [&home = m_collaborators.home, report = m_current->progress](double done) {
+    if (const auto& wanted = m_deletions.front().progress)
+        progress = [&home = m_collaborators.home, report = wanted](double done) {
             home.post([report, done] { report(done); });
         };
     const Confined<StoreDatabase> store(m_collaborators.work, m_collaborators.store);
@@ -76,11 +65,13 @@ template <typename Work, typename Then> void ActivityDeletionCoordinator::run(Wo
 void ActivityDeletionCoordinator::deleteActivity(const ActivityDataScope& scope, Reply reply,
                                                  DeletionProgress progress)
 {
-    if (!m_collaborators.store)
-        return reply(std::unexpected(ActivityDeletionUnavailable{}));
-    if (isDeleting())
-        return reply(std::unexpected(ActivityDeletionUnderWay{}));
-    m_current = std::make_unique<Deletion>(scope, std::move(reply), std::move(progress));
+    m_deletions.push_back({scope, std::move(reply), std::move(progress)});
+    if (m_deletions.size() == 1)
+        startFirst();
+}
+
+void ActivityDeletionCoordinator::startFirst()
+{
     if (m_collaborators.writer == nullptr)
         return remove();
     m_collaborators.writer->resolveEvidenceForDeletion(
@@ -110,8 +101,8 @@ void ActivityDeletionCoordinator::release(std::move_only_function<void()> then)
 void ActivityDeletionCoordinator::remove()
 {
     run(
-        [scope = m_current->scope, calendar = m_collaborators.calendar](StoreDatabase& store,
-                                                                        const DeletionCourse& course) {
+        [scope = m_deletions.front().scope,
+         calendar = m_collaborators.calendar()](StoreDatabase& store, const DeletionCourse& course) {
             return stintbook::deleteActivity(store, scope, countingCalendar(scope, calendar), course);
         },
         [this](Stored<int> dayCount) {
@@ -131,10 +122,17 @@ void ActivityDeletionCoordinator::removed(const Stored<int>& dayCount)
 
 void ActivityDeletionCoordinator::end(Outcome outcome)
 {
-    const auto ended = std::exchange(m_current, nullptr);
     if (outcome && m_collaborators.deleted)
         m_collaborators.deleted();
-    ended->reply(std::move(outcome));
+    // Still the first while it is told, so that nothing that is asked for then overtakes those that wait.
+    auto reply = std::move(m_deletions.front().reply);
+    const std::weak_ptr isAlive(m_isAlive);
+    reply(std::move(outcome));
+    if (isAlive.expired())
+        return;
+    m_deletions.pop_front();
+    if (!m_deletions.empty())
+        startFirst();
 }
 
 } // namespace stintbook

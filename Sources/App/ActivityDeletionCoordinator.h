@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <expected>
 #include <functional>
 #include <memory>
@@ -25,12 +26,9 @@ struct ActivityDeletionRefused {
     std::size_t unsavedSegmentCount = 0;
 };
 
-/// One deletion at a time.
-struct ActivityDeletionUnderWay { };
-
 /// Why nothing was deleted.
-using ActivityDeletionProblem = std::variant<ActivityDeletionUnavailable, ActivityDeletionRefused,
-                                             ActivityDeletionUnderWay, PersistenceError>;
+using ActivityDeletionProblem =
+    std::variant<ActivityDeletionUnavailable, ActivityDeletionRefused, PersistenceError>;
 std::string message(const ActivityDeletionProblem& problem);
 
 /// Whoever deletes recorded history when it is asked to, on the executor on which it is asked.
@@ -45,13 +43,14 @@ public:
 };
 
 /// Deletes recorded history so that capture neither stops observing nor writes meanwhile what is to go: it
-/// settles its evidence first and is released as soon as the records are gone, whatever came of it.
+/// settles its evidence first and is released as soon as the records are gone, whatever came of it. One deletion
+/// at a time; what is asked for meanwhile waits its turn.
 ///
 /// Confined to the home executor; the store's work runs on another one.
 class ActivityDeletionCoordinator final : public ActivityDeleting {
 public:
     struct Collaborators {
-        /// Null while the store is not open. This process owns it.
+        /// This process owns it.
         std::shared_ptr<StoreDatabase> store;
         /// Null while capture is not running.
         CaptureWriterBarrier* writer = nullptr;
@@ -60,24 +59,30 @@ public:
         /// Where replies and progress are told, and on which the coordinator lives; capture's own where there
         /// is a writer.
         Executor& home;
-        /// Counts the days of a scope that names none.
-        CalendarContext calendar;
+        /// The one in force counts the days of a scope that names none.
+        std::function<CalendarContext()> calendar;
         /// Told when activity was deleted, before the reply.
         std::function<void()> deleted = {};
     };
 
     explicit ActivityDeletionCoordinator(Collaborators collaborators);
-    /// What is not committed by now is not deleted.
+    /// Stops.
     ~ActivityDeletionCoordinator() override;
     ActivityDeletionCoordinator(const ActivityDeletionCoordinator&) = delete;
     ActivityDeletionCoordinator& operator=(const ActivityDeletionCoordinator&) = delete;
 
     void deleteActivity(const ActivityDataScope& scope, Reply reply, DeletionProgress progress = {}) override;
-    bool isDeleting() const { return m_current != nullptr; }
+    /// What is not committed by now is not deleted, nor what is asked for later.
+    void stop() { m_stop.request_stop(); }
 
 private:
-    struct Deletion;
+    struct Deletion {
+        ActivityDataScope scope;
+        Reply reply;
+        DeletionProgress progress;
+    };
 
+    void startFirst();
     void remove();
     void removed(const Stored<int>& dayCount);
     void release(std::move_only_function<void()> then);
@@ -85,7 +90,8 @@ private:
     template <typename Work, typename Then> void run(Work work, Then then);
 
     Collaborators m_collaborators;
-    std::unique_ptr<Deletion> m_current;
+    /// The first one is under way.
+    std::deque<Deletion> m_deletions;
     std::stop_source m_stop;
     /// What comes back after the coordinator's end finds this gone.
     std::shared_ptr<const bool> m_isAlive = std::make_shared<const bool>(true);

@@ -65,7 +65,8 @@ void CaptureSession::start(const ObservedContext& context, Recorder::Followers f
                  onMain([follower, status] { follower(status); });
              },
          .deletion = [this, follower = std::move(followers.deletion)] { onMain(follower); },
-         .activation = [this, follower = std::move(followers.activation)] { onMain(follower); }});
+         .activation = [this, follower = std::move(followers.activation)] { onMain(follower); },
+         .calendar = [this, follower = std::move(followers.calendar)] { onMain(follower); }});
     onCapture([context, &publishing](Recorder& recorder) {
         recorder.start(context);
         publishing.publish(recorder);

@@ -7,9 +7,9 @@
 
 #include "App/ActivityDeletionCoordinator.h"
 #include "App/HistoryCleanup.h"
+#include "App/StatusOfCopy.h"
 #include "Base/Try.h"
 #include "Store/UnsavedSegmentFile.h"
-#include "App/StatusOfCopy.h"
 
 namespace stintbook {
 
@@ -67,7 +67,7 @@ HistoryDesk::Outcome HistoryDesk::deleteHere(OpenedStore& store, const ActivityD
                                              .writer = nullptr,
                                              .work = std::make_shared<InlineExecutor>(),
                                              .home = here,
-                                             .calendar = m_calendar});
+                                             .calendar = [this] { return m_calendar; }});
     std::optional<ActivityDeletionCoordinator::Outcome> outcome;
     coordinator.deleteActivity(
         scope, [&](ActivityDeletionCoordinator::Outcome result) { outcome = std::move(result); }, progress);

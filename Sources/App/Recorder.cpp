@@ -52,11 +52,12 @@ Recorder::Recorder(OpenedStore& store, DesktopProviders desktop, Clockwork clock
                   .writer = &m_barrier,
                   .work = std::make_shared<SerialExecutor>("deletion"),
                   .home = clockwork.capture,
-                  .calendar = desktop.calendar.current(),
-                  .deleted = [this] {
-                      if (m_followers.deletion)
-                          m_followers.deletion();
-                  }})
+                  .calendar = [&calendar = desktop.calendar] { return calendar.current(); },
+                  .deleted =
+                      [this] {
+                          if (m_followers.deletion)
+                              m_followers.deletion();
+                      }})
 {
 }
 
@@ -75,6 +76,7 @@ void Recorder::follow(Followers followers)
 {
     m_followers = std::move(followers);
     m_coordinator.followStatus(m_followers.status);
+    m_pipeline.followCalendar(m_followers.calendar);
 }
 
 void Recorder::start(const ObservedContext& context)
@@ -114,6 +116,8 @@ void Recorder::settle(std::function<void()> done)
 
 void Recorder::shutdown(CaptureCoordinator::ShutDown done)
 {
+    // One that holds the writer would keep the last saves waiting for longer than they are tried.
+    m_deletion.stop();
     m_pipeline.shutdown([this, done = std::move(done)](CaptureShutdownOutcome outcome) mutable {
         m_traceFile.flush();
         done(outcome);

@@ -53,6 +53,8 @@ public:
         std::function<void()> deletion;
         /// Another launch asks this copy to come forward.
         std::function<void()> activation;
+        /// The system's time zone is another one.
+        std::function<void()> calendar;
     };
 
     Recorder(OpenedStore& store, DesktopProviders desktop, Clockwork clockwork,

@@ -51,8 +51,11 @@ void ObservationPipeline::start(bool retainsTitleContext, bool browserContextEna
     // still under way.
     m_firstPermission = m_inputs.reserve(std::nullopt);
     m_providers.permission.follow([this](CapturePermissionState state) { permissionAnswered(state); });
-    m_providers.calendar.follow(
-        [this](const CalendarContext& calendar) { feed(input::CalendarContextChanged{calendar, now()}); });
+    m_providers.calendar.follow([this](const CalendarContext& calendar) {
+        feed(input::CalendarContextChanged{calendar, now()});
+        if (m_calendarFollower)
+            m_calendarFollower();
+    });
     m_providers.boundaries.follow([this](const SystemBoundary& boundary) {
         const auto reported = std::visit([](const auto& either) { return either.at; }, boundary);
         m_inputs.push(input::Boundary{boundary, happened(reported)});

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "Base/Executor.h"
 #include "Base/TimeSource.h"
@@ -52,6 +54,8 @@ public:
     /// Also writes everything from the start on as a trace. Before the start; the writer outlives the
     /// pipeline.
     void traceTo(TraceWriter& trace);
+    /// Told of each change of the system's time zone. Before the start.
+    void followCalendar(std::function<void()> follower) { m_calendarFollower = std::move(follower); }
     void start(bool retainsTitleContext, bool browserContextEnabled);
     /// Ends the producers, waits for no reading any more, and has the coordinator save what is left.
     void shutdown(CaptureCoordinator::ShutDown done);
@@ -102,6 +106,7 @@ private:
     Clockwork m_clockwork;
     CaptureCoordinator& m_coordinator;
     TraceWriter* m_trace = nullptr;
+    std::function<void()> m_calendarFollower;
 
     OrderedInputs m_inputs;
     bool m_isApplying = false;
