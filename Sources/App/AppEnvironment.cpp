@@ -121,7 +121,7 @@ void AppEnvironment::storeOpened(std::unique_ptr<OpenedStore> store)
                                                        .writer = nullptr,
                                                        .work = m_collaborators.background,
                                                        .home = m_collaborators.main,
-                                                       .calendar = m_collaborators.calendar(),
+                                                       .calendar = m_collaborators.calendar,
                                                        .deleted = [this] { m_dataRevision.raise(); }});
     startBillingInitialization();
     startCleanup();
@@ -157,7 +157,12 @@ void AppEnvironment::startCapture()
                               m_listeners.tell();
                           },
                       .deletion = [this] { m_dataRevision.raise(); },
-                      .activation = [this] { m_activationListeners.tell(); }});
+                      .activation = [this] { m_activationListeners.tell(); },
+                      .calendar =
+                          [this] {
+                              if (m_cleanup)
+                                  m_cleanup->calendarChanged();
+                          }});
 }
 
 void AppEnvironment::startBillingInitialization()
@@ -180,7 +185,7 @@ void AppEnvironment::startCleanup()
                                       .calendar = m_collaborators.calendar,
                                       .timeSource = m_collaborators.timeSource,
                                       .timers = m_collaborators.timers});
-    m_cleanup->startAutomatic();
+    m_cleanup->start();
 }
 
 ShutdownResult AppEnvironment::shutdown()

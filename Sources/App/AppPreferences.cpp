@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "App/PreferenceKeys.h"
 
@@ -21,6 +22,16 @@ RetentionWindow storedWindow(const PreferenceStoring& store)
 {
     const auto count = stored<std::int64_t>(store, preferencekeys::retentionDays).value_or(0);
     return RetentionWindow::days(count).value_or(RetentionWindow::keepUntilDeleted());
+}
+
+bool storedAutomaticCleanup(const PreferenceStoring& store)
+{
+    return stored<bool>(store, preferencekeys::automaticCleanup).value_or(false);
+}
+
+std::optional<Instant> storedLastCleanup(const PreferenceStoring& store)
+{
+    return stored<Instant>(store, preferencekeys::lastCleanup);
 }
 
 ExportMode storedMode(const PreferenceStoring& store)
@@ -49,8 +60,8 @@ AppPreferences::AppPreferences(PreferenceStoring& store)
     , m_retainsTitleContext(stored<bool>(store, preferencekeys::titleContext).value_or(true))
     , m_browserContextEnabled(stored<bool>(store, preferencekeys::browserContext).value_or(false))
     , m_retentionWindow(storedWindow(store))
-    , m_automaticCleanupEnabled(stored<bool>(store, preferencekeys::automaticCleanup).value_or(false))
-    , m_lastAutomaticCleanup(stored<Instant>(store, preferencekeys::lastCleanup))
+    , m_automaticCleanupEnabled(storedAutomaticCleanup(store))
+    , m_lastAutomaticCleanup(storedLastCleanup(store))
     , m_defaultExportMode(storedMode(store))
     , m_summarizedFields(storedFields(store, preferencekeys::summarizedFields))
     , m_detailedFields(storedFields(store, preferencekeys::detailedFields))
@@ -94,6 +105,17 @@ bool AppPreferences::setAutomaticCleanupEnabled(bool isEnabled)
 bool AppPreferences::setLastAutomaticCleanup(std::optional<Instant> at)
 {
     return assign(m_lastAutomaticCleanup, at, preferencekeys::lastCleanup, valueOf(at));
+}
+
+void AppPreferences::refreshRetention()
+{
+    m_store.refresh();
+    const auto former = std::tuple(m_retentionWindow, m_automaticCleanupEnabled, m_lastAutomaticCleanup);
+    m_retentionWindow = storedWindow(m_store);
+    m_automaticCleanupEnabled = storedAutomaticCleanup(m_store);
+    m_lastAutomaticCleanup = storedLastCleanup(m_store);
+    if (former != std::tie(m_retentionWindow, m_automaticCleanupEnabled, m_lastAutomaticCleanup))
+        m_listeners.tell();
 }
 
 bool AppPreferences::setDefaultExportMode(ExportMode mode)

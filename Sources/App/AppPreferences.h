@@ -10,7 +10,8 @@
 
 namespace stintbook {
 
-/// The user's choices with their types and defaults, read once. A value of the wrong type counts as absent.
+/// The user's choices with their types and defaults, read once; but for retention, of which each cleanup wants
+/// to know what was chosen last. A value of the wrong type counts as absent.
 ///
 /// An assignment holds from then on, is told to the listeners and written at once; false when it could not be
 /// written, so that the next start will not know of it.
@@ -34,6 +35,8 @@ public:
     bool setAutomaticCleanupEnabled(bool isEnabled);
     std::optional<Instant> lastAutomaticCleanup() const { return m_lastAutomaticCleanup; }
     bool setLastAutomaticCleanup(std::optional<Instant> at);
+    /// Reads these three again, which another process may have chosen anew.
+    void refreshRetention();
 
     ExportMode defaultExportMode() const { return m_defaultExportMode; }
     bool setDefaultExportMode(ExportMode mode);

@@ -24,10 +24,9 @@ HistoryCleanup::HistoryCleanup(Collaborators collaborators)
 {
 }
 
-void HistoryCleanup::startAutomatic(Done done)
+void HistoryCleanup::start()
 {
-    m_done = std::move(done);
-    cleanAutomatically();
+    clean();
 }
 
 void HistoryCleanup::calendarChanged()
@@ -36,42 +35,34 @@ void HistoryCleanup::calendarChanged()
         scheduleNext();
 }
 
-void HistoryCleanup::run(Done done, DeletionProgress progress)
+void HistoryCleanup::clean()
 {
+    scheduleNext();
     auto& preferences = m_collaborators.preferences;
+    preferences.refreshRetention();
+    if (!preferences.automaticCleanupEnabled())
+        return;
     const auto now = m_collaborators.timeSource.now();
     const auto cutoff = retentionCutoff(preferences.retentionWindow(), m_collaborators.calendar(), now);
-    if (!cutoff) {
-        if (done)
-            done(DeletedActivity{});
+    if (!cutoff)
         return;
-    }
     m_collaborators.deletion.deleteActivity(
         DaysBefore{*cutoff},
-        [this, now, isAlive = std::weak_ptr(m_isAlive), done = std::move(done)](const Outcome& outcome) {
+        [this, now, isAlive = std::weak_ptr(m_isAlive)](const ActivityDeleting::Outcome& outcome) {
             if (isAlive.expired())
                 return;
             if (outcome)
                 noteCleanup(m_collaborators.preferences, now, *outcome);
             else
                 noteFailedCleanup(message(outcome.error()));
-            if (done)
-                done(outcome);
         },
-        std::move(progress));
-}
-
-void HistoryCleanup::cleanAutomatically()
-{
-    scheduleNext();
-    if (m_collaborators.preferences.automaticCleanupEnabled())
-        run(m_done);
+        {});
 }
 
 void HistoryCleanup::scheduleNext()
 {
     const auto midnight = m_collaborators.calendar().nextDayStart(m_collaborators.timeSource.now());
-    m_next = m_collaborators.timers.at(midnight, [this] { cleanAutomatically(); });
+    m_next = m_collaborators.timers.at(midnight, [this] { clean(); });
 }
 
 } // namespace stintbook

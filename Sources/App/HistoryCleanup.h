@@ -1,6 +1,5 @@
 #pragma once
 
-#include <expected>
 #include <functional>
 #include <memory>
 #include <string>
@@ -16,8 +15,10 @@ namespace stintbook {
 void noteCleanup(AppPreferences& preferences, Instant at, const DeletedActivity& deleted);
 void noteFailedCleanup(const std::string& reason);
 
-/// Deletes the observed activity that the retention window no longer keeps, and remembers when it did. Days
-/// that hold none are left alone, and so is everything where history is kept until it is deleted.
+/// Where automatic cleanup is on, deletes the observed activity that the retention window no longer keeps, and
+/// remembers when it did. Both are what the user chose last, also in another process. Days that hold no activity
+/// are left alone, and so is everything where history is kept until it is deleted. A failure changes nothing; both
+/// outcomes are logged.
 ///
 /// Confined to the executor of its timers, which is that of the deletion.
 class HistoryCleanup {
@@ -30,25 +31,19 @@ public:
         TimeSource& timeSource;
         Timers& timers;
     };
-    using Outcome = ActivityDeletionCoordinator::Outcome;
-    using Done = std::function<void(const Outcome&)>;
 
     explicit HistoryCleanup(Collaborators collaborators);
 
-    /// From now on where automatic cleanup is on: at once, and after each local midnight. `done` is told of
-    /// each cleanup.
-    void startAutomatic(Done done = {});
+    /// From now on: at once, and after each local midnight.
+    void start();
     /// The system's time zone is another one: the next midnight comes at another time.
     void calendarChanged();
-    /// One cleanup, asked for. A failure changes nothing; both are logged.
-    void run(Done done, DeletionProgress progress = {});
 
 private:
-    void cleanAutomatically();
+    void clean();
     void scheduleNext();
 
     Collaborators m_collaborators;
-    Done m_done;
     std::unique_ptr<Timers::Scheduled> m_next;
     /// A deletion that ends after the cleanup did finds this gone.
     std::shared_ptr<const bool> m_isAlive = std::make_shared<const bool>(true);

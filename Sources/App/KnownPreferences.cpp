@@ -164,6 +164,11 @@ std::string_view commentOf(std::string_view key)
     return pause != std::end(pauseComments) ? pause->comment : std::string_view{};
 }
 
+bool isReadByARunningCopy(std::string_view key)
+{
+    return key == preferencekeys::retentionDays || key == preferencekeys::automaticCleanup;
+}
+
 std::vector<ListedPreference> listed(const AppPreferences& preferences)
 {
     std::vector<ListedPreference> all;

@@ -14,6 +14,9 @@ namespace stintbook {
 /// What the preferences file says above a key; empty for a key that this program does not know.
 std::string_view commentOf(std::string_view key);
 
+/// A running copy takes over another process's choice with its next cleanup; every other one when it starts again.
+bool isReadByARunningCopy(std::string_view key);
+
 struct ListedPreference {
     std::string_view key;
     /// As it holds now, by default or by choice.

@@ -91,8 +91,7 @@ PreferencesFile::PreferencesFile(std::filesystem::path file)
     }
 }
 
-std::filesystem::path PreferencesFile::standardLocation(const std::map<std::string, std::string>& environment,
-                                                        BuildKind buildKind)
+std::filesystem::path PreferencesFile::standardLocation(const Environment& environment, BuildKind buildKind)
 {
     return configurationDirectory(environment)
         / (buildKind == BuildKind::installed ? "velloran" : "velloran-development") / "preferences.toml";
@@ -114,6 +113,13 @@ bool PreferencesFile::store(std::string_view key, std::optional<PreferenceValue>
         return false;
     m_unwritten.clear();
     return true;
+}
+
+void PreferencesFile::refresh()
+{
+    const std::scoped_lock guard(m_lock);
+    if (auto document = documentIn(m_file))
+        m_document = std::move(*document).value_or(PreferencesDocument());
 }
 
 /// Takes over what the file says now, or keeps what is known when it says nothing that can be read; false when

@@ -16,10 +16,10 @@ namespace stintbook {
 
 /// The user's choices in a TOML file of the configuration directory. Any thread may call it.
 ///
-/// Read at construction. Each change reads the file again and replaces it in one step, alone among the
-/// processes that do, so that a reader or a crash meets the old file or the new one, and nobody's change undoes
-/// another's. A file that cannot be read as TOML is set aside as "preferences.damaged.toml" (the next one as
-/// "preferences.damaged-2.toml") and reported; the defaults hold, or what had been read of it before.
+/// Read at construction, and when it is refreshed. Each change reads the file again and replaces it in one step,
+/// alone among the processes that do, so that a reader or a crash meets the old file or the new one, and nobody's
+/// change undoes another's. A file that cannot be read as TOML is set aside as "preferences.damaged.toml" (the next
+/// one as "preferences.damaged-2.toml") and reported; the defaults hold, or what had been read of it before.
 class PreferencesFile final : public PreferenceStoring {
 public:
     explicit PreferencesFile(std::filesystem::path file);
@@ -31,6 +31,8 @@ public:
     std::optional<PreferenceValue> value(std::string_view key) const override;
     /// What cannot be written holds for this object, and is written with the next change that can.
     bool store(std::string_view key, std::optional<PreferenceValue> value) override;
+    /// A file that cannot be read now, while somebody is editing it perhaps, is left to the next change.
+    void refresh() override;
 
     const std::filesystem::path& file() const { return m_file; }
 

@@ -22,6 +22,8 @@ public:
     virtual std::optional<PreferenceValue> value(std::string_view key) const = 0;
     /// Storing none removes the key. False when the value could not be kept.
     virtual bool store(std::string_view key, std::optional<PreferenceValue> value) = 0;
+    /// Takes over what other processes stored meanwhile, where they can.
+    virtual void refresh() { }
 };
 
 class InMemoryPreferences final : public PreferenceStoring {

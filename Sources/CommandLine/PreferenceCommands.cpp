@@ -65,6 +65,8 @@ void addSet(Noun& noun)
         if (!chosen && std::holds_alternative<PreferenceValueRefused>(chosen.error()))
             throw WrongUsage{message(chosen.error())};
         orRefuse(chosen);
+        if (isReadByARunningCopy(key))
+            return;
         const auto running = SessionBusInstance().status();
         if (running && *running)
             session.errors() << "Velloran is running with what was chosen before; it takes this over when it "

@@ -138,6 +138,11 @@ public:
         done.get_future().wait();
     }
 
+    void travelTo(const char* zone)
+    {
+        perform([&](ScriptedDesktop&) { m_calendar.moveTo(zone); });
+    }
+
     bool isSeen = true;
     InstanceRequestHandling* handler = nullptr;
 
@@ -282,6 +287,20 @@ TEST_F(AppEnvironmentTest, CleansUpAtTheStartAndAfterMidnightAndSaysThatDataChan
     EXPECT_EQ(segmentCount(), 0U);
     EXPECT_EQ(environment->activityDataRevision(), revision + 1);
     EXPECT_THAT(log.events(), ElementsAre("Retention cleanup removed 1 day(s)"));
+}
+
+TEST_F(AppEnvironmentTest, CleansUpAtTheMidnightOfTheZoneThatItsUserTravelledTo)
+{
+    preferences.store("stintbook.privacy.retentionDays", PreferenceValue(std::int64_t{5}));
+    preferences.store("stintbook.privacy.automaticCleanup", PreferenceValue(true));
+    configuration.captureEnabled = true;
+    startWithStore();
+    ASSERT_TRUE(comes([&] { return environment->captureStatus().runtime.isActive(); }));
+    stored.calendar = *CalendarContext::inZone("Asia/Tokyo");
+    desktop.travelTo("Asia/Tokyo");
+    main.drain();
+    time.advanceTo(stored.calendar.nextDayStart(time.now()));
+    EXPECT_TRUE(comes([&] { return environment->preferences().lastAutomaticCleanup() == time.now(); }));
 }
 
 TEST_F(AppEnvironmentTest, NoticesWhatAnotherProcessCommitsButNotItsOwnWrites)

@@ -1,12 +1,14 @@
 // Deleting history, keeping it for a while, and what is said about it.
 
 #include <functional>
+#include <utility>
 
 #include <gmock/gmock.h>
 
 #include "App/ActivityDeletionCoordinator.h"
 #include "App/HistoryCleanup.h"
 #include "App/HistoryRetention.h"
+#include "App/PreferencesFile.h"
 #include "Base/VirtualTime.h"
 #include "StoreOfADay.h"
 #include "Support/CapturedLog.h"
@@ -64,7 +66,7 @@ protected:
                                             .writer = barrier,
                                             .work = std::move(work),
                                             .home = here,
-                                            .calendar = berlin});
+                                            .calendar = [] { return berlin; }});
     }
     ActivityDeletionCoordinator::Reply note()
     {
@@ -87,17 +89,17 @@ TEST_F(History, IsDeletedWhileTheWriterIsHeldAndErasedFromTheFilesAfterwards)
     auto deletion = coordinator(work, &writer);
     deletion.deleteActivity(thatDay, note());
     deletion.deleteActivity(AllHistory{}, note());
-    EXPECT_THAT(writer.course,
-                ElementsAre("held",
-                            "Another deletion is under way, so nothing was deleted. Try again when it has "
-                            "ended."));
-    writer.course.clear();
+    EXPECT_THAT(writer.course, ElementsAre("held"));
     work->runOne();
-    EXPECT_THAT(writer.course, ElementsAre("released"));
+    EXPECT_THAT(writer.course, ElementsAre("held", "released"));
     EXPECT_EQ(segmentCount(), 0U);
     work->runOne();
-    EXPECT_THAT(writer.course, ElementsAre("released", "1"));
-    EXPECT_FALSE(deletion.isDeleting());
+    EXPECT_THAT(writer.course, ElementsAre("held", "released", "1", "held"));
+    writer.course.clear();
+    work->runOne();
+    work->runOne();
+    EXPECT_THAT(writer.course, ElementsAre("released", "0"));
+    EXPECT_THAT(work->jobs, IsEmpty());
 }
 
 TEST_F(History, StaysWhereSomethingIsUnsavedOrTheStoreRefusesAndTheWriterIsReleased)
@@ -122,8 +124,16 @@ TEST_F(History, StaysWhereSomethingIsUnsavedOrTheStoreRefusesAndTheWriterIsRelea
     expectRefused("The store reported a problem (no). Nothing was deleted.");
 }
 
-TEST_F(History, IsNotDeletedAnyMoreOnceTheCoordinatorHasEnded)
+TEST_F(History, IsNotDeletedAnyMoreOnceTheCoordinatorIsToStop)
 {
+    auto stopping = coordinator(std::make_shared<InlineExecutor>(), &writer);
+    stopping.stop();
+    for (const auto& scope : {thatDay, ActivityDataScope(AllHistory{})}) {
+        stopping.deleteActivity(scope, note());
+        EXPECT_THAT(std::exchange(writer.course, {}),
+                    ElementsAre("held", "released", testing::EndsWith("Nothing was deleted.")));
+    }
+
     const auto work = std::make_shared<Waiting>();
     {
         auto deletion = coordinator(work, nullptr);
@@ -152,44 +162,46 @@ TEST_F(History, IsKeptForANumberOfDaysOfWhichTodayIsOne)
               apia.dayOn(*CivilDate::parse("2011-12-31")));
 }
 
-TEST_F(History, IsCleanedUpAtTheStartAndAfterEachLocalMidnight)
+TEST_F(History, IsCleanedUpAtTheStartAndAfterEachLocalMidnightAsChosenLast)
 {
     CapturedLog log;
     auto deletion = coordinator(std::make_shared<InlineExecutor>(), &writer);
-    InMemoryPreferences stored;
-    AppPreferences preferences(stored);
-    preferences.setRetentionWindow(*RetentionWindow::days(2));
+    PreferencesFile file(recorded.directory / "preferences.toml");
+    AppPreferences preferences(file);
+    PreferencesFile fileElsewhere(file.file());
+    AppPreferences chosenElsewhere(fileElsewhere);
+    auto calendar = berlin;
     VirtualTime time(berlin.instantOn(*CivilDate::parse("2026-11-20"), 22, 0, 0));
     HistoryCleanup cleanup({.preferences = preferences,
                             .deletion = deletion,
-                            .calendar = [] { return berlin; },
+                            .calendar = [&] { return calendar; },
                             .timeSource = time,
                             .timers = time});
-    std::vector<int> removed;
-    cleanup.startAutomatic(
-        [&](const Outcome& outcome) { removed.push_back(outcome ? outcome->dayCount : -1); });
-    EXPECT_THAT(removed, IsEmpty());
+    preferences.setRetentionWindow(*RetentionWindow::days(1));
+    cleanup.start();
     EXPECT_EQ(preferences.lastAutomaticCleanup(), std::nullopt);
 
-    preferences.setAutomaticCleanupEnabled(true);
+    chosenElsewhere.setRetentionWindow(*RetentionWindow::days(2));
+    chosenElsewhere.setAutomaticCleanupEnabled(true);
     time.advance(Seconds{3 * 3600});
-    EXPECT_THAT(removed, ElementsAre(0));
     EXPECT_EQ(preferences.lastAutomaticCleanup(), day("2026-11-21").start);
     EXPECT_EQ(segmentCount(), 4U);
 
     writer.unsavedSegmentCount = 1;
     time.sleep(Seconds{24 * 3600});
-    EXPECT_THAT(removed, ElementsAre(0, -1));
     EXPECT_EQ(preferences.lastAutomaticCleanup(), day("2026-11-21").start);
-    writer.unsavedSegmentCount = 0;
-    time.advance(Seconds{24 * 3600});
-    EXPECT_THAT(removed, ElementsAre(0, -1, 1));
-    EXPECT_EQ(segmentCount(), 0U);
     EXPECT_THAT(
         log.errors(),
         ElementsAre(
             "Retention cleanup failed: The local store would not accept 1 recently recorded interval, "
             "so nothing was deleted. Try again once the store is answering."));
+    writer.unsavedSegmentCount = 0;
+    // Two hours earlier than at home.
+    calendar = *CalendarContext::inZone("Europe/Moscow");
+    cleanup.calendarChanged();
+    time.advanceTo(day("2026-11-23").start - Seconds{3600});
+    EXPECT_EQ(preferences.lastAutomaticCleanup(), day("2026-11-23").start - Seconds{2 * 3600});
+    EXPECT_EQ(segmentCount(), 0U);
     EXPECT_THAT(log.events(), ElementsAre("Retention cleanup removed 1 day(s)"));
 }
 
