@@ -25,36 +25,40 @@ constexpr char nowhereAllowed = '\x01';
 
 // NOLINTBEGIN(readability-identifier-naming): the names of RapidJSON's concepts
 
-/// The stream's bytes, with the line that they stand on.
+/// The bytes of a stream or of a text, with the line that they stand on.
 class Source {
 public:
     using Ch = char;
 
     explicit Source(std::istream& stream)
-        : m_stream(stream)
+        : m_stream(&stream)
+        , m_buffer(std::make_unique_for_overwrite<char[]>(bufferSize))
     {
+    }
+    explicit Source(std::string_view text)
+        : m_begin(text.data())
+        , m_next(text.data())
+        , m_end(text.data() + text.size())
+    {
+        beginValue();
     }
 
     char Peek()
     {
-        if (m_next == m_end)
-            fill();
-        if (m_next == m_end)
-            return '\0';
-        return *m_next == '\0' || isValueTooLong() ? nowhereAllowed : *m_next;
+        if (m_next == m_stop) [[unlikely]]
+            return peekBehindStop();
+        return shown(*m_next);
     }
     char Take()
     {
         const char character = Peek();
-        if (m_next == m_end)
+        if (m_next == m_stop)
             return character;
         m_line += *m_next == '\n' ? 1 : 0;
         ++m_next;
-        ++m_position;
-        ++m_valueLength;
         return character;
     }
-    std::size_t Tell() const { return m_position; }
+    std::size_t Tell() const { return m_passed + static_cast<std::size_t>(m_next - m_begin); }
     // For parsing in place alone.
     static char* PutBegin() { return nullptr; }
     static void Put(char) { }
@@ -63,27 +67,46 @@ public:
     std::size_t line() const { return m_line; }
     void beginValue(std::size_t longest = longestValue)
     {
-        m_valueLength = 0;
         m_longest = longest;
+        m_valueStart = Tell();
+        findStop();
     }
-    bool isValueTooLong() const { return m_valueLength > m_longest; }
-    bool isBroken() const { return m_stream.bad(); }
+    bool isValueTooLong() const { return Tell() - m_valueStart >= m_longest; }
+    bool isBroken() const { return m_stream != nullptr && m_stream->bad(); }
 
 private:
-    void fill()
+    char peekBehindStop()
     {
-        m_stream.read(m_buffer.get(), bufferSize);
-        m_next = m_buffer.get();
-        m_end = m_next + m_stream.gcount();
+        if (isValueTooLong())
+            return nowhereAllowed;
+        if (m_stream == nullptr)
+            return '\0';
+        m_passed = Tell();
+        m_stream->read(m_buffer.get(), bufferSize);
+        m_begin = m_next = m_buffer.get();
+        m_end = m_next + m_stream->gcount();
+        findStop();
+        return m_next == m_stop ? '\0' : shown(*m_next);
+    }
+    static char shown(char byte) { return byte == '\0' ? nowhereAllowed : byte; }
+    /// Where the bytes at hand end, or the value must.
+    void findStop()
+    {
+        const auto left = m_longest - (Tell() - m_valueStart);
+        m_stop = left < static_cast<std::size_t>(m_end - m_next) ? m_next + left : m_end;
     }
 
-    std::istream& m_stream;
-    std::unique_ptr<char[]> m_buffer = std::make_unique_for_overwrite<char[]>(bufferSize);
+    std::istream* m_stream = nullptr;
+    std::unique_ptr<char[]> m_buffer;
+    /// What is at hand, what is next of it, and where reading on needs a closer look.
+    const char* m_begin = nullptr;
     const char* m_next = nullptr;
     const char* m_end = nullptr;
+    const char* m_stop = nullptr;
+    /// Before what is at hand.
+    std::size_t m_passed = 0;
     std::size_t m_line = 1;
-    std::size_t m_position = 0;
-    std::size_t m_valueLength = 0;
+    std::size_t m_valueStart = 0;
     std::size_t m_longest = longestValue;
 };
 
@@ -94,8 +117,8 @@ private:
 struct JsonReader::Implementation {
     class Recorder;
 
-    explicit Implementation(std::istream& stream)
-        : source(stream)
+    explicit Implementation(auto&& input)
+        : source(input)
     {
     }
 
@@ -246,6 +269,16 @@ JsonRead<JsonValue> JsonReader::Implementation::value()
 JsonReader::JsonReader(std::istream& stream)
     : m_implementation(std::make_unique<Implementation>(stream))
 {
+}
+
+JsonReader::JsonReader(std::string_view text)
+    : m_implementation(std::make_unique<Implementation>(text))
+{
+}
+
+void JsonReader::startOver(std::string_view text)
+{
+    m_implementation->source = Source(text);
 }
 
 JsonReader::~JsonReader() = default;

@@ -205,12 +205,15 @@ template <typename E> JsonRead<E> jsonCase(const JsonValue& value)
     return value.problem("cannot be \"" + std::string(text) + "\"");
 }
 
-/// Reads one document from a stream. Memory holds one value at a time: lists and objects that are visited may be
-/// of any length. A value of more than 64 MB, or nested more than 16 deep, is refused.
+/// Reads one document, from a stream or a text that outlives the reader. Memory holds one value at a time: lists and
+/// objects that are visited may be of any length. A value of more than 64 MB, or nested more than 16 deep, is refused.
 class JsonReader {
 public:
     explicit JsonReader(std::istream& stream);
+    explicit JsonReader(std::string_view text);
     ~JsonReader();
+    /// Reads another document, in the memory that it has.
+    void startOver(std::string_view text);
     JsonReader(const JsonReader&) = delete;
     JsonReader& operator=(const JsonReader&) = delete;
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <spanstream>
 #include <string_view>
 #include <utility>
 
@@ -267,13 +266,12 @@ std::expected<std::optional<TraceLine>, TraceProblem> TraceReader::next()
     return *std::move(line);
 }
 
-std::expected<TraceLine, std::string> TraceReader::read() const
+std::expected<TraceLine, std::string> TraceReader::read()
 {
-    std::ispanstream stream(m_text);
-    JsonReader json(stream);
+    m_json.startOver(m_text);
     auto parsed = [&]() -> JsonRead<TraceLine> {
-        const auto value = TRY(json.value());
-        TRY(json.end());
+        const auto value = TRY(m_json.value());
+        TRY(m_json.end());
         return readLine(value);
     }();
     if (!parsed) {

@@ -5,7 +5,9 @@
 #include <istream>
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "Base/JsonReader.h"
 #include "Capture/TraceLine.h"
 
 namespace stintbook {
@@ -25,11 +27,12 @@ public:
     std::expected<std::optional<TraceLine>, TraceProblem> next();
 
 private:
-    std::expected<TraceLine, std::string> read() const;
+    std::expected<TraceLine, std::string> read();
     std::expected<void, std::string> checkOrder(const TraceLine& line) const;
 
     std::istream& m_stream;
     std::string m_text;
+    JsonReader m_json{std::string_view()};
     std::size_t m_lineNumber = 0;
     /// That of the last line.
     std::optional<Instant> m_at;
