@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "Base/JsonReader.h"
+#include "Base/JsonValue.h"
 #include "Billing/BillingSettings.h"
 #include "Domain/ActivitySegment.h"
 #include "Domain/Client.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Base/JsonReader.h"
+#include "Base/JsonValue.h"
 #include "Domain/BrowserDomain.h"
 #include "Domain/LocalDay.h"
 

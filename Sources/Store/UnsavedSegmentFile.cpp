@@ -6,6 +6,7 @@
 
 #include "Base/FileReplacement.h"
 #include "Base/Json.h"
+#include "Base/JsonReader.h"
 #include "Base/Log.h"
 #include "Base/Try.h"
 #include "Store/ActivityDataReading.h"
