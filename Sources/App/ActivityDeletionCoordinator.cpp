@@ -72,6 +72,8 @@ void ActivityDeletionCoordinator::deleteActivity(const ActivityDataScope& scope,
 
 void ActivityDeletionCoordinator::startFirst()
 {
+    if (m_stop.stop_requested())
+        return end(std::unexpected(ActivityDeletionProblem(deletionStopped())));
     if (m_collaborators.writer == nullptr)
         return remove();
     m_collaborators.writer->resolveEvidenceForDeletion(

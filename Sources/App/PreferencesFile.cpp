@@ -11,9 +11,9 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/file.h>
-#include <unistd.h>
 
 #include "App/KnownPreferences.h"
+#include "Base/FileDescriptor.h"
 #include "Base/FileReplacement.h"
 #include "Base/Log.h"
 
@@ -34,25 +34,18 @@ public:
         : m_descriptor(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
     {
         // Others hold it for the moment of a write. One that was stopped in that moment is not waited for.
-        for (int attempt = 0; attempt < 100 && m_descriptor >= 0; ++attempt) {
-            if (::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+        for (int attempt = 0; attempt < 100 && m_descriptor; ++attempt) {
+            if (::flock(m_descriptor.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
                 return;
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
-        m_isHeldElsewhere = m_descriptor >= 0;
+        m_isHeldElsewhere = bool(m_descriptor);
     }
-    ~DirectoryLock()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    DirectoryLock(const DirectoryLock&) = delete;
-    DirectoryLock& operator=(const DirectoryLock&) = delete;
 
     bool isHeldElsewhere() const { return m_isHeldElsewhere; }
 
 private:
-    int m_descriptor;
+    FileDescriptor m_descriptor;
     bool m_isHeldElsewhere = false;
 };
 

@@ -21,7 +21,7 @@ constexpr double shareOfTheRecords = 0.8;
 
 std::unexpected<PersistenceError> stopped()
 {
-    return std::unexpected<PersistenceError>(StoreFailure{"The program was ended before that."});
+    return std::unexpected(deletionStopped());
 }
 
 std::vector<LocalDay> recordedDays(StoreConnection& connection, Interval extent,
@@ -208,14 +208,26 @@ Stored<std::vector<LocalDay>> recordedDays(StoreDatabase& database, const Activi
     });
 }
 
+PersistenceError deletionStopped()
+{
+    return StoreFailure{"The program was ended before that."};
+}
+
 Stored<int> deleteActivity(StoreDatabase& database, const ActivityDataScope& scope,
                            const CalendarContext& calendar, const DeletionCourse& course)
 {
     const auto bounds = extent(scope, calendar);
     const bool takesReviews = !std::holds_alternative<DaysBefore>(scope);
     const auto& file = database.file();
-    // There is one already where the remains of an earlier deletion are not erased yet.
-    const bool needsMark = !file.empty() && !readDeletionMark(file);
+    // There is one already where the remains of an earlier deletion are not erased yet. It serves both once it says
+    // that it was committed; to say so early is harmless, for erasing takes no records.
+    if (!file.empty())
+        markDeletionCommitted(file);
+    const auto earlier = file.empty() ? std::nullopt : readDeletionMark(file);
+    if (earlier && !earlier->isCommitted)
+        return std::unexpected<PersistenceError>(
+            StoreFailure{"What an earlier deletion left beside the store could not be marked."});
+    const bool needsMark = !file.empty() && !earlier;
     auto deleted = database.write([&](StoreConnection& connection) -> Stored<int> {
         const auto days = recordedDays(connection, bounds, calendar);
         if (days.empty() && !takesReviews)

@@ -21,6 +21,9 @@ struct DeletionCourse {
     std::chrono::milliseconds patience{5000};
 };
 
+/// Why a deletion that was asked to stop did not happen.
+PersistenceError deletionStopped();
+
 /// Removes a scope's records in one transaction; answers how many local days held observed activity.
 ///
 /// Recorded segments and reviewed items are taken by their time. No segment crosses a day of the zone that it
