@@ -2,6 +2,7 @@
 #include <condition_variable>
 #include <deque>
 #include <future>
+#include <latch>
 #include <mutex>
 #include <utility>
 
@@ -136,6 +137,21 @@ public:
             done.set_value();
         });
         done.get_future().wait();
+    }
+
+    /// Does the work while nothing happens on the desktop's thread: it reads the same clock.
+    template <typename Work> void whileStill(Work work)
+    {
+        std::latch reached(1), done(1), left(1);
+        post([&] {
+            reached.count_down();
+            done.wait();
+            left.count_down();
+        });
+        reached.wait();
+        work();
+        done.count_down();
+        left.wait();
     }
 
     void travelTo(const char* zone)
@@ -296,10 +312,11 @@ TEST_F(AppEnvironmentTest, CleansUpAtTheMidnightOfTheZoneThatItsUserTravelledTo)
     configuration.captureEnabled = true;
     startWithStore();
     ASSERT_TRUE(comes([&] { return environment->captureStatus().runtime.isActive(); }));
+    ASSERT_TRUE(comes([&] { return environment->preferences().lastAutomaticCleanup() == time.now(); }));
     stored.calendar = *CalendarContext::inZone("Asia/Tokyo");
     desktop.travelTo("Asia/Tokyo");
     main.drain();
-    time.advanceTo(stored.calendar.nextDayStart(time.now()));
+    desktop.whileStill([&] { time.advanceTo(stored.calendar.nextDayStart(time.now())); });
     EXPECT_TRUE(comes([&] { return environment->preferences().lastAutomaticCleanup() == time.now(); }));
 }
 
