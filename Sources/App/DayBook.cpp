@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <ranges>
 #include <set>
 
 #include <fmt/format.h>
@@ -28,6 +29,19 @@ namespace {
 std::string sentence(const UnknownWork& unknown)
 {
     return fmt::format("No work on this day has the identifier {}.", unknown.id.upperCaseText());
+}
+
+std::string sentence(EditHistoryProblem problem)
+{
+    switch (problem) {
+    case EditHistoryProblem::nothingToUndo:
+        return "There is no edit to undo.";
+    case EditHistoryProblem::nothingToRedo:
+        return "There is no edit to redo.";
+    case EditHistoryProblem::dayChangedSince:
+        return "The day has changed since, so the edit was left as it is.";
+    }
+    return {};
 }
 
 template <typename Problem> std::string sentence(const Problem& problem)
@@ -140,9 +154,10 @@ struct DayBook::Loaded {
     std::optional<ReviewedDayApproval> approval;
 };
 
-DayBook::DayBook(OpenedStore& store, CalendarContext calendar)
+DayBook::DayBook(OpenedStore& store, CalendarContext calendar, EditHistory* history)
     : m_store(store)
     , m_calendar(std::move(calendar))
+    , m_history(history)
 {
 }
 
@@ -257,24 +272,36 @@ Stored<std::vector<ListedDay>> DayBook::list(const std::optional<LocalDay>& from
 
 /// Reads the day, computes an edit and writes it, alone in writing; then answers.
 template <typename Compute, typename Answer>
-auto DayBook::edit(const LocalDay& day, std::span<const UUID> ids, Compute compute, Answer answer)
+auto DayBook::edit(EditKind kind, const LocalDay& day, std::span<const UUID> ids, Compute compute,
+                   Answer answer)
 {
     using Result =
         decltype(answer(std::declval<std::vector<ReviewSubject>&>(), std::declval<ReviewedLayerMutation&>()));
-    return m_store.database().write([&](StoreConnection&) -> Result {
+    std::optional<DayEdit> done;
+    auto result = m_store.database().write([&](StoreConnection&) -> Result {
         const auto loaded = TRY(load(day));
         const auto selected = TRY(subjects(loaded.content, ids));
         const EditContext context{loaded.content, loaded.directory, loaded.calendar};
         const auto mutation = TRY(compute(selected, context));
+        if (m_history != nullptr)
+            done = DayEdit{.kind = kind, .day = day, .before = {}, .after = {}};
+        if (done)
+            done->before = TRY(layer(day, mutation.reviewUpserts));
         TRY(m_store.review().apply(mutation));
+        if (done)
+            done->after = TRY(layer(day, mutation.reviewUpserts));
         return answer(selected, mutation);
     });
+    if (result && done)
+        m_history->add(*std::move(done));
+    return result;
 }
 
 template <typename Compute>
-DayEdited<EditedWork> DayBook::editInPlace(const LocalDay& day, std::span<const UUID> ids, Compute compute)
+DayEdited<EditedWork> DayBook::editInPlace(EditKind kind, const LocalDay& day, std::span<const UUID> ids,
+                                           Compute compute)
 {
-    return edit(day, ids, compute,
+    return edit(kind, day, ids, compute,
                 [&](const std::vector<ReviewSubject>& selected,
                     const ReviewedLayerMutation& mutation) -> DayEdited<EditedWork> {
                     return afterwards(TRY(load(day)).content, selected, mutation);
@@ -282,10 +309,10 @@ DayEdited<EditedWork> DayBook::editInPlace(const LocalDay& day, std::span<const 
 }
 
 template <typename Compute>
-DayEdited<std::vector<ReviewedWorkItem>> DayBook::editItems(const LocalDay& day, std::span<const UUID> ids,
-                                                            Compute compute)
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::editItems(EditKind kind, const LocalDay& day,
+                                                            std::span<const UUID> ids, Compute compute)
 {
-    return edit(day, ids, compute,
+    return edit(kind, day, ids, compute,
                 [](const std::vector<ReviewSubject>&, const ReviewedLayerMutation& mutation)
                     -> DayEdited<std::vector<ReviewedWorkItem>> { return mutation.upserts; });
 }
@@ -293,49 +320,50 @@ DayEdited<std::vector<ReviewedWorkItem>> DayBook::editItems(const LocalDay& day,
 DayEdited<EditedWork> DayBook::assign(const LocalDay& day, std::span<const UUID> ids,
                                       const WorkTarget& target)
 {
-    return editInPlace(day, ids, [&](const auto& selected, const EditContext& context) {
+    return editInPlace(EditKind::assign, day, ids, [&](const auto& selected, const EditContext& context) {
         return stintbook::assign(selected, assignmentTo(target, context.directory), context);
     });
 }
 
 DayEdited<EditedWork> DayBook::confirm(const LocalDay& day, std::span<const UUID> ids)
 {
-    return editInPlace(day, ids, [](const auto& selected, const EditContext& context) {
+    return editInPlace(EditKind::confirm, day, ids, [](const auto& selected, const EditContext& context) {
         return stintbook::confirm(selected, context);
     });
 }
 
 DayEdited<EditedWork> DayBook::ignore(const LocalDay& day, std::span<const UUID> ids)
 {
-    return editInPlace(day, ids, [](const auto& selected, const EditContext& context) {
+    return editInPlace(EditKind::ignore, day, ids, [](const auto& selected, const EditContext& context) {
         return stintbook::ignore(selected, context);
     });
 }
 
 DayEdited<EditedWork> DayBook::restore(const LocalDay& day, std::span<const UUID> ids)
 {
-    return editInPlace(day, ids, [](const auto& selected, const EditContext&) {
+    return editInPlace(EditKind::restore, day, ids, [](const auto& selected, const EditContext&) {
         return Edited<ReviewedLayerMutation>(stintbook::restore(selected));
     });
 }
 
 DayEdited<std::vector<ReviewedWorkItem>> DayBook::freeze(const LocalDay& day, std::span<const UUID> ids)
 {
-    return editItems(day, ids, [](const auto& selected, const EditContext& context) {
+    return editItems(EditKind::freeze, day, ids, [](const auto& selected, const EditContext& context) {
         return stintbook::freeze(selected, context);
     });
 }
 
 DayEdited<std::vector<ReviewedWorkItem>> DayBook::split(const LocalDay& day, UUID id, Instant at)
 {
-    return editItems(day, std::span(&id, 1), [&](const auto& selected, const EditContext& context) {
-        return stintbook::split(selected.front(), at, context);
-    });
+    return editItems(EditKind::split, day, std::span(&id, 1),
+                     [&](const auto& selected, const EditContext& context) {
+                         return stintbook::split(selected.front(), at, context);
+                     });
 }
 
 DayEdited<std::vector<ReviewedWorkItem>> DayBook::merge(const LocalDay& day, std::span<const UUID> ids)
 {
-    return editItems(day, ids, [](const auto& selected, const EditContext& context) {
+    return editItems(EditKind::merge, day, ids, [](const auto& selected, const EditContext& context) {
         return stintbook::merge(selected, context);
     });
 }
@@ -343,16 +371,17 @@ DayEdited<std::vector<ReviewedWorkItem>> DayBook::merge(const LocalDay& day, std
 DayEdited<std::vector<ReviewedWorkItem>> DayBook::describe(const LocalDay& day, UUID id,
                                                            const std::string& text)
 {
-    return editItems(day, std::span(&id, 1), [&](const auto& selected, const EditContext& context) {
-        return stintbook::describe(selected.front(), text, context);
-    });
+    return editItems(EditKind::describe, day, std::span(&id, 1),
+                     [&](const auto& selected, const EditContext& context) {
+                         return stintbook::describe(selected.front(), text, context);
+                     });
 }
 
-DayEdited<std::vector<ReviewedWorkItem>> DayBook::add(const LocalDay& day, Interval when,
-                                                      const WorkTarget& target,
-                                                      const std::optional<std::string>& description)
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::addWork(EditKind kind, const LocalDay& day, Interval when,
+                                                          const WorkTarget& target,
+                                                          const std::optional<std::string>& description)
 {
-    return editItems(day, {}, [&](const auto&, const EditContext& context) {
+    return editItems(kind, day, {}, [&](const auto&, const EditContext& context) {
         const auto assignment = assignmentTo(target, context.directory);
         return addMissingWork({.start = when.start,
                                .end = when.end,
@@ -364,6 +393,13 @@ DayEdited<std::vector<ReviewedWorkItem>> DayBook::add(const LocalDay& day, Inter
     });
 }
 
+DayEdited<std::vector<ReviewedWorkItem>> DayBook::add(const LocalDay& day, Interval when,
+                                                      const WorkTarget& target,
+                                                      const std::optional<std::string>& description)
+{
+    return addWork(EditKind::addWork, day, when, target, description);
+}
+
 DayEdited<std::vector<ReviewedWorkItem>> DayBook::convertIdle(const LocalDay& day, SegmentID idle,
                                                               const WorkTarget& target,
                                                               const std::optional<std::string>& description)
@@ -372,7 +408,7 @@ DayEdited<std::vector<ReviewedWorkItem>> DayBook::convertIdle(const LocalDay& da
         const auto when = idleTime(idle, TRY(load(day)).content);
         if (!when)
             return std::unexpected(UnknownWork{idle.uuid});
-        return add(day, *when, target, description);
+        return addWork(EditKind::convertIdle, day, *when, target, description);
     });
 }
 
@@ -388,6 +424,45 @@ DayEdited<ReviewedDayApproval> DayBook::markReady(const LocalDay& day, Instant n
         TRY(m_store.review().apply(*mutation));
         return *mutation->approval;
     });
+}
+
+Stored<ReviewedLayer> DayBook::layer(const LocalDay& day,
+                                     const std::map<SegmentID, SegmentReview>& segments) const
+{
+    ReviewedLayer layer;
+    layer.items = TRY(m_store.review().items(day));
+    const auto ids = std::views::keys(segments);
+    const auto stored = TRY(m_store.review().reviews(std::vector(ids.begin(), ids.end())));
+    for (const auto& id : ids) {
+        const auto found = stored.find(id);
+        layer.reviews.emplace(id, found == stored.end() ? SegmentReview{} : found->second);
+    }
+    return layer;
+}
+
+DayEdited<DayEdit> DayBook::repeat(EditHistory::Direction direction)
+{
+    const bool isUndo = direction == EditHistory::Direction::undo;
+    const auto* next = m_history == nullptr ? nullptr : m_history->next(direction);
+    if (next == nullptr)
+        return std::unexpected(isUndo ? EditHistoryProblem::nothingToUndo
+                                      : EditHistoryProblem::nothingToRedo);
+
+    auto edit = *next;
+    const auto& from = isUndo ? edit.after : edit.before;
+    const auto& to = isUndo ? edit.before : edit.after;
+    auto result = m_store.database().write([&](StoreConnection&) -> DayEdited<void> {
+        if (TRY(layer(edit.day, from.reviews)) != from)
+            return std::unexpected(EditHistoryProblem::dayChangedSince);
+        return m_store.review().apply(difference(from, to));
+    });
+    if (result) {
+        m_history->move(direction);
+        return edit;
+    }
+    if (std::holds_alternative<EditHistoryProblem>(result.error()))
+        m_history->drop(direction);
+    return std::unexpected(std::move(result).error());
 }
 
 } // namespace stintbook

@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "App/EditHistory.h"
 #include "App/OpenedStore.h"
 #include "Billing/RecordsDayState.h"
 #include "Billing/ReviewedDayReading.h"
@@ -18,6 +19,7 @@
 #include "Review/ReadyToBill.h"
 #include "Review/ReviewSubject.h"
 #include "Review/ReviewedEditProblem.h"
+#include "Review/SegmentReview.h"
 #include "Rules/ExclusionEngine.h"
 
 namespace stintbook {
@@ -58,8 +60,17 @@ struct UnknownWork {
     UUID id;
 };
 
+/// Why an edit was neither taken back nor done again.
+enum class EditHistoryProblem {
+    nothingToUndo,
+    nothingToRedo,
+    /// By another edit, another process or a deletion.
+    dayChangedSince,
+};
+
 /// Why an edit did not happen. Nothing was changed.
-using DayEditProblem = std::variant<PersistenceError, ReviewedEditProblem, ReadyToBillBlocker, UnknownWork>;
+using DayEditProblem =
+    std::variant<PersistenceError, ReviewedEditProblem, ReadyToBillBlocker, UnknownWork, EditHistoryProblem>;
 std::string message(const DayEditProblem& problem);
 
 template <typename T> using DayEdited = std::expected<T, DayEditProblem>;
@@ -80,7 +91,8 @@ struct EditedWork {
 /// Opens days and edits them. Every edit reads, checks and writes in one transaction of the store.
 class DayBook {
 public:
-    DayBook(OpenedStore& store, CalendarContext calendar);
+    /// A history, which outlives the book, remembers its edits.
+    DayBook(OpenedStore& store, CalendarContext calendar, EditHistory* history = nullptr);
 
     const CalendarContext& calendar() const { return m_calendar; }
 
@@ -110,21 +122,33 @@ public:
 
     DayEdited<ReviewedDayApproval> markReady(const LocalDay& day, Instant now);
 
+    /// The last edit that the history remembers, of whatever day; refused where its work is not as that edit left it.
+    DayEdited<DayEdit> undo() { return repeat(EditHistory::Direction::undo); }
+    DayEdited<DayEdit> redo() { return repeat(EditHistory::Direction::redo); }
+
 private:
     struct Loaded;
     Stored<Loaded> load(const LocalDay& day) const;
     Stored<ListedDay> summarize(const LocalDay& day, const ExclusionEngine& exclusion,
                                 const std::map<std::string, std::string>& exportedRevisions) const;
     template <typename Compute, typename Answer>
-    auto edit(const LocalDay& day, std::span<const UUID> ids, Compute compute, Answer answer);
+    auto edit(EditKind kind, const LocalDay& day, std::span<const UUID> ids, Compute compute, Answer answer);
     template <typename Compute>
-    DayEdited<EditedWork> editInPlace(const LocalDay& day, std::span<const UUID> ids, Compute compute);
+    DayEdited<EditedWork> editInPlace(EditKind kind, const LocalDay& day, std::span<const UUID> ids,
+                                      Compute compute);
     template <typename Compute>
-    DayEdited<std::vector<ReviewedWorkItem>> editItems(const LocalDay& day, std::span<const UUID> ids,
-                                                       Compute compute);
+    DayEdited<std::vector<ReviewedWorkItem>> editItems(EditKind kind, const LocalDay& day,
+                                                       std::span<const UUID> ids, Compute compute);
+    DayEdited<std::vector<ReviewedWorkItem>> addWork(EditKind kind, const LocalDay& day, Interval when,
+                                                     const WorkTarget& target,
+                                                     const std::optional<std::string>& description);
+    Stored<ReviewedLayer> layer(const LocalDay& day,
+                                const std::map<SegmentID, SegmentReview>& segments) const;
+    DayEdited<DayEdit> repeat(EditHistory::Direction direction);
 
     OpenedStore& m_store;
     CalendarContext m_calendar;
+    EditHistory* m_history;
 };
 
 } // namespace stintbook

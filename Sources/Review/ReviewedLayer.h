@@ -1,0 +1,24 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "Review/ReviewedLayerMutation.h"
+
+namespace stintbook {
+
+/// What edits write of one day: all its items, and the reviews of some segments.
+struct ReviewedLayer {
+    /// By start, then identifier.
+    std::vector<ReviewedWorkItem> items;
+    /// The empty review where none is stored.
+    std::map<SegmentID, SegmentReview> reviews;
+
+    friend bool operator==(const ReviewedLayer&, const ReviewedLayer&) = default;
+};
+
+/// What makes one layer of the other, which tells of the same day and the same segments. An approval is not taken
+/// back: it names the revision that it approved, and no other.
+ReviewedLayerMutation difference(const ReviewedLayer& from, const ReviewedLayer& to);
+
+} // namespace stintbook

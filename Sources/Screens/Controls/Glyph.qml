@@ -1,0 +1,16 @@
+import QtQuick
+import Velloran
+
+/// One of our icons, in an ink.
+Image {
+    required property string name
+    property color ink: Theme.ink
+    property int size: 16
+
+    width: size
+    height: size
+    sourceSize: Qt.size(size * 2, size * 2)
+    source: "image://glyphs/" + name + "/" + ink
+    fillMode: Image.PreserveAspectFit
+    Accessible.ignored: true
+}

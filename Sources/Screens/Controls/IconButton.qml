@@ -1,0 +1,32 @@
+import QtQuick
+import QtQuick.Templates as T
+import Velloran
+
+T.Button {
+    id: control
+
+    required property string glyph
+
+    implicitWidth: Theme.controlHeight
+    implicitHeight: Theme.controlHeight
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    opacity: enabled ? 1 : 0.45
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.onPressAction: control.clicked()
+
+    contentItem: Item {
+        Glyph {
+            anchors.centerIn: parent
+            name: control.glyph
+            ink: Theme.secondaryInk
+        }
+    }
+    background: Rectangle {
+        radius: Theme.radius
+        color: control.hovered || control.down ? Theme.hover : Theme.panel
+        border.color: Theme.strongBorder
+        FocusRing { isShown: control.visualFocus }
+    }
+}

@@ -1,0 +1,54 @@
+import QtQuick
+import QtQuick.Templates as T
+import Velloran
+
+/// One of the screens, in the sidebar.
+T.Button {
+    id: control
+
+    required property string glyph
+    property bool isChosen: false
+    property int count: 0
+
+    implicitHeight: 34
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.PageTab
+    Accessible.name: count > 0 ? qsTr("%1, %2").arg(text).arg(count) : text
+    Accessible.selected: isChosen
+    Accessible.onPressAction: control.clicked()
+
+    contentItem: Item {
+        Glyph {
+            id: mark
+            x: 10
+            anchors.verticalCenter: parent.verticalCenter
+            name: control.glyph
+            ink: control.isChosen ? Theme.accent : Theme.secondaryInk
+        }
+        Words {
+            x: 36
+            width: parent.width - 60
+            anchors.verticalCenter: parent.verticalCenter
+            text: control.text
+            font.weight: Font.DemiBold
+            color: control.isChosen ? Theme.accent : Theme.ink
+            Accessible.ignored: true
+        }
+        Words {
+            anchors.right: parent.right
+            anchors.rightMargin: 10
+            anchors.verticalCenter: parent.verticalCenter
+            visible: control.count > 0
+            text: control.count
+            font.pixelSize: Theme.small
+            color: control.isChosen ? Theme.accent : Theme.secondaryInk
+            Accessible.ignored: true
+        }
+    }
+    background: Rectangle {
+        radius: Theme.radius
+        color: control.isChosen ? Theme.selection : control.hovered ? Theme.hover : "transparent"
+        FocusRing { isShown: control.visualFocus }
+    }
+}

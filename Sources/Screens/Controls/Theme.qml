@@ -1,0 +1,50 @@
+pragma Singleton
+import QtQuick
+
+/// Every colour, size and duration. Light or dark as the desktop says.
+QtObject {
+    property bool isDark: false
+    property bool reducesMotion: false
+
+    readonly property color window: isDark ? "#16191d" : "#f4f5f8"
+    readonly property color panel: isDark ? "#1d2125" : "#ffffff"
+    readonly property color sunken: isDark ? "#24282d" : "#f0f1f5"
+    readonly property color border: isDark ? "#32373d" : "#dfe1e8"
+    readonly property color strongBorder: isDark ? "#4a515a" : "#c6cad4"
+    readonly property color ink: isDark ? "#eceef1" : "#14171c"
+    readonly property color secondaryInk: isDark ? "#a3aab4" : "#596070"
+    readonly property color accent: isDark ? "#86a8fb" : "#2f5fd3"
+    readonly property color accentInk: isDark ? "#0d1420" : "#ffffff"
+    readonly property color selection: isDark ? "#202c46" : "#e8eefc"
+    readonly property color hover: isDark ? "#262b31" : "#eceef3"
+    readonly property color good: isDark ? "#4fb893" : "#237a5c"
+    readonly property color warning: isDark ? "#e8b35a" : "#8a5a00"
+    readonly property color idle: isDark ? "#2b3036" : "#e4e6ec"
+
+    /// For clients without a colour of their own.
+    readonly property color anonymous: isDark ? "#8b93a0" : "#7d8593"
+    /// Ink and ground of a client's chip.
+    function chipInk(client: color): color {
+        return isDark ? Qt.hsla(client.hslHue, Math.min(client.hslSaturation, 0.8), 0.75, 1)
+                      : Qt.hsla(client.hslHue, Math.min(client.hslSaturation, 0.8), 0.28, 1);
+    }
+    function chipGround(client: color): color {
+        return isDark ? Qt.rgba(client.r, client.g, client.b, 0.24) : Qt.rgba(client.r, client.g, client.b, 0.13);
+    }
+
+    readonly property string family: "Inter"
+    readonly property int caption: 11
+    readonly property int small: 12
+    readonly property int body: 13
+    readonly property int heading: 15
+    readonly property int display: 22
+
+    readonly property int unit: 4
+    readonly property int gap: 8
+    readonly property int padding: 16
+    readonly property int margin: 24
+    readonly property int radius: 6
+    readonly property int controlHeight: 32
+
+    readonly property int quick: reducesMotion ? 0 : 90
+}

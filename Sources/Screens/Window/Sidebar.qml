@@ -1,0 +1,74 @@
+import QtQuick
+import QtQuick.Layouts
+import Velloran
+
+/// Where to go, and whether work is recorded.
+Rectangle {
+    id: sidebar
+
+    property string chosen: "review"
+    property string captureText
+    property bool isRecording: false
+
+    implicitWidth: 208
+    color: Theme.panel
+
+    Rectangle {
+        anchors.right: parent.right
+        width: 1
+        height: parent.height
+        color: Theme.border
+    }
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: 2
+
+        Words {
+            Layout.margins: 10
+            Layout.bottomMargin: Theme.padding
+            text: Qt.application.displayName
+            font.pixelSize: Theme.heading
+            font.weight: Font.DemiBold
+        }
+        Repeater {
+            model: [
+                { "key": "review", "name": qsTr("Review") },
+                { "key": "records", "name": qsTr("Records") },
+                { "key": "clients", "name": qsTr("Clients") },
+                { "key": "rules", "name": qsTr("Rules") }
+            ]
+            NavigationItem {
+                required property var modelData
+                Layout.fillWidth: true
+                glyph: modelData.key
+                text: modelData.name
+                isChosen: sidebar.chosen === modelData.key
+                onClicked: sidebar.chosen = modelData.key
+            }
+        }
+        Item { Layout.fillHeight: true }
+        RowLayout {
+            Layout.leftMargin: 10
+            spacing: Theme.gap
+            Rectangle {
+                implicitWidth: 8
+                implicitHeight: 8
+                radius: 4
+                color: sidebar.isRecording ? Theme.good : Theme.warning
+            }
+            Words {
+                Layout.fillWidth: true
+                text: sidebar.captureText
+                color: Theme.secondaryInk
+            }
+        }
+        NavigationItem {
+            Layout.fillWidth: true
+            glyph: "settings"
+            text: qsTr("Settings")
+            isChosen: sidebar.chosen === "settings"
+            onClicked: sidebar.chosen = "settings"
+        }
+    }
+}
