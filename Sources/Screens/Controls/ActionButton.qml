@@ -6,6 +6,7 @@ T.Button {
     id: control
 
     property bool isPrimary: false
+    property bool isDestructive: false
 
     implicitHeight: Theme.controlHeight
     implicitWidth: Math.max(implicitContentWidth + 2 * Theme.padding, Theme.controlHeight)
@@ -23,7 +24,7 @@ T.Button {
     contentItem: Words {
         text: control.text
         font: control.font
-        color: control.isPrimary ? Theme.accentInk : Theme.ink
+        color: control.isPrimary ? Theme.accentInk : control.isDestructive ? Theme.danger : Theme.ink
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true

@@ -23,6 +23,10 @@ T.Button {
             ink: Theme.secondaryInk
         }
     }
+    Hint {
+        visible: control.hovered && control.text.length > 0
+        text: control.text
+    }
     background: Rectangle {
         radius: Theme.radius
         color: control.hovered || control.down ? Theme.hover : Theme.panel

@@ -19,6 +19,11 @@ QtObject {
     readonly property color hover: isDark ? "#262b31" : "#eceef3"
     readonly property color good: isDark ? "#4fb893" : "#237a5c"
     readonly property color warning: isDark ? "#e8b35a" : "#8a5a00"
+    readonly property color danger: isDark ? "#f08a80" : "#b3261e"
+    readonly property color hintGround: isDark ? "#eceef1" : "#22262c"
+    readonly property color hintInk: isDark ? "#16191d" : "#ffffff"
+    /// Over the window while a sheet is open.
+    readonly property color shade: isDark ? "#99000000" : "#55101418"
     readonly property color idle: isDark ? "#2b3036" : "#e4e6ec"
 
     /// For clients without a colour of their own.

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QVariantMap>
 #include <algorithm>
 #include <functional>
 #include <unordered_set>
 #include <utility>
 #include <vector>
+
+#include "Screens/Models/Texts.h"
 
 namespace stintbook {
 
@@ -18,6 +21,17 @@ public:
         std::function<QVariant(const Row&)> value;
     };
 
+    /// A member of the row by the name that QML knows it by.
+    template <typename Value> static Role role(const char* name, Value Row::* member)
+    {
+        return {name, [member](const Row& row) -> QVariant {
+                    if constexpr (requires { text(row.*member); })
+                        return text(row.*member);
+                    else
+                        return row.*member;
+                }};
+    }
+
     explicit RowModel(std::vector<Role> roles, QObject* parent = nullptr)
         : QAbstractListModel(parent)
         , m_roles(std::move(roles))
@@ -25,6 +39,14 @@ public:
     }
 
     const std::vector<Row>& rows() const { return m_rows; }
+    /// The values of a row by the roles' names.
+    QVariantMap values(std::size_t row) const
+    {
+        QVariantMap values;
+        for (const auto& role : m_roles)
+            values.insert(QString::fromLatin1(role.name), role.value(m_rows[row]));
+        return values;
+    }
 
     int rowCount(const QModelIndex& parent = {}) const override
     {

@@ -1,6 +1,5 @@
 #include "Screens/Review/ReviewModel.h"
 
-#include <QDate>
 #include <QLocale>
 #include <algorithm>
 #include <array>
@@ -25,40 +24,22 @@ struct ReviewModel::Shown {
 
 namespace {
 
-QString text(std::string_view utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-template <typename Row> typename RowModel<Row>::Role role(const char* name, auto Row::* member)
-{
-    return {name, [member](const Row& row) -> QVariant {
-                const auto& value = row.*member;
-                using Value = std::remove_cvref_t<decltype(value)>;
-                if constexpr (std::is_same_v<Value, UUID>)
-                    return text(value.upperCaseText());
-                else if constexpr (std::is_same_v<Value, std::string>)
-                    return text(value);
-                else
-                    return value;
-            }};
-}
-
 std::vector<RowModel<SubjectRow>::Role> subjectRoles()
 {
-    return {role("subjectID", &SubjectRow::id),
-            role("title", &SubjectRow::title),
-            role("times", &SubjectRow::times),
-            role("duration", &SubjectRow::duration),
-            role("application", &SubjectRow::application),
-            role("client", &SubjectRow::client),
-            role("project", &SubjectRow::project),
-            role("clientColor", &SubjectRow::color),
-            role("state", &SubjectRow::state),
-            role("isUnresolved", &SubjectRow::isUnresolved),
-            role("start", &SubjectRow::start),
-            role("end", &SubjectRow::end),
-            role("words", &SubjectRow::words)};
+    using Rows = RowModel<SubjectRow>;
+    return {Rows::role("subjectID", &SubjectRow::id),
+            Rows::role("title", &SubjectRow::title),
+            Rows::role("times", &SubjectRow::times),
+            Rows::role("duration", &SubjectRow::duration),
+            Rows::role("application", &SubjectRow::application),
+            Rows::role("client", &SubjectRow::client),
+            Rows::role("project", &SubjectRow::project),
+            Rows::role("clientColor", &SubjectRow::color),
+            Rows::role("state", &SubjectRow::state),
+            Rows::role("isUnresolved", &SubjectRow::isUnresolved),
+            Rows::role("start", &SubjectRow::start),
+            Rows::role("end", &SubjectRow::end),
+            Rows::role("words", &SubjectRow::words)};
 }
 
 QString titleOf(const EditHistory& history, EditHistory::Direction direction)
@@ -74,27 +55,35 @@ template <typename T> std::optional<std::string> problemOf(const DayEdited<T>& r
 
 } // namespace
 
-ReviewModel::ReviewModel(Collaborators collaborators, QObject* parent)
+ReviewModel::ReviewModel(const ScreenContext& context, QObject* parent)
     : QObject(parent)
-    , m_collaborators(std::move(collaborators))
-    , m_week({role("dayID", &WeekDayRow::id), role("name", &WeekDayRow::name),
-              role("number", &WeekDayRow::number), role("isChosen", &WeekDayRow::isChosen),
-              role("isToday", &WeekDayRow::isToday), role("isWeekend", &WeekDayRow::isWeekend),
-              role("hasWork", &WeekDayRow::hasWork), role("reviewed", &WeekDayRow::reviewed),
-              role("state", &WeekDayRow::state)})
+    , m_context(context)
+    , m_week({RowModel<WeekDayRow>::role("dayID", &WeekDayRow::id),
+              RowModel<WeekDayRow>::role("name", &WeekDayRow::name),
+              RowModel<WeekDayRow>::role("number", &WeekDayRow::number),
+              RowModel<WeekDayRow>::role("isChosen", &WeekDayRow::isChosen),
+              RowModel<WeekDayRow>::role("isToday", &WeekDayRow::isToday),
+              RowModel<WeekDayRow>::role("isWeekend", &WeekDayRow::isWeekend),
+              RowModel<WeekDayRow>::role("hasWork", &WeekDayRow::hasWork),
+              RowModel<WeekDayRow>::role("reviewed", &WeekDayRow::reviewed),
+              RowModel<WeekDayRow>::role("state", &WeekDayRow::state)})
     , m_subjects(subjectRoles())
-    , m_spans({role("title", &SpanRow::title), role("isIdle", &SpanRow::isIdle),
-               role("start", &SpanRow::start), role("end", &SpanRow::end)})
-    , m_clients({role("choiceID", &ChoiceRow::id), role("name", &ChoiceRow::name),
-                 role("clientColor", &ChoiceRow::color)})
-    , m_projects({role("choiceID", &ChoiceRow::id), role("name", &ChoiceRow::name),
-                  role("clientColor", &ChoiceRow::color)})
+    , m_spans({RowModel<SpanRow>::role("title", &SpanRow::title),
+               RowModel<SpanRow>::role("isIdle", &SpanRow::isIdle),
+               RowModel<SpanRow>::role("start", &SpanRow::start),
+               RowModel<SpanRow>::role("end", &SpanRow::end)})
+    , m_clients({RowModel<ChoiceRow>::role("choiceID", &ChoiceRow::id),
+                 RowModel<ChoiceRow>::role("name", &ChoiceRow::name),
+                 RowModel<ChoiceRow>::role("clientColor", &ChoiceRow::color)})
+    , m_projects({RowModel<ChoiceRow>::role("choiceID", &ChoiceRow::id),
+                  RowModel<ChoiceRow>::role("name", &ChoiceRow::name),
+                  RowModel<ChoiceRow>::role("clientColor", &ChoiceRow::color)})
 {
 }
 
 QString ReviewModel::title() const
 {
-    return QLocale().toString(QDate(m_date.year, m_date.month, m_date.day), QLocale::LongFormat);
+    return QLocale().toString(dateOf(m_date), QLocale::LongFormat);
 }
 
 QString ReviewModel::figures() const
@@ -156,7 +145,7 @@ QString ReviewModel::redoTitle() const
 
 QString ReviewModel::selected() const
 {
-    return m_selected ? text(m_selected->upperCaseText()) : QString();
+    return m_selected ? text(*m_selected) : QString();
 }
 
 std::optional<std::size_t> ReviewModel::selectedRow() const
@@ -170,19 +159,13 @@ std::optional<std::size_t> ReviewModel::selectedRow() const
 
 QVariantMap ReviewModel::inspected() const
 {
-    QVariantMap values;
-    if (const auto row = selectedRow()) {
-        const auto names = m_subjects.roleNames();
-        for (auto name = names.begin(); name != names.end(); ++name)
-            values.insert(QString::fromLatin1(*name),
-                          m_subjects.data(m_subjects.index(static_cast<int>(*row)), name.key()));
-    }
-    return values;
+    const auto row = selectedRow();
+    return row ? m_subjects.values(*row) : QVariantMap();
 }
 
 void ReviewModel::openToday()
 {
-    open(m_collaborators.calendar().dateOf(m_collaborators.clock.now()));
+    open(m_context.calendar().dateOf(m_context.clock.now()));
 }
 
 void ReviewModel::move(int days)
@@ -213,7 +196,7 @@ void ReviewModel::refresh()
 
 void ReviewModel::edit(Edit edit)
 {
-    const auto calendar = m_collaborators.calendar();
+    const auto calendar = m_context.calendar();
     const auto day = calendar.dayOn(m_date);
     if (!day)
         return;
@@ -221,7 +204,7 @@ void ReviewModel::edit(Edit edit)
         std::shared_ptr<const Shown> shown;
         std::optional<std::string> problem;
     };
-    const auto work = [calendar, day = *day, date = m_date, now = m_collaborators.clock.now(),
+    const auto work = [calendar, day = *day, date = m_date, now = m_context.clock.now(),
                        edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
         DayBook book(place.store, calendar, &place.history);
         Answer answer{.shown = nullptr, .problem = edit(book, day)};
@@ -245,7 +228,7 @@ void ReviewModel::edit(Edit edit)
             answer.problem = message(shown.error());
         return answer;
     };
-    m_collaborators.desk.ask(
+    m_context.desk.ask(
         this, work,
         [this, date = m_date](const Answer& answer) {
             setProblem(answer.problem ? text(*answer.problem) : QString());
@@ -390,7 +373,7 @@ void ReviewModel::mergeWithNext()
 
 void ReviewModel::markReady()
 {
-    edit([now = m_collaborators.clock.now()](DayBook& book, const LocalDay& day) {
+    edit([now = m_context.clock.now()](DayBook& book, const LocalDay& day) {
         return problemOf(book.markReady(day, now));
     });
 }

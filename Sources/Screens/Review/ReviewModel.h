@@ -8,10 +8,9 @@
 
 #include <QtQml/qqmlregistration.h>
 
-#include "Base/TimeSource.h"
 #include "Screens/Models/RowModel.h"
 #include "Screens/Review/ReviewRows.h"
-#include "Screens/Window/StoreDesk.h"
+#include "Screens/Window/ScreenContext.h"
 
 namespace stintbook {
 
@@ -51,14 +50,7 @@ class ReviewModel : public QObject {
     Q_PROPERTY(QVariantMap inspected READ inspected NOTIFY selectionChanged)
 
 public:
-    /// All outlive the model.
-    struct Collaborators {
-        StoreDesk& desk;
-        const TimeSource& clock;
-        std::function<CalendarContext()> calendar;
-    };
-
-    explicit ReviewModel(Collaborators collaborators, QObject* parent = nullptr);
+    explicit ReviewModel(const ScreenContext& context, QObject* parent = nullptr);
 
     QString title() const;
     QString figures() const;
@@ -126,7 +118,7 @@ private:
     void setProblem(const QString& problem);
     std::optional<std::size_t> selectedRow() const;
 
-    Collaborators m_collaborators;
+    ScreenContext m_context;
     CivilDate m_date;
     std::shared_ptr<const Shown> m_shown;
     std::optional<UUID> m_selected;

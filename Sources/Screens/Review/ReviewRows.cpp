@@ -1,31 +1,17 @@
 #include "Screens/Review/ReviewRows.h"
 
 #include <QDate>
-#include <QDateTime>
 #include <QLocale>
 #include <QStringList>
 #include <algorithm>
-#include <cmath>
 
 #include "Review/SubjectState.h"
 #include "Review/WorkTitles.h"
+#include "Screens/Models/Texts.h"
 
 namespace stintbook {
 
 namespace {
-
-QString timeOf(Instant at, const CalendarContext& calendar)
-{
-    const auto civil = calendar.civilTime(at);
-    // The C locale writes seconds, which tell nothing here.
-    const auto format = QLocale().timeFormat(QLocale::ShortFormat).remove(QStringLiteral(":ss"));
-    return QLocale().toString(QTime(civil.hour, civil.minute), format);
-}
-
-QString timesOf(Interval interval, const CalendarContext& calendar)
-{
-    return timeOf(interval.start, calendar) + QStringLiteral(" – ") + timeOf(interval.end, calendar);
-}
 
 void setWhom(SubjectRow& row, const std::optional<AttributionAssignment>& assignment,
              const AssignmentDirectory& directory)
@@ -33,25 +19,25 @@ void setWhom(SubjectRow& row, const std::optional<AttributionAssignment>& assign
     if (!assignment)
         return;
     if (const auto* client = directory.client(assignment->clientID)) {
-        row.client = QString::fromStdString(client->name);
-        row.color = client->color ? QString::fromStdString(client->color->hex()) : QString();
+        row.client = text(client->name);
+        row.color = client->color ? text(client->color->hex()) : QString();
     }
     if (const auto* project = directory.project(assignment->projectID))
-        row.project = QString::fromStdString(project->name);
+        row.project = text(project->name);
 }
 
 /// A block's title is the one of most of its time.
 void describe(SubjectRow& row, const WorkBlock& block)
 {
-    row.application = QString::fromStdString(block.application.displayName);
+    row.application = text(block.application.displayName);
     const auto titles = workTitles(block.lineage);
-    row.title = titles.empty() ? row.application : QString::fromStdString(titles.front().text);
+    row.title = titles.empty() ? row.application : text(titles.front().text);
     QStringList words{row.application};
     for (const auto& title : titles)
-        words.append(QString::fromStdString(title.text));
+        words.append(text(title.text));
     for (const auto& entry : block.lineage) {
         if (entry.segment.browserDomain)
-            words.append(QString::fromStdString(entry.segment.browserDomain->host()));
+            words.append(text(entry.segment.browserDomain->host()));
     }
     words.removeDuplicates();
     row.words = words.join(QLatin1Char('\n'));
@@ -59,28 +45,11 @@ void describe(SubjectRow& row, const WorkBlock& block)
 
 void describe(SubjectRow& row, const ReviewedWorkItem& item)
 {
-    row.title = QString::fromStdString(item.description.value_or(""));
+    row.title = text(item.description.value_or(""));
     row.words = row.title;
 }
 
-QDate dateOf(CivilDate date)
-{
-    return {date.year, date.month, date.day};
-}
-
 } // namespace
-
-QString shortDuration(Seconds length)
-{
-    const auto seconds = static_cast<qint64>(std::llround(length.value));
-    if (seconds < 60)
-        return QObject::tr("%1 s").arg(seconds);
-    const auto minutes = (seconds + 30) / 60;
-    if (minutes < 60)
-        return QObject::tr("%1 min").arg(minutes);
-    return minutes % 60 == 0 ? QObject::tr("%1 h").arg(minutes / 60)
-                             : QObject::tr("%1 h %2 min").arg(minutes / 60).arg(minutes % 60);
-}
 
 std::vector<SubjectRow> subjectRows(const ReviewDay& day, const AssignmentDirectory& directory,
                                     const CalendarContext& calendar)
@@ -99,7 +68,7 @@ std::vector<SubjectRow> subjectRows(const ReviewDay& day, const AssignmentDirect
         row.id = identifier(subject);
         row.times = timesOf(when, calendar);
         row.duration = shortDuration(when.length());
-        row.state = QString::fromUtf8(rawValue(how));
+        row.state = text(rawValue(how));
         row.isUnresolved = isUnresolved(how);
         row.start = (when.start - day.bounds.start).value;
         row.end = (when.end - day.bounds.start).value;
@@ -163,7 +132,7 @@ std::vector<WeekDayRow> weekRows(CivilDate chosen, const std::vector<ListedDay>&
             const auto work = listed->summary.workDuration.value;
             row.hasWork = work > 0 || listed->hasReviewedWork;
             row.reviewed = work > 0 ? std::clamp(1 - listed->unreviewedDuration.value / work, 0.0, 1.0) : 1;
-            row.state = QString::fromUtf8(rawValue(listed->recordsState));
+            row.state = text(rawValue(listed->recordsState));
         }
         rows.push_back(std::move(row));
     }

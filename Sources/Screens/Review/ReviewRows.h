@@ -65,9 +65,6 @@ struct WeekDayRow {
     friend bool operator==(const WeekDayRow&, const WeekDayRow&) = default;
 };
 
-/// "4 min"; whole minutes once there is one.
-QString shortDuration(Seconds length);
-
 std::vector<SubjectRow> subjectRows(const ReviewDay& day, const AssignmentDirectory& directory,
                                     const CalendarContext& calendar);
 std::vector<SpanRow> spanRows(const ReviewDay& day, const CalendarContext& calendar);

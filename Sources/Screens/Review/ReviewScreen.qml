@@ -8,6 +8,11 @@ FocusScope {
 
     required property ReviewModel review
 
+    Shortcut { sequences: [StandardKey.Undo]; onActivated: screen.review.undo() }
+    Shortcut { sequences: [StandardKey.Redo]; onActivated: screen.review.redo() }
+    Shortcut { sequence: "Alt+Left"; onActivated: screen.review.move(-1) }
+    Shortcut { sequence: "Alt+Right"; onActivated: screen.review.move(1) }
+
     ColumnLayout {
         anchors.fill: parent
         anchors.margins: Theme.margin

@@ -4,7 +4,6 @@
 #include <QLocale>
 #include <QQuickWindow>
 
-#include "App/MenuBarState.h"
 #include "Base/BuildInformation.h"
 #include "Screens/Window/GlyphProvider.h"
 
@@ -25,9 +24,11 @@ Application::Application(Environment variables)
                      .desktop = m_desktop,
                      .storeChanges = &m_storeChanges})
     , m_desk(m_variables, m_main)
-    , m_review({.desk = m_desk, .clock = m_clock, .calendar = CalendarContext::system})
 {
-    m_changes = m_environment.follow([this] { environmentChanged(); });
+    m_changes = m_environment.follow([this] {
+        if (m_content)
+            m_content->environmentChanged();
+    });
     m_activation = m_environment.followActivation([this] { showWindow(); });
 }
 
@@ -39,14 +40,15 @@ bool Application::start()
 void Application::showWindow()
 {
     if (!m_engine) {
+        m_content = std::make_unique<WindowContent>(ScreenContext{.environment = m_environment,
+                                                                  .desk = m_desk,
+                                                                  .clock = m_clock,
+                                                                  .calendar = CalendarContext::system});
         m_engine = std::make_unique<QQmlApplicationEngine>();
         m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
         m_engine->addImageProvider(QStringLiteral("glyphs"), new GlyphProvider);
-        m_engine->setInitialProperties(
-            {{"review", QVariant::fromValue(&m_review)}, {"captureText", QString()}, {"isRecording", false}});
+        m_engine->setInitialProperties(m_content->properties());
         m_engine->load(QUrl(QStringLiteral("qrc:/qt/qml/Velloran/Window/MainWindow.qml")));
-        m_review.openToday();
-        environmentChanged();
     }
     if (m_engine->rootObjects().isEmpty())
         return;
@@ -54,26 +56,6 @@ void Application::showWindow()
     window->show();
     window->raise();
     window->requestActivate();
-}
-
-void Application::environmentChanged()
-{
-    if (!m_engine || m_engine->rootObjects().isEmpty())
-        return;
-    auto* const window = m_engine->rootObjects().constFirst();
-    const auto& status = m_environment.captureStatus();
-    const auto words = status.runtime.isActive()
-        ? QObject::tr("Recording")
-        : QString::fromStdString(
-              menubar::statusLine(status, CalendarContext::system(), QLocale().name().toStdString()));
-    window->setProperty(
-        "captureText",
-        m_environment.captureProblem() ? QString::fromStdString(*m_environment.captureProblem()) : words);
-    window->setProperty("isRecording", status.runtime.isActive());
-    if (m_environment.store() != nullptr
-        && std::exchange(m_shownRevision, m_environment.activityDataRevision())
-            != m_environment.activityDataRevision())
-        m_review.refresh();
 }
 
 bool Application::shutdown()

@@ -9,8 +9,7 @@
 #include "Platform/DesktopThread.h"
 #include "Platform/SessionBusInstance.h"
 #include "Platform/StoreFileWatch.h"
-#include "Screens/Review/ReviewModel.h"
-#include "Screens/Window/StoreDesk.h"
+#include "Screens/Window/WindowContent.h"
 #include "Screens/Window/WindowExecutor.h"
 
 namespace stintbook {
@@ -28,8 +27,6 @@ public:
     bool shutdown();
 
 private:
-    void environmentChanged();
-
     Environment m_variables;
     WindowExecutor m_main;
     PreferencesFile m_preferences;
@@ -41,9 +38,9 @@ private:
     StoreFileWatch m_storeChanges;
     AppEnvironment m_environment;
     StoreDesk m_desk;
-    ReviewModel m_review;
+    // Made when the window first opens; the window goes before its models.
+    std::unique_ptr<WindowContent> m_content;
     std::unique_ptr<QQmlApplicationEngine> m_engine;
-    std::int64_t m_shownRevision = -1;
     Listeners::Subscription m_changes;
     Listeners::Subscription m_activation;
 };

@@ -6,9 +6,13 @@ import Velloran
 Window {
     id: window
 
+    required property ShellModel shell
     required property ReviewModel review
-    required property string captureText
-    required property bool isRecording
+    required property RecordsModel records
+    required property ClientsModel clients
+    required property RulesModel rules
+    required property SettingsModel settings
+    required property OnboardingModel onboarding
 
     width: 1280
     height: 820
@@ -18,24 +22,43 @@ Window {
     title: Qt.application.displayName
     color: Theme.window
 
-    Shortcut { sequences: [StandardKey.Undo]; onActivated: window.review.undo() }
-    Shortcut { sequences: [StandardKey.Redo]; onActivated: window.review.redo() }
-    Shortcut { sequence: "Alt+Left"; onActivated: window.review.move(-1) }
-    Shortcut { sequence: "Alt+Right"; onActivated: window.review.move(1) }
+    Shortcut { sequences: [StandardKey.Quit]; onActivated: Qt.quit() }
+    Shortcut { sequences: [StandardKey.Close]; onActivated: window.close() }
+    Shortcut { sequence: "Ctrl+1"; onActivated: window.shell.page = "review" }
+    Shortcut { sequence: "Ctrl+2"; onActivated: window.shell.page = "records" }
+    Shortcut { sequence: "Ctrl+3"; onActivated: window.shell.page = "clients" }
+    Shortcut { sequence: "Ctrl+4"; onActivated: window.shell.page = "rules" }
 
     RowLayout {
         anchors.fill: parent
         spacing: 0
         Sidebar {
             Layout.fillHeight: true
-            captureText: window.captureText
-            isRecording: window.isRecording
+            shell: window.shell
         }
-        ReviewScreen {
+        Item {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            review: window.review
-            focus: true
+            Page {
+                shell: window.shell
+                key: "review"
+                sourceComponent: ReviewScreen { review: window.review }
+            }
+            Page {
+                shell: window.shell
+                key: "records"
+                sourceComponent: RecordsScreen { records: window.records }
+            }
+            Page {
+                shell: window.shell
+                key: "clients"
+                sourceComponent: ClientsScreen { clients: window.clients }
+            }
+            Page {
+                shell: window.shell
+                key: "rules"
+                sourceComponent: RulesScreen { rules: window.rules }
+            }
         }
     }
 }

@@ -6,9 +6,7 @@ import Velloran
 Rectangle {
     id: sidebar
 
-    property string chosen: "review"
-    property string captureText
-    property bool isRecording: false
+    required property ShellModel shell
 
     implicitWidth: 208
     color: Theme.panel
@@ -43,8 +41,8 @@ Rectangle {
                 Layout.fillWidth: true
                 glyph: modelData.key
                 text: modelData.name
-                isChosen: sidebar.chosen === modelData.key
-                onClicked: sidebar.chosen = modelData.key
+                isChosen: sidebar.shell.page === modelData.key
+                onClicked: sidebar.shell.page = modelData.key
             }
         }
         Item { Layout.fillHeight: true }
@@ -55,11 +53,11 @@ Rectangle {
                 implicitWidth: 8
                 implicitHeight: 8
                 radius: 4
-                color: sidebar.isRecording ? Theme.good : Theme.warning
+                color: sidebar.shell.isRecording ? Theme.good : Theme.warning
             }
             Words {
                 Layout.fillWidth: true
-                text: sidebar.captureText
+                text: sidebar.shell.captureText
                 color: Theme.secondaryInk
             }
         }
@@ -67,8 +65,6 @@ Rectangle {
             Layout.fillWidth: true
             glyph: "settings"
             text: qsTr("Settings")
-            isChosen: sidebar.chosen === "settings"
-            onClicked: sidebar.chosen = "settings"
         }
     }
 }

@@ -1,0 +1,33 @@
+import QtQuick
+import Velloran
+
+InputField {
+    id: control
+
+    leftPadding: 32
+    rightPadding: length > 0 ? 32 : 10
+    Accessible.role: Accessible.EditableText
+    Accessible.searchEdit: true
+    Accessible.name: placeholderText
+    Keys.onEscapePressed: (event) => {
+        event.accepted = length > 0;
+        clear();
+    }
+
+    Glyph {
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        name: "search"
+        size: 14
+        ink: Theme.secondaryInk
+    }
+    Glyph {
+        x: control.width - width - 10
+        anchors.verticalCenter: parent.verticalCenter
+        visible: control.length > 0
+        name: "close"
+        size: 12
+        ink: Theme.secondaryInk
+        TapHandler { onTapped: control.clear() }
+    }
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QVariantMap>
+
+#include "Screens/Clients/ClientsModel.h"
+#include "Screens/Onboarding/OnboardingModel.h"
+#include "Screens/Records/RecordsModel.h"
+#include "Screens/Review/ReviewModel.h"
+#include "Screens/Rules/RulesModel.h"
+#include "Screens/Settings/SettingsModel.h"
+#include "Screens/Window/ScreenContext.h"
+#include "Screens/Window/ShellModel.h"
+
+namespace stintbook {
+
+/// The models of all screens, made when the window first opens.
+class WindowContent {
+public:
+    explicit WindowContent(const ScreenContext& context);
+
+    /// What the window's root requires, by its properties' names.
+    QVariantMap properties();
+    /// The environment, or the store below it, is not as it was.
+    void environmentChanged();
+
+private:
+    ScreenContext m_context;
+    std::int64_t m_shownRevision = -1;
+    ShellModel m_shell;
+    ReviewModel m_review;
+    RecordsModel m_records;
+    ClientsModel m_clients;
+    RulesModel m_rules;
+    SettingsModel m_settings;
+    OnboardingModel m_onboarding;
+};
+
+} // namespace stintbook
