@@ -10,7 +10,7 @@ pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-screensaver)
 pkg_check_modules(WAYLAND REQUIRED IMPORTED_TARGET wayland-client)
 
 find_package(absl REQUIRED)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Quick Svg Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Quick Svg Widgets)
 find_package(Boost REQUIRED)
 find_package(CLI11 REQUIRED)
 find_package(fmt REQUIRED)

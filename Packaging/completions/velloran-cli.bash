@@ -150,10 +150,12 @@ _velloran_cli() {
             stintbook.privacy.automaticCleanup
             stintbook.export.defaultMode
             stintbook.export.fields.summary
-            stintbook.export.fields.detailed" ;;
+            stintbook.export.fields.detailed
+            velloran.appearance" ;;
         3*defaultMode) choices="summarized detailed" ;;
         3*retentionDays) choices="forever" ;;
         3*fields*) choices="standard" ;;
+        3*appearance) choices="system light dark" ;;
         3*) choices="true false" ;;
         esac
         ;;

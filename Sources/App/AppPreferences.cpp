@@ -34,10 +34,11 @@ std::optional<Instant> storedLastCleanup(const PreferenceStoring& store)
     return stored<Instant>(store, preferencekeys::lastCleanup);
 }
 
-ExportMode storedMode(const PreferenceStoring& store)
+/// Of an enumeration by its text.
+template <typename E> E storedCase(const PreferenceStoring& store, std::string_view key, E absence)
 {
-    const auto name = stored<std::string>(store, preferencekeys::exportMode);
-    return name ? fromRawValue<ExportMode>(*name).value_or(ExportMode::summarized) : ExportMode::summarized;
+    const auto name = stored<std::string>(store, key);
+    return name ? fromRawValue<E>(*name).value_or(absence) : absence;
 }
 
 std::optional<ExportFieldSet> storedFields(const PreferenceStoring& store, std::string_view key)
@@ -62,9 +63,10 @@ AppPreferences::AppPreferences(PreferenceStoring& store)
     , m_retentionWindow(storedWindow(store))
     , m_automaticCleanupEnabled(storedAutomaticCleanup(store))
     , m_lastAutomaticCleanup(storedLastCleanup(store))
-    , m_defaultExportMode(storedMode(store))
+    , m_defaultExportMode(storedCase(store, preferencekeys::exportMode, ExportMode::summarized))
     , m_summarizedFields(storedFields(store, preferencekeys::summarizedFields))
     , m_detailedFields(storedFields(store, preferencekeys::detailedFields))
+    , m_appearance(storedCase(store, preferencekeys::appearance, AppearanceChoice::system))
 {
 }
 
@@ -121,6 +123,11 @@ void AppPreferences::refreshRetention()
 bool AppPreferences::setDefaultExportMode(ExportMode mode)
 {
     return assign(m_defaultExportMode, mode, preferencekeys::exportMode, std::string(rawValue(mode)));
+}
+
+bool AppPreferences::setAppearance(AppearanceChoice choice)
+{
+    return assign(m_appearance, choice, preferencekeys::appearance, std::string(rawValue(choice)));
 }
 
 ExportFieldSet AppPreferences::exportFields(ExportMode mode) const

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "App/AppearanceChoice.h"
 #include "App/Listeners.h"
 #include "App/RetentionWindow.h"
 #include "Base/Instant.h"
@@ -46,6 +47,9 @@ public:
     /// Absent: none are remembered any more.
     bool setExportFields(ExportMode mode, const std::optional<ExportFieldSet>& fields);
 
+    AppearanceChoice appearance() const { return m_appearance; }
+    bool setAppearance(AppearanceChoice choice);
+
     [[nodiscard]] Listeners::Subscription follow(std::function<void()> listener)
     {
         return m_listeners.add(std::move(listener));
@@ -66,6 +70,7 @@ private:
     ExportMode m_defaultExportMode;
     std::optional<ExportFieldSet> m_summarizedFields;
     std::optional<ExportFieldSet> m_detailedFields;
+    AppearanceChoice m_appearance;
 };
 
 } // namespace stintbook

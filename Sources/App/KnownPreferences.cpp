@@ -78,6 +78,17 @@ Choice chooseExportMode(AppPreferences& preferences, std::string_view text)
     return mode ? Choice(preferences.setDefaultExportMode(*mode)) : std::nullopt;
 }
 
+Value readAppearance(const AppPreferences& preferences)
+{
+    return std::string(rawValue(preferences.appearance()));
+}
+
+Choice chooseAppearance(AppPreferences& preferences, std::string_view text)
+{
+    const auto choice = fromRawValue<AppearanceChoice>(text);
+    return choice ? Choice(preferences.setAppearance(*choice)) : std::nullopt;
+}
+
 template <ExportMode mode> Value readColumns(const AppPreferences& preferences)
 {
     const auto columns = preferences.rememberedExportFields(mode);
@@ -140,6 +151,12 @@ constexpr Preference preferenceTable[] = {
      columnTokens, "standard", readColumns<ExportMode::summarized>, chooseColumns<ExportMode::summarized>},
     {preferencekeys::detailedFields, "The columns of a detailed export, separated by commas.", columnTokens,
      "standard", readColumns<ExportMode::detailed>, chooseColumns<ExportMode::detailed>},
+    {preferencekeys::appearance,
+     "Whether windows are light or dark: \"system\" (as the desktop is), \"light\" or \"dark\".",
+     "system, light or dark",
+     {},
+     readAppearance,
+     chooseAppearance},
 };
 
 /// Not among the choices: `pause` and `resume` keep these.

@@ -14,5 +14,6 @@ inline constexpr std::string_view lastCleanup = "stintbook.privacy.lastCleanup";
 inline constexpr std::string_view exportMode = "stintbook.export.defaultMode";
 inline constexpr std::string_view summarizedFields = "stintbook.export.fields.summary";
 inline constexpr std::string_view detailedFields = "stintbook.export.fields.detailed";
+inline constexpr std::string_view appearance = "velloran.appearance";
 
 } // namespace stintbook::preferencekeys

@@ -6,6 +6,7 @@ import Velloran
 Window {
     id: window
 
+    required property AppearanceModel appearance
     required property ShellModel shell
     required property ReviewModel review
     required property RecordsModel records
@@ -22,8 +23,23 @@ Window {
     title: Qt.application.displayName
     color: Theme.window
 
+    SystemPalette { id: palette }
+    Binding {
+        target: Theme
+        property: "isDark"
+        value: window.appearance.scheme.length > 0 ? window.appearance.scheme === "dark"
+                                                   : palette.window.hslLightness < 0.5
+    }
+    Binding {
+        target: Theme
+        property: "reducesMotion"
+        value: window.appearance.reducesMotion
+    }
+
     Shortcut { sequences: [StandardKey.Quit]; onActivated: Qt.quit() }
     Shortcut { sequences: [StandardKey.Close]; onActivated: window.close() }
+    Shortcut { sequences: [StandardKey.Preferences, "Ctrl+,"]; onActivated: window.shell.settingsOpen = true }
+    Shortcut { sequence: "?"; onActivated: window.shell.helpOpen = true }
     Shortcut { sequence: "Ctrl+1"; onActivated: window.shell.page = "review" }
     Shortcut { sequence: "Ctrl+2"; onActivated: window.shell.page = "records" }
     Shortcut { sequence: "Ctrl+3"; onActivated: window.shell.page = "clients" }

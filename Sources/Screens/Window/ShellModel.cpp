@@ -20,6 +20,18 @@ void ShellModel::setPage(const QString& page)
         Q_EMIT pageChanged();
 }
 
+void ShellModel::setSettingsOpen(bool isOpen)
+{
+    if (std::exchange(m_settingsOpen, isOpen) != isOpen)
+        Q_EMIT settingsOpenChanged();
+}
+
+void ShellModel::setHelpOpen(bool isOpen)
+{
+    if (std::exchange(m_helpOpen, isOpen) != isOpen)
+        Q_EMIT helpOpenChanged();
+}
+
 QString ShellModel::captureText() const
 {
     if (const auto& problem = m_context.environment.captureProblem())

@@ -15,6 +15,8 @@ class ShellModel : public QObject {
     QML_UNCREATABLE("Made by the application")
 
     Q_PROPERTY(QString page READ page WRITE setPage NOTIFY pageChanged)
+    Q_PROPERTY(bool settingsOpen READ settingsOpen WRITE setSettingsOpen NOTIFY settingsOpenChanged)
+    Q_PROPERTY(bool helpOpen READ helpOpen WRITE setHelpOpen NOTIFY helpOpenChanged)
     Q_PROPERTY(QString captureText READ captureText NOTIFY changed)
     Q_PROPERTY(bool isRecording READ isRecording NOTIFY changed)
 
@@ -24,6 +26,12 @@ public:
     /// "review", "records", "clients" or "rules".
     const QString& page() const { return m_page; }
     void setPage(const QString& page);
+    /// The settings window.
+    bool settingsOpen() const { return m_settingsOpen; }
+    void setSettingsOpen(bool isOpen);
+    /// The list of keys.
+    bool helpOpen() const { return m_helpOpen; }
+    void setHelpOpen(bool isOpen);
     QString captureText() const;
     bool isRecording() const;
 
@@ -31,11 +39,15 @@ public:
 
 Q_SIGNALS:
     void pageChanged();
+    void settingsOpenChanged();
+    void helpOpenChanged();
     void changed();
 
 private:
     ScreenContext m_context;
     QString m_page = QStringLiteral("review");
+    bool m_settingsOpen = false;
+    bool m_helpOpen = false;
 };
 
 } // namespace stintbook

@@ -65,6 +65,7 @@ Rectangle {
             Layout.fillWidth: true
             glyph: "settings"
             text: qsTr("Settings")
+            onClicked: sidebar.shell.settingsOpen = true
         }
     }
 }

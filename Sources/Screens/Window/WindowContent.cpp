@@ -6,6 +6,7 @@ namespace stintbook {
 
 WindowContent::WindowContent(const ScreenContext& context)
     : m_context(context)
+    , m_appearance(context.environment.preferences())
     , m_shell(context)
     , m_review(context)
     , m_records(context)
@@ -20,9 +21,13 @@ WindowContent::WindowContent(const ScreenContext& context)
 
 QVariantMap WindowContent::properties()
 {
-    return {{"shell", QVariant::fromValue(&m_shell)},          {"review", QVariant::fromValue(&m_review)},
-            {"records", QVariant::fromValue(&m_records)},      {"clients", QVariant::fromValue(&m_clients)},
-            {"rules", QVariant::fromValue(&m_rules)},          {"settings", QVariant::fromValue(&m_settings)},
+    return {{"appearance", QVariant::fromValue(&m_appearance)},
+            {"shell", QVariant::fromValue(&m_shell)},
+            {"review", QVariant::fromValue(&m_review)},
+            {"records", QVariant::fromValue(&m_records)},
+            {"clients", QVariant::fromValue(&m_clients)},
+            {"rules", QVariant::fromValue(&m_rules)},
+            {"settings", QVariant::fromValue(&m_settings)},
             {"onboarding", QVariant::fromValue(&m_onboarding)}};
 }
 

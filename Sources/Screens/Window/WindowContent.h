@@ -8,6 +8,7 @@
 #include "Screens/Review/ReviewModel.h"
 #include "Screens/Rules/RulesModel.h"
 #include "Screens/Settings/SettingsModel.h"
+#include "Screens/Window/AppearanceModel.h"
 #include "Screens/Window/ScreenContext.h"
 #include "Screens/Window/ShellModel.h"
 
@@ -26,6 +27,7 @@ public:
 private:
     ScreenContext m_context;
     std::int64_t m_shownRevision = -1;
+    AppearanceModel m_appearance;
     ShellModel m_shell;
     ReviewModel m_review;
     RecordsModel m_records;
