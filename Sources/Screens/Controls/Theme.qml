@@ -19,6 +19,7 @@ QtObject {
     readonly property color hover: isDark ? "#262b31" : "#eceef3"
     readonly property color good: isDark ? "#4fb893" : "#237a5c"
     readonly property color warning: isDark ? "#e8b35a" : "#8a5a00"
+    readonly property color warningGround: isDark ? "#2c2415" : "#fdf4e3"
     readonly property color danger: isDark ? "#f08a80" : "#b3261e"
     readonly property color hintGround: isDark ? "#eceef1" : "#22262c"
     readonly property color hintInk: isDark ? "#16191d" : "#ffffff"

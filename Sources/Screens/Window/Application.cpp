@@ -2,16 +2,15 @@
 
 #include <QGuiApplication>
 #include <QLocale>
-#include <QQuickWindow>
 
 #include "Base/BuildInformation.h"
-#include "Screens/Window/GlyphProvider.h"
 
 namespace stintbook {
 
 Application::Application(Environment variables)
     : m_variables(std::move(variables))
     , m_preferences(PreferencesFile::standardLocation(m_variables, buildKind()))
+    , m_window(std::make_unique<ReviewWindow>(m_preferences))
     , m_environment({.locale = QLocale().name().toStdString(), .capture = {}, .trace = {}},
                     {.main = m_main,
                      .timers = m_main,
@@ -22,14 +21,27 @@ Application::Application(Environment variables)
                      .pauses = m_pauses,
                      .otherInstance = m_otherInstance,
                      .desktop = m_desktop,
-                     .storeChanges = &m_storeChanges})
+                     .storeChanges = &m_storeChanges,
+                     .icon = &m_hosts,
+                     .reviewWindow = m_window.get()})
     , m_desk(m_variables, m_main)
 {
-    m_changes = m_environment.follow([this] {
-        if (m_content)
-            m_content->environmentChanged();
-    });
+    // While it lives among the status icons, and while it records, no window is needed.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    m_changes = m_environment.follow([this] { environmentChanged(); });
     m_activation = m_environment.followActivation([this] { showWindow(); });
+    connect(&m_hosts, &StatusNotifierHosts::changed, this, &Application::hostsChanged);
+    connect(m_window.get(), &ReviewWindow::visibilityChanged, this, &Application::windowVisibilityChanged);
+    for (const auto signal : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved})
+        connect(qGuiApp, signal, this, [this] { m_environment.menuBarIconNotice()->evaluate(); });
+}
+
+Application::~Application()
+{
+    // Its models follow the environment.
+    disconnect(m_window.get(), nullptr, this, nullptr);
+    m_item.reset();
+    m_window->discard();
 }
 
 bool Application::start()
@@ -37,25 +49,50 @@ bool Application::start()
     return m_environment.start() == AppEnvironment::Launch::going;
 }
 
+ScreenContext Application::context()
+{
+    return {
+        .environment = m_environment, .desk = m_desk, .clock = m_clock, .calendar = CalendarContext::system};
+}
+
 void Application::showWindow()
 {
-    if (!m_engine) {
-        m_content = std::make_unique<WindowContent>(ScreenContext{.environment = m_environment,
-                                                                  .desk = m_desk,
-                                                                  .clock = m_clock,
-                                                                  .calendar = CalendarContext::system});
-        m_engine = std::make_unique<QQmlApplicationEngine>();
-        m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-        m_engine->addImageProvider(QStringLiteral("glyphs"), new GlyphProvider);
-        m_engine->setInitialProperties(m_content->properties());
-        m_engine->load(QUrl(QStringLiteral("qrc:/qt/qml/Velloran/Window/MainWindow.qml")));
+    m_window->open(context());
+}
+
+void Application::showSettings()
+{
+    showWindow();
+    m_window->content()->shell().setSettingsOpen(true);
+}
+
+void Application::environmentChanged()
+{
+    if (m_item)
+        m_item->environmentChanged();
+    if (auto* const content = m_window->content())
+        content->environmentChanged();
+}
+
+void Application::hostsChanged()
+{
+    if (!m_hosts.isPresent()) {
+        m_item.reset();
+    } else if (!m_item) {
+        m_item = std::make_unique<StatusItem>(m_environment, CalendarContext::system);
+        connect(m_item.get(), &StatusItem::reviewWanted, this, &Application::showWindow);
+        connect(m_item.get(), &StatusItem::settingsWanted, this, &Application::showSettings);
+        connect(m_item.get(), &StatusItem::quitWanted, qGuiApp, &QCoreApplication::quit);
     }
-    if (m_engine->rootObjects().isEmpty())
-        return;
-    auto* const window = qobject_cast<QQuickWindow*>(m_engine->rootObjects().constFirst());
-    window->show();
-    window->raise();
-    window->requestActivate();
+    m_environment.menuBarIconNotice()->evaluate();
+}
+
+void Application::windowVisibilityChanged()
+{
+    m_environment.menuBarIconNotice()->evaluate();
+    // Without an icon and a recording there is nothing that its user could come back to.
+    if (!m_window->isOpen() && !m_item && !m_environment.isCapturing())
+        QCoreApplication::quit();
 }
 
 bool Application::shutdown()

@@ -1,32 +1,42 @@
 #pragma once
 
-#include <QQmlApplicationEngine>
+#include <QObject>
 #include <memory>
-#include <string>
 
 #include "App/AppEnvironment.h"
 #include "App/PreferencesFile.h"
 #include "Platform/DesktopThread.h"
 #include "Platform/SessionBusInstance.h"
 #include "Platform/StoreFileWatch.h"
-#include "Screens/Window/WindowContent.h"
+#include "Screens/StatusItem/StatusItem.h"
+#include "Screens/StatusItem/StatusNotifierHosts.h"
+#include "Screens/Window/ReviewWindow.h"
 #include "Screens/Window/WindowExecutor.h"
 
 namespace stintbook {
 
-/// The desktop application: the environment on the window's thread, and the window once it is asked for.
-class Application {
+/// The desktop application: the environment on the window's thread, its icon while something shows icons, and
+/// its window once it is asked for.
+class Application : public QObject {
+    Q_OBJECT
+
 public:
     explicit Application(Environment variables);
+    ~Application() override;
 
     /// Whether there is anything to run for; otherwise another copy was asked to come forward.
     bool start();
-    /// Shows the window, which is made the first time.
     void showWindow();
+    void showSettings();
     /// Saves what is left; whether all of it could be.
     bool shutdown();
 
 private:
+    void environmentChanged();
+    void hostsChanged();
+    void windowVisibilityChanged();
+    ScreenContext context();
+
     Environment m_variables;
     WindowExecutor m_main;
     PreferencesFile m_preferences;
@@ -36,11 +46,13 @@ private:
     SessionBusInstance m_otherInstance;
     DesktopThread m_desktop{m_clock, m_awakeClock};
     StoreFileWatch m_storeChanges;
+    StatusNotifierHosts m_hosts;
+    /// Null before there is an environment for it to show.
+    std::unique_ptr<ReviewWindow> m_window;
     AppEnvironment m_environment;
     StoreDesk m_desk;
-    // Made when the window first opens; the window goes before its models.
-    std::unique_ptr<WindowContent> m_content;
-    std::unique_ptr<QQmlApplicationEngine> m_engine;
+    /// Present while something shows icons.
+    std::unique_ptr<StatusItem> m_item;
     Listeners::Subscription m_changes;
     Listeners::Subscription m_activation;
 };

@@ -19,7 +19,6 @@ Window {
     height: 820
     minimumWidth: 900
     minimumHeight: 600
-    visible: true
     title: Qt.application.displayName
     color: Theme.window
 
@@ -45,8 +44,23 @@ Window {
     Shortcut { sequence: "Ctrl+3"; onActivated: window.shell.page = "clients" }
     Shortcut { sequence: "Ctrl+4"; onActivated: window.shell.page = "rules" }
 
+    Loader {
+        active: window.shell.helpOpen
+        sourceComponent: KeyboardHelp {
+            Component.onCompleted: open()
+            onClosed: window.shell.helpOpen = false
+        }
+    }
+
+    Banners {
+        id: banners
+        anchors.left: parent.left
+        anchors.right: parent.right
+        shell: window.shell
+    }
     RowLayout {
         anchors.fill: parent
+        anchors.topMargin: banners.implicitHeight
         spacing: 0
         Sidebar {
             Layout.fillHeight: true

@@ -41,25 +41,17 @@ Rectangle {
                 Layout.fillWidth: true
                 glyph: modelData.key
                 text: modelData.name
+                count: modelData.key === "review" ? sidebar.shell.reviewCount : 0
                 isChosen: sidebar.shell.page === modelData.key
                 onClicked: sidebar.shell.page = modelData.key
             }
         }
         Item { Layout.fillHeight: true }
-        RowLayout {
+        CaptureState {
+            Layout.fillWidth: true
             Layout.leftMargin: 10
-            spacing: Theme.gap
-            Rectangle {
-                implicitWidth: 8
-                implicitHeight: 8
-                radius: 4
-                color: sidebar.shell.isRecording ? Theme.good : Theme.warning
-            }
-            Words {
-                Layout.fillWidth: true
-                text: sidebar.shell.captureText
-                color: Theme.secondaryInk
-            }
+            Layout.bottomMargin: Theme.unit
+            shell: sidebar.shell
         }
         NavigationItem {
             Layout.fillWidth: true

@@ -38,6 +38,7 @@ void WindowContent::environmentChanged()
     const auto revision = m_context.environment.activityDataRevision();
     if (m_context.environment.store() == nullptr || std::exchange(m_shownRevision, revision) == revision)
         return;
+    m_shell.refresh();
     m_review.refresh();
     m_records.refresh();
     m_clients.refresh();

@@ -21,6 +21,7 @@ public:
 
     /// What the window's root requires, by its properties' names.
     QVariantMap properties();
+    ShellModel& shell() { return m_shell; }
     /// The environment, or the store below it, is not as it was.
     void environmentChanged();
 

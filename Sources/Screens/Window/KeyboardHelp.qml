@@ -1,0 +1,100 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Velloran
+
+/// What every key does, screen by screen.
+Sheet {
+    id: help
+
+    readonly property var sections: [
+        {
+            "name": qsTr("Everywhere"),
+            "keys": [
+                [qsTr("Ctrl+1 to Ctrl+4"), qsTr("Review, Records, Clients, Rules")],
+                ["Ctrl+,", qsTr("Settings")],
+                ["?", qsTr("These keys")],
+                ["Tab", qsTr("Next control; with Shift, the one before")],
+                [qsTr("Arrows"), qsTr("Within a list or a menu")],
+                [qsTr("Enter or Space"), qsTr("Press, choose or open what has the focus")],
+                ["Escape", qsTr("Close a sheet or a menu")],
+                ["Ctrl+W", qsTr("Close the window; recording goes on")],
+                ["Ctrl+Q", qsTr("Quit; recording ends")]
+            ]
+        }
+    ]
+
+    title: qsTr("Keys")
+    width: Math.min(560, parent.width - 2 * Theme.margin)
+
+    T.ScrollView {
+        id: view
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        implicitHeight: rows.implicitHeight
+        contentWidth: availableWidth
+        contentHeight: rows.implicitHeight
+        clip: true
+        T.ScrollBar.vertical: ScrollEdge {
+            parent: view
+            x: view.mirrored ? 0 : view.width - width
+            height: view.availableHeight
+        }
+        ColumnLayout {
+            id: rows
+            width: view.availableWidth - Theme.padding
+            spacing: Theme.gap
+            Repeater {
+                model: help.sections
+                ColumnLayout {
+                    id: section
+                    required property var modelData
+                    Layout.fillWidth: true
+                    Layout.bottomMargin: Theme.gap
+                    spacing: Theme.unit
+                    Words {
+                        Layout.fillWidth: true
+                        Layout.bottomMargin: Theme.unit
+                        text: section.modelData.name
+                        font.weight: Font.DemiBold
+                        Accessible.role: Accessible.Heading
+                        Accessible.name: text
+                    }
+                    Repeater {
+                        model: section.modelData.keys
+                        RowLayout {
+                            id: line
+                            required property var modelData
+                            Layout.fillWidth: true
+                            spacing: Theme.padding
+                            Accessible.role: Accessible.ListItem
+                            Accessible.name: modelData.join(": ")
+                            Words {
+                                Layout.preferredWidth: 160
+                                Layout.alignment: Qt.AlignTop
+                                text: line.modelData[0]
+                                color: Theme.secondaryInk
+                                wrapMode: Text.WordWrap
+                                Accessible.ignored: true
+                            }
+                            Words {
+                                Layout.fillWidth: true
+                                text: line.modelData[1]
+                                wrapMode: Text.WordWrap
+                                Accessible.ignored: true
+                            }
+                        }
+                    }
+                }
+            }
+        }
+    }
+    actions: [
+        Item { Layout.fillWidth: true },
+        ActionButton {
+            text: qsTr("Close")
+            focus: true
+            onClicked: help.close()
+        }
+    ]
+}
