@@ -117,7 +117,7 @@ def system_zone():
 def plan_of(day, today):
     if day == today:
         return PLANS[0]
-    if (today - day).days <= 7 and day == last_working_day(today - datetime.timedelta(days=1)):
+    if day == last_working_day(today - datetime.timedelta(days=1)):
         return WITH_CONFLICTS
     if day == last_working_day(today - datetime.timedelta(days=2)):
         return WITH_UNKNOWN
@@ -191,7 +191,7 @@ def main():
     monday = today - datetime.timedelta(days=today.weekday())
     first = monday - datetime.timedelta(weeks=WEEKS - 1)
     days = [day for day in (first + datetime.timedelta(days=n) for n in range((today - first).days + 1))
-            if day.weekday() < 5]
+            if day.weekday() < 5 or day == today]
     # Before its first work a day has nothing.
     if days and days[-1] == today and now.hour < 9:
         days.pop()
@@ -209,7 +209,8 @@ def main():
     replay(days, now.timestamp(), today)
 
     ready = [day for day in days if day < min(monday, days[-3] if len(days) > 2 else monday)]
-    for day in ready[-8:]:
+    waiting = [day for day in days if day not in ready]
+    for day in ready[-8:] + waiting[:2]:
         describe(day)
     for day in ready:
         cli("day", "ready", str(day))

@@ -52,7 +52,7 @@ T.Popup {
             id: buttons
             Layout.fillWidth: true
             Layout.alignment: Qt.AlignRight
-            visible: visibleChildren.length > 0
+            visible: children.length > 0
             spacing: Theme.gap
         }
     }

@@ -27,22 +27,21 @@ Sheet {
     title: qsTr("Keys")
     width: Math.min(560, parent.width - 2 * Theme.margin)
 
-    T.ScrollView {
+    Flickable {
         id: view
         Layout.fillWidth: true
         Layout.fillHeight: true
         implicitHeight: rows.implicitHeight
-        contentWidth: availableWidth
         contentHeight: rows.implicitHeight
+        boundsBehavior: Flickable.StopAtBounds
         clip: true
-        T.ScrollBar.vertical: ScrollEdge {
-            parent: view
-            x: view.mirrored ? 0 : view.width - width
-            height: view.availableHeight
-        }
+        activeFocusOnTab: contentHeight > height
+        Keys.onUpPressed: contentY = Math.max(0, contentY - 40)
+        Keys.onDownPressed: contentY = Math.max(0, Math.min(contentHeight - height, contentY + 40))
+        T.ScrollBar.vertical: ScrollEdge {}
         ColumnLayout {
             id: rows
-            width: view.availableWidth - Theme.padding
+            width: view.width - Theme.padding
             spacing: Theme.gap
             Repeater {
                 model: help.sections
