@@ -224,6 +224,15 @@ ClientEdited<ProjectID> ClientBook::addProject(const NewProject& project)
     });
 }
 
+ClientEdited<NewTarget> ClientBook::addClientWithProject(const NewClient& client, NewProject project)
+{
+    return m_store.database().write([&](StoreConnection&) -> ClientEdited<NewTarget> {
+        project.clientID = TRY(addClient(client));
+        const auto projectID = TRY(addProject(project));
+        return NewTarget{project.clientID, projectID};
+    });
+}
+
 ClientEdited<void> ClientBook::renameProject(ProjectID id, const std::string& name)
 {
     return changeProject(m_store, id, [&](Project& project) { project.name = name; });

@@ -42,6 +42,11 @@ std::string message(const ClientBookProblem& problem);
 
 template <typename T> using ClientEdited = std::expected<T, ClientBookProblem>;
 
+struct NewTarget {
+    ClientID clientID;
+    ProjectID projectID;
+};
+
 /// Clients, projects and what they bill. Texts of rates and colours are checked here; each edit is one
 /// transaction.
 class ClientBook {
@@ -86,6 +91,9 @@ public:
     ClientEdited<void> deleteProject(ProjectID id);
     ClientEdited<void> setProjectRate(ProjectID id, const std::optional<std::string>& rate);
     ClientEdited<void> setProjectRounding(ProjectID id, std::optional<RoundingPolicy> rounding);
+
+    /// A client with its first project, or neither; the project's client is the new one.
+    ClientEdited<NewTarget> addClientWithProject(const NewClient& client, NewProject project);
 
 private:
     OpenedStore& m_store;

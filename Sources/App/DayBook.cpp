@@ -147,6 +147,7 @@ std::string message(const DayEditProblem& problem)
 /// What a day is computed from.
 struct DayBook::Loaded {
     ReviewDay content;
+    std::vector<ActivitySegment> segments;
     DaySummary recorded;
     std::set<ReviewedItemID> itemsWithoutDetails;
     AssignmentDirectory directory;
@@ -175,13 +176,15 @@ Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
     auto items = TRY(review.items(day));
     auto approval = TRY(review.approval(day));
     auto bare = withoutDetails(items, recorded.segments);
+    auto summary = daySummary(day, bounds, recorded.segments);
     auto blocks = WorkBlockBuilder(calendar, engine, exclusion).blocks(recorded.free, recorded.reviews);
     return Loaded{.content = {.day = day,
                               .bounds = bounds,
                               .freeSegments = std::move(recorded.free),
                               .blocks = std::move(blocks),
                               .items = std::move(items)},
-                  .recorded = daySummary(day, bounds, recorded.segments),
+                  .segments = std::move(recorded.segments),
+                  .recorded = std::move(summary),
                   .itemsWithoutDetails = std::move(bare),
                   .directory = std::move(directory),
                   .calendar = std::move(calendar),
@@ -209,6 +212,7 @@ Stored<OpenedDay> DayBook::open(const LocalDay& day) const
         opened.unreviewedDuration = total(loaded.content.blocks);
         opened.notReadyReason = std::move(reading.notReadyReason);
         opened.content = std::move(loaded.content);
+        opened.recorded = std::move(loaded.segments);
         return opened;
     });
 }

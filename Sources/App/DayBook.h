@@ -30,6 +30,8 @@ inline constexpr std::string_view detailsRemovedNote = "Activity details were re
 /// One day with everything that people and exports are told about it.
 struct OpenedDay {
     ReviewDay content;
+    /// All that was recorded of it, whether or not it was reviewed since.
+    std::vector<ActivitySegment> recorded;
     WorkReviewSummary summary;
     std::vector<ReadyToBillBlocker> blockers;
     ReviewedDayStatus status = ReviewedDayStatus::notReady;

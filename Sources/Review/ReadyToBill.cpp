@@ -74,6 +74,32 @@ ReadyToBillEligibility eligibility(const ReviewDay& day)
     return result;
 }
 
+std::vector<UUID> workBehind(ReadyToBillBlocker blocker, const ReviewDay& day)
+{
+    std::vector<UUID> ids;
+    if (blocker == ReadyToBillBlocker::unassignedWork || blocker == ReadyToBillBlocker::conflictedWork) {
+        const auto isBehind = blocker == ReadyToBillBlocker::unassignedWork ? isUnassigned : isConflicted;
+        for (const auto& block : day.blocks) {
+            if (isBehind(block))
+                ids.push_back(block.id);
+        }
+    } else if (blocker == ReadyToBillBlocker::overlappingReviewedWork) {
+        std::vector<ReviewSubject> included(day.blocks.begin(), day.blocks.end());
+        included.insert(included.end(), day.items.begin(), day.items.end());
+        std::erase_if(included, isIgnored);
+        for (const auto& subject : included) {
+            const auto time = interval(subject);
+            const bool overlaps = std::ranges::any_of(included, [&](const ReviewSubject& other) {
+                return identifier(other) != identifier(subject) && interval(other).start < time.end
+                    && time.start < interval(other).end;
+            });
+            if (overlaps)
+                ids.push_back(identifier(subject));
+        }
+    }
+    return ids;
+}
+
 std::expected<ReviewedLayerMutation, ReadyToBillRefusal> markReady(const EditContext& context, Instant now)
 {
     if (const auto blockers = eligibility(context.day).blockers; !blockers.empty())

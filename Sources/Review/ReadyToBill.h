@@ -43,6 +43,9 @@ struct ReadyToBillEligibility {
 /// day is never approved with time that is claimed twice.
 ReadyToBillEligibility eligibility(const ReviewDay& day);
 
+/// The blocks and items that a blocker is about, by their identifiers; none where it is that there is none.
+std::vector<UUID> workBehind(ReadyToBillBlocker blocker, const ReviewDay& day);
+
 /// The first blocker, or why a block cannot be frozen.
 using ReadyToBillRefusal = std::variant<ReadyToBillBlocker, ReviewedEditProblem>;
 std::string message(const ReadyToBillRefusal& refusal);

@@ -4,14 +4,17 @@ import Velloran
 InputField {
     id: control
 
+    property bool isClearedByEscape: true
+
     leftPadding: 32
     rightPadding: length > 0 ? 32 : 10
     Accessible.role: Accessible.EditableText
     Accessible.searchEdit: true
     Accessible.name: placeholderText
     Keys.onEscapePressed: (event) => {
-        event.accepted = length > 0;
-        clear();
+        event.accepted = isClearedByEscape && length > 0;
+        if (event.accepted)
+            clear();
     }
 
     Glyph {

@@ -25,6 +25,7 @@ QtObject {
     readonly property color hintInk: isDark ? "#16191d" : "#ffffff"
     /// Over the window while a sheet is open.
     readonly property color shade: isDark ? "#99000000" : "#55101418"
+    readonly property color chosenTrack: isDark ? "#59000000" : "#59ffffff"
     readonly property color idle: isDark ? "#2b3036" : "#e4e6ec"
 
     /// For clients without a colour of their own.

@@ -15,6 +15,8 @@ namespace stintbook {
 /// Rows that have an `id`, as QML shows them by roles. What is shown changes row by row, so that views keep their
 /// selection, their place and the text that is being typed.
 template <typename Row> class RowModel : public QAbstractListModel {
+    using ID = decltype(Row::id);
+
 public:
     struct Role {
         QByteArray name;
@@ -67,9 +69,12 @@ public:
         return names;
     }
 
+    /// Of rows with one identifier the first counts.
     void show(std::vector<Row> wanted)
     {
-        removeAllBut(wanted);
+        std::unordered_set<ID> kept;
+        std::erase_if(wanted, [&](const Row& row) { return !kept.insert(row.id).second; });
+        removeAllBut(kept);
         for (std::size_t at = 0; at < wanted.size(); ++at) {
             if (at < m_rows.size() && m_rows[at].id == wanted[at].id)
                 replace(at, std::move(wanted[at]));
@@ -81,8 +86,6 @@ public:
     }
 
 private:
-    using ID = decltype(Row::id);
-
     std::size_t place(const ID& id, std::size_t from) const
     {
         if (!m_known.contains(id))
@@ -92,11 +95,8 @@ private:
         return static_cast<std::size_t>(found - m_rows.begin());
     }
 
-    void removeAllBut(const std::vector<Row>& wanted)
+    void removeAllBut(const std::unordered_set<ID>& kept)
     {
-        std::unordered_set<ID> kept;
-        for (const auto& row : wanted)
-            kept.insert(row.id);
         for (auto end = m_rows.size(); end > 0;) {
             if (kept.contains(m_rows[end - 1].id)) {
                 --end;

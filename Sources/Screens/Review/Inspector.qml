@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Velloran
 
 /// What is selected, and what can be done with it.
@@ -7,103 +8,132 @@ Panel {
     id: inspector
 
     required property ReviewModel review
+    required property ReviewEdits edits
     readonly property var subject: review.inspected
-    readonly property bool hasSubject: subject.subjectID !== undefined
+    readonly property bool isWork: subject.kind === "work"
+    signal newTargetWanted(string clientID, string clientName, string projectName)
+    signal splitWanted()
+    signal conversionWanted()
+    signal ruleChosen(string ruleID)
+    signal ruleWanted()
+    function openClients() {
+        whom.openClients();
+    }
+    function openProjects() {
+        whom.openProjects();
+    }
+    function focusDescription() {
+        description.take();
+    }
 
-    ColumnLayout {
+    Flickable {
+        id: scroll
         anchors.fill: parent
         anchors.margins: Theme.padding
-        spacing: Theme.gap
-        visible: inspector.hasSubject
+        anchors.bottomMargin: confirm.visible ? confirm.height + 2 * Theme.padding : Theme.padding
+        visible: inspector.subject.kind !== "none" && inspector.subject.kind !== undefined
+        contentHeight: column.implicitHeight
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        T.ScrollBar.vertical: ScrollEdge {
+            parent: inspector
+            x: inspector.width - width - 2
+            y: scroll.y
+            height: scroll.height
+        }
 
-        Words {
-            Layout.fillWidth: true
-            text: inspector.subject.times ?? ""
-            font.pixelSize: Theme.heading
-            font.weight: Font.DemiBold
-        }
-        Words {
-            Layout.fillWidth: true
-            text: qsTr("%1  ·  %2").arg(inspector.subject.duration ?? "").arg(inspector.subject.application || inspector.subject.project || "")
-            font.pixelSize: Theme.small
-            color: Theme.secondaryInk
-        }
-        Words {
-            Layout.topMargin: Theme.gap
-            text: qsTr("Description")
-            font.pixelSize: Theme.small
-            font.weight: Font.Medium
-        }
-        InputField {
-            id: description
-            Layout.fillWidth: true
-            placeholderText: inspector.subject.title ?? ""
-            Accessible.name: qsTr("Description")
-            onAccepted: inspector.review.describe(text)
-        }
-        Words {
-            Layout.topMargin: Theme.gap
-            text: qsTr("Client")
-            font.pixelSize: Theme.small
-            font.weight: Font.Medium
-        }
-        ChoiceBox {
-            id: client
-            Layout.fillWidth: true
-            placeholder: inspector.subject.client || qsTr("Choose a client")
-            model: inspector.review.clients
-            Accessible.name: qsTr("Client")
-            onActivated: inspector.review.chooseClient(currentValue)
-        }
-        ChoiceBox {
-            id: project
-            Layout.fillWidth: true
-            placeholder: inspector.subject.project || qsTr("Choose a project")
-            model: inspector.review.projects
-            enabled: count > 0
-            Accessible.name: qsTr("Project")
-            onActivated: inspector.review.assign(client.currentValue, currentValue)
-        }
-        Rectangle {
-            Layout.fillWidth: true
-            Layout.topMargin: Theme.gap
-            Layout.bottomMargin: Theme.gap
-            implicitHeight: 1
-            color: Theme.border
-        }
-        GridLayout {
-            Layout.fillWidth: true
-            columns: 2
-            columnSpacing: Theme.gap
-            rowSpacing: Theme.gap
-            ActionButton {
+        ColumnLayout {
+            id: column
+            width: scroll.width
+            spacing: Theme.gap
+
+            Words {
                 Layout.fillWidth: true
-                text: qsTr("Split")
-                onClicked: inspector.review.splitAt((inspector.subject.start + inspector.subject.end) / 2)
+                text: inspector.subject.title ?? ""
+                font.pixelSize: Theme.heading
+                font.weight: Font.DemiBold
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            Words {
+                Layout.fillWidth: true
+                text: inspector.subject.subtitle ?? ""
+                font.pixelSize: Theme.small
+                color: Theme.secondaryInk
+                wrapMode: Text.WordWrap
+            }
+            Words {
+                Layout.fillWidth: true
+                visible: text.length > 0
+                text: inspector.subject.note ?? ""
+                font.pixelSize: Theme.small
+                color: Theme.warning
+                wrapMode: Text.WordWrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            InspectorDescription {
+                id: description
+                Layout.fillWidth: true
+                visible: inspector.subject.canDescribe ?? false
+                review: inspector.review
+                edits: inspector.edits
+            }
+            InspectorWhom {
+                id: whom
+                Layout.fillWidth: true
+                visible: inspector.isWork
+                review: inspector.review
+                edits: inspector.edits
+                onNewTargetWanted: (clientID, clientName, projectName) => inspector.newTargetWanted(clientID, clientName, projectName)
+            }
+            InspectorCommands {
+                Layout.fillWidth: true
+                Layout.topMargin: Theme.gap
+                visible: inspector.isWork
+                subject: inspector.subject
+                edits: inspector.edits
+                onSplitWanted: inspector.splitWanted()
+                onRuleWanted: inspector.ruleWanted()
             }
             ActionButton {
                 Layout.fillWidth: true
-                text: qsTr("Merge next")
-                onClicked: inspector.review.mergeWithNext()
+                visible: inspector.subject.kind === "idle"
+                text: qsTr("Convert to Work…")
+                onClicked: inspector.conversionWanted()
             }
-            ActionButton {
+            InspectorWhy {
                 Layout.fillWidth: true
-                text: inspector.subject.state === "ignored" ? qsTr("Restore") : qsTr("Ignore")
-                onClicked: inspector.subject.state === "ignored" ? inspector.review.restore() : inspector.review.ignore()
+                visible: inspector.isWork && (inspector.subject.why ?? "").length > 0
+                subject: inspector.subject
+                onRuleChosen: (ruleID) => inspector.ruleChosen(ruleID)
+            }
+            InspectorRecord {
+                Layout.fillWidth: true
+                visible: inspector.isWork && (inspector.subject.shares ?? []).length > 0
+                subject: inspector.subject
+                lineage: inspector.review.lineage
             }
         }
-        Item { Layout.fillHeight: true }
-        ActionButton {
-            Layout.fillWidth: true
-            isPrimary: true
-            text: qsTr("Confirm block")
-            enabled: inspector.subject.state !== "ignored" && inspector.subject.state !== "reviewed"
-            onClicked: inspector.review.confirm()
-        }
+    }
+    ActionButton {
+        id: confirm
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: Theme.padding
+        visible: inspector.isWork
+        isPrimary: true
+        text: (inspector.subject.count ?? 0) > 1 ? qsTr("Confirm blocks") : qsTr("Confirm block")
+        enabled: inspector.subject.canConfirm ?? false
+        onClicked: inspector.edits.confirm()
     }
     Words {
         anchors.centerIn: parent
-        visible: !inspector.hasSubject
+        width: parent.width - 2 * Theme.margin
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        visible: !scroll.visible
         text: qsTr("Select work to see what it was.")
         color: Theme.secondaryInk
     }

@@ -1,26 +1,16 @@
 #include "Screens/Review/ReviewModel.h"
 
 #include <QLocale>
+#include <QTime>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
-#include "App/ClientBook.h"
-#include "Base/Try.h"
+#include "Base/Text.h"
+#include "Review/SubjectState.h"
+#include "Screens/Models/Texts.h"
 
 namespace stintbook {
-
-/// A day as it was read, with all that is shown of it.
-struct ReviewModel::Shown {
-    OpenedDay day;
-    AssignmentDirectory directory;
-    std::vector<SubjectRow> subjects;
-    std::vector<SpanRow> spans;
-    std::vector<WeekDayRow> week;
-    QString undoTitle;
-    QString redoTitle;
-};
 
 namespace {
 
@@ -29,6 +19,7 @@ std::vector<RowModel<SubjectRow>::Role> subjectRoles()
     using Rows = RowModel<SubjectRow>;
     return {Rows::role("subjectID", &SubjectRow::id),
             Rows::role("title", &SubjectRow::title),
+            Rows::role("moreTitles", &SubjectRow::moreTitles),
             Rows::role("times", &SubjectRow::times),
             Rows::role("duration", &SubjectRow::duration),
             Rows::role("application", &SubjectRow::application),
@@ -36,21 +27,49 @@ std::vector<RowModel<SubjectRow>::Role> subjectRoles()
             Rows::role("project", &SubjectRow::project),
             Rows::role("clientColor", &SubjectRow::color),
             Rows::role("state", &SubjectRow::state),
+            {"stateText",
+             [](const SubjectRow& row) {
+                 const auto state = fromRawValue<SubjectState>(row.state.toStdString());
+                 return state ? stateText(*state) : QString();
+             }},
             Rows::role("isUnresolved", &SubjectRow::isUnresolved),
             Rows::role("start", &SubjectRow::start),
-            Rows::role("end", &SubjectRow::end),
-            Rows::role("words", &SubjectRow::words)};
+            Rows::role("end", &SubjectRow::end)};
 }
 
-QString titleOf(const EditHistory& history, EditHistory::Direction direction)
+std::vector<RowModel<WeekDayRow>::Role> dayRoles()
 {
-    const auto* edit = history.next(direction);
-    return edit == nullptr ? QString() : text(title(edit->kind));
+    using Rows = RowModel<WeekDayRow>;
+    return {Rows::role("dayID", &WeekDayRow::id),
+            Rows::role("name", &WeekDayRow::name),
+            Rows::role("number", &WeekDayRow::number),
+            Rows::role("isChosen", &WeekDayRow::isChosen),
+            Rows::role("isToday", &WeekDayRow::isToday),
+            Rows::role("isWeekend", &WeekDayRow::isWeekend),
+            Rows::role("isOutside", &WeekDayRow::isOutside),
+            Rows::role("hasWork", &WeekDayRow::hasWork),
+            Rows::role("reviewed", &WeekDayRow::reviewed),
+            Rows::role("state", &WeekDayRow::state)};
 }
 
-template <typename T> std::optional<std::string> problemOf(const DayEdited<T>& result)
+std::vector<RowModel<ChoiceRow>::Role> choiceRoles()
 {
-    return result ? std::nullopt : std::optional(message(result.error()));
+    using Rows = RowModel<ChoiceRow>;
+    return {Rows::role("choiceID", &ChoiceRow::id), Rows::role("name", &ChoiceRow::name),
+            Rows::role("clientColor", &ChoiceRow::color)};
+}
+
+Stored<std::vector<ListedDay>> listed(const DayBook& book, const std::vector<CivilDate>& dates)
+{
+    return book.list(book.calendar().dayOn(dates.front()), book.calendar().dayOn(dates.back()));
+}
+
+/// A choice that is gone gives way to what lies where it lay.
+const SubjectRow* rowAt(const std::vector<SubjectRow>& rows, double second)
+{
+    const auto found = std::ranges::find_if(
+        rows, [&](const SubjectRow& row) { return row.start <= second && second < row.end; });
+    return found == rows.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -58,26 +77,24 @@ template <typename T> std::optional<std::string> problemOf(const DayEdited<T>& r
 ReviewModel::ReviewModel(const ScreenContext& context, QObject* parent)
     : QObject(parent)
     , m_context(context)
-    , m_week({RowModel<WeekDayRow>::role("dayID", &WeekDayRow::id),
-              RowModel<WeekDayRow>::role("name", &WeekDayRow::name),
-              RowModel<WeekDayRow>::role("number", &WeekDayRow::number),
-              RowModel<WeekDayRow>::role("isChosen", &WeekDayRow::isChosen),
-              RowModel<WeekDayRow>::role("isToday", &WeekDayRow::isToday),
-              RowModel<WeekDayRow>::role("isWeekend", &WeekDayRow::isWeekend),
-              RowModel<WeekDayRow>::role("hasWork", &WeekDayRow::hasWork),
-              RowModel<WeekDayRow>::role("reviewed", &WeekDayRow::reviewed),
-              RowModel<WeekDayRow>::role("state", &WeekDayRow::state)})
+    , m_today(context.calendar().dateOf(context.clock.now()))
+    , m_week(dayRoles())
+    , m_month(dayRoles())
+    , m_blocks(subjectRoles())
     , m_subjects(subjectRoles())
-    , m_spans({RowModel<SpanRow>::role("title", &SpanRow::title),
-               RowModel<SpanRow>::role("isIdle", &SpanRow::isIdle),
-               RowModel<SpanRow>::role("start", &SpanRow::start),
-               RowModel<SpanRow>::role("end", &SpanRow::end)})
-    , m_clients({RowModel<ChoiceRow>::role("choiceID", &ChoiceRow::id),
-                 RowModel<ChoiceRow>::role("name", &ChoiceRow::name),
-                 RowModel<ChoiceRow>::role("clientColor", &ChoiceRow::color)})
-    , m_projects({RowModel<ChoiceRow>::role("choiceID", &ChoiceRow::id),
-                  RowModel<ChoiceRow>::role("name", &ChoiceRow::name),
-                  RowModel<ChoiceRow>::role("clientColor", &ChoiceRow::color)})
+    , m_spans(
+          {RowModel<SpanRow>::role("spanID", &SpanRow::id), RowModel<SpanRow>::role("title", &SpanRow::title),
+           RowModel<SpanRow>::role("times", &SpanRow::times),
+           RowModel<SpanRow>::role("duration", &SpanRow::duration),
+           RowModel<SpanRow>::role("isIdle", &SpanRow::isIdle),
+           RowModel<SpanRow>::role("start", &SpanRow::start), RowModel<SpanRow>::role("end", &SpanRow::end)})
+    , m_lineage({RowModel<LineageRow>::role("times", &LineageRow::times),
+                 RowModel<LineageRow>::role("duration", &LineageRow::duration),
+                 RowModel<LineageRow>::role("application", &LineageRow::application),
+                 RowModel<LineageRow>::role("title", &LineageRow::title),
+                 RowModel<LineageRow>::role("domain", &LineageRow::domain)})
+    , m_clients(choiceRoles())
+    , m_projects(choiceRoles())
 {
 }
 
@@ -88,39 +105,58 @@ QString ReviewModel::title() const
 
 QString ReviewModel::figures() const
 {
-    if (!m_shown)
+    if (!m_view)
         return {};
-    const auto& summary = m_shown->day.summary;
-    return tr("%1 recorded  ·  %2 assigned  ·  %3")
-        .arg(shortDuration(summary.day.workDuration), shortDuration(summary.assignedDuration),
-             summary.blockCount == 1 ? tr("1 block") : tr("%1 blocks").arg(summary.blockCount));
+    const auto& summary = m_view->day.summary;
+    auto words = tr("%1 recorded  ·  %2 assigned  ·  %3")
+                     .arg(shortDuration(summary.day.workDuration), shortDuration(summary.assignedDuration),
+                          summary.blockCount == 1 ? tr("1 block") : tr("%1 blocks").arg(summary.blockCount));
+    if (summary.unresolvedDuration > Seconds{})
+        words += tr("  ·  %1 unresolved").arg(shortDuration(summary.unresolvedDuration));
+    return words;
+}
+
+QString ReviewModel::standing() const
+{
+    if (!isReady())
+        return {};
+    const auto since = m_view->day.unreviewedDuration;
+    return since > Seconds{}
+        ? tr("This day is ready to bill. %1 was recorded since.").arg(shortDuration(since))
+        : tr("This day is ready to bill.");
 }
 
 bool ReviewModel::isReady() const
 {
-    return m_shown && m_shown->day.status == ReviewedDayStatus::ready;
+    return m_view && m_view->day.status == ReviewedDayStatus::ready;
 }
 
 bool ReviewModel::canMarkReady() const
 {
-    return m_shown && !isReady() && m_shown->day.blockers.empty();
+    if (!m_view || !m_view->day.blockers.empty())
+        return false;
+    return !isReady() || m_view->day.unreviewedDuration > Seconds{};
 }
 
-QString ReviewModel::blocker() const
+QStringList ReviewModel::blockers() const
 {
-    return m_shown && !m_shown->day.blockers.empty() ? text(message(m_shown->day.blockers.front()))
-                                                     : QString();
+    QStringList sentences;
+    if (m_view && !isReady()) {
+        for (const auto blocker : m_view->day.blockers)
+            sentences.append(text(message(blocker)));
+    }
+    return sentences;
 }
 
 double ReviewModel::dayLength() const
 {
-    return m_shown ? m_shown->day.content.bounds.length().value : 86'400;
+    return m_view ? m_view->day.content.bounds.length().value : 86'400;
 }
 
 double ReviewModel::firstSecond() const
 {
     double first = 8 * 3600.0;
-    for (const auto& row : m_subjects.rows())
+    for (const auto& row : m_blocks.rows())
         first = std::min(first, row.start);
     return std::floor(first / 3600) * 3600;
 }
@@ -128,39 +164,52 @@ double ReviewModel::firstSecond() const
 double ReviewModel::lastSecond() const
 {
     double last = 18 * 3600.0;
-    for (const auto& row : m_subjects.rows())
+    for (const auto& row : m_blocks.rows())
         last = std::max(last, row.end);
     return std::min(std::ceil(last / 3600) * 3600, dayLength());
 }
 
-QString ReviewModel::undoTitle() const
+QVariantList ReviewModel::hours() const
 {
-    return m_shown ? m_shown->undoTitle : QString();
+    QVariantList hours;
+    for (double second = firstSecond(); second <= lastSecond(); second += 3600)
+        hours.append(
+            QVariantMap{{QStringLiteral("second"), second}, {QStringLiteral("name"), timeText(second)}});
+    return hours;
 }
 
-QString ReviewModel::redoTitle() const
+double ReviewModel::now() const
 {
-    return m_shown ? m_shown->redoTitle : QString();
+    return m_view ? (m_context.clock.now() - m_view->day.content.bounds.start).value : -1;
 }
 
-QString ReviewModel::selected() const
+QString ReviewModel::timeText(double second) const
 {
-    return m_selected ? text(*m_selected) : QString();
+    return m_view ? timeOf(m_view->day.content.bounds.start + Seconds{second}, m_view->calendar) : QString();
 }
 
-std::optional<std::size_t> ReviewModel::selectedRow() const
+double ReviewModel::secondOf(const QString& typed) const
 {
-    const auto& rows = m_subjects.rows();
-    const auto found = m_selected ? std::ranges::find(rows, *m_selected, &SubjectRow::id) : rows.end();
-    if (found == rows.end())
-        return std::nullopt;
-    return static_cast<std::size_t>(found - rows.begin());
+    if (!m_view)
+        return -1;
+    const auto words = typed.trimmed();
+    auto time = QLocale().toTime(words, QLocale::ShortFormat);
+    for (const auto* format : {"H:mm", "H.mm", "Hmm", "H", "h:mm ap", "h ap"}) {
+        if (!time.isValid())
+            time = QLocale::c().toTime(words, QString::fromLatin1(format));
+    }
+    const bool isDaysEnd = words == QStringLiteral("24:00");
+    if (!time.isValid() && !isDaysEnd)
+        return -1;
+    const auto at = m_view->calendar.instantOn(m_date, isDaysEnd ? 24 : time.hour(), time.minute(), 0);
+    return (at - m_view->day.content.bounds.start).value;
 }
 
-QVariantMap ReviewModel::inspected() const
+void ReviewModel::tick()
 {
-    const auto row = selectedRow();
-    return row ? m_subjects.values(*row) : QVariantMap();
+    Q_EMIT nowChanged();
+    if (std::exchange(m_today, m_context.calendar().dateOf(m_context.clock.now())) != m_today)
+        readWeek();
 }
 
 void ReviewModel::openToday()
@@ -180,79 +229,208 @@ void ReviewModel::openDay(const QString& dayID)
         open(calendar->dateOf(day->start));
 }
 
+QString ReviewModel::dayID() const
+{
+    return m_view ? text(stintbook::dayID(m_view->day.content.day)) : QString();
+}
+
 void ReviewModel::open(CivilDate date)
 {
     m_date = date;
-    m_selected.reset();
-    Q_EMIT selectionChanged();
-    Q_EMIT changed();
+    choose({});
     refresh();
 }
 
 void ReviewModel::refresh()
 {
-    edit([](DayBook&, const LocalDay&) -> std::optional<std::string> { return std::nullopt; });
+    edit([](StoreDesk::Workplace&, DayBook&, const LocalDay&) { return EditOutcome{}; });
+    readWeek();
 }
 
-void ReviewModel::edit(Edit edit)
+void ReviewModel::edit(Edit edit, std::function<void(bool)> done)
 {
     const auto calendar = m_context.calendar();
     const auto day = calendar.dayOn(m_date);
     if (!day)
         return;
     struct Answer {
-        std::shared_ptr<const Shown> shown;
-        std::optional<std::string> problem;
+        std::shared_ptr<const DayView> view;
+        EditOutcome outcome;
     };
-    const auto work = [calendar, day = *day, date = m_date, now = m_context.clock.now(),
-                       edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
+    const auto work = [calendar, day = *day, edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
         DayBook book(place.store, calendar, &place.history);
-        Answer answer{.shown = nullptr, .problem = edit(book, day)};
-        const auto shown = [&]() -> Stored<Shown> {
-            Shown made;
-            made.day = TRY(book.open(day));
-            made.directory = TRY(ClientBook(place.store).directory());
-            made.undoTitle = titleOf(place.history, EditHistory::Direction::undo);
-            made.redoTitle = titleOf(place.history, EditHistory::Direction::redo);
-            made.subjects = subjectRows(made.day.content, made.directory, calendar);
-            made.spans = spanRows(made.day.content, calendar);
-            const auto strip = datesOfStrip(date);
-            made.week =
-                weekRows(date, TRY(book.list(calendar.dayOn(strip.front()), calendar.dayOn(strip.back()))),
-                         now, calendar);
-            return made;
-        }();
-        if (shown)
-            answer.shown = std::make_shared<const Shown>(*shown);
+        Answer answer{.view = nullptr, .outcome = edit(place, book, day)};
+        if (auto view = readDay(book, answer.outcome.day.value_or(day), place.store, place.history))
+            answer.view = *std::move(view);
         else
-            answer.problem = message(shown.error());
+            answer.outcome.problem = message(view.error());
         return answer;
     };
     m_context.desk.ask(
         this, work,
-        [this, date = m_date](const Answer& answer) {
-            setProblem(answer.problem ? text(*answer.problem) : QString());
-            if (answer.shown && date == m_date)
-                show(answer.shown);
+        [this, date = m_date, done](const Answer& answer) {
+            const auto& outcome = answer.outcome;
+            setProblem(outcome.problem ? text(*outcome.problem) : QString());
+            if (outcome.day && answer.view)
+                m_date = answer.view->calendar.dateOf(outcome.day->start);
+            if (answer.view && (outcome.day || date == m_date))
+                show(answer.view, outcome.work);
+            if (!outcome.work.empty() || outcome.day)
+                readWeek();
+            if (done)
+                done(!outcome.problem);
         },
-        [this](const std::string& problem) { setProblem(text(problem)); });
+        [this, done](const std::string& problem) {
+            setProblem(text(problem));
+            if (done)
+                done(false);
+        });
 }
 
-void ReviewModel::show(std::shared_ptr<const Shown> shown)
+void ReviewModel::readWeek()
 {
-    m_shown = std::move(shown);
-    m_week.show(m_shown->week);
-    m_subjects.show(m_shown->subjects);
-    m_spans.show(m_shown->spans);
+    const auto dates = datesOfStrip(m_date);
+    // What was read before is right but for what is chosen.
+    m_context.desk.ask(
+        this,
+        [dates, calendar = m_context.calendar()](StoreDesk::Workplace& place) {
+            return listed(DayBook(place.store, calendar), dates);
+        },
+        [this, dates](const Stored<std::vector<ListedDay>>& days) {
+            if (days && dates == datesOfStrip(m_date))
+                m_week.show(weekRows(dates, m_date, *days, m_context.clock.now(), m_context.calendar()));
+        },
+        [](const std::string&) {});
+}
+
+QString ReviewModel::monthTitle() const
+{
+    return QLocale().toString(dateOf(m_shownMonth), QStringLiteral("MMMM yyyy"));
+}
+
+void ReviewModel::showMonth()
+{
+    m_shownMonth = {m_date.year, m_date.month, 1};
+    readMonth();
+}
+
+void ReviewModel::moveMonth(int months)
+{
+    const auto moved = dateOf(m_shownMonth).addMonths(months);
+    m_shownMonth = {moved.year(), moved.month(), 1};
+    readMonth();
+}
+
+void ReviewModel::readMonth()
+{
+    Q_EMIT monthChanged();
+    const auto dates = datesOfMonth(m_shownMonth);
+    const auto showDays = [this, dates](const std::vector<ListedDay>& days) {
+        m_month.show(weekRows(dates, m_date, days, m_context.clock.now(), m_context.calendar()));
+    };
+    showDays({});
+    m_context.desk.ask(
+        this,
+        [dates, calendar = m_context.calendar()](StoreDesk::Workplace& place) {
+            return listed(DayBook(place.store, calendar), dates);
+        },
+        [this, dates, showDays](const Stored<std::vector<ListedDay>>& days) {
+            if (days && dates == datesOfMonth(m_shownMonth))
+                showDays(*days);
+        },
+        [](const std::string&) {});
+}
+
+void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work)
+{
+    const auto before = m_blocks.rows();
+    const bool isSameDay = m_view && m_view->day.content.day == view->day.content.day;
+    m_view = std::move(view);
+    m_blocks.show(m_view->subjects);
+    m_spans.show(m_view->spans);
     std::vector<ChoiceRow> clients;
-    for (const auto& client : m_shown->directory.selectableClients(std::nullopt))
+    for (const auto& client : m_view->directory.selectableClients(std::nullopt))
         clients.push_back(
             {client.id.uuid, text(client.name), client.color ? text(client.color->hex()) : QString()});
     m_clients.show(std::move(clients));
-    if (m_selected && !selectedRow())
-        m_selected.reset();
+    showList();
+    keepSelection(isSameDay ? before : std::vector<SubjectRow>(), work);
     Q_EMIT changed();
-    Q_EMIT selectionChanged();
+    Q_EMIT nowChanged();
+}
+
+void ReviewModel::keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work)
+{
+    std::vector<UUID> rows;
+    const auto add = [&](const UUID& id) {
+        if (std::ranges::find(rows, id) == rows.end())
+            rows.push_back(id);
+    };
+    for (const auto& row : m_blocks.rows()) {
+        if (std::ranges::any_of(row.subjects,
+                                [&](const UUID& id) { return std::ranges::find(work, id) != work.end(); }))
+            add(row.id);
+    }
+    if (rows.empty()) {
+        for (const auto& id : m_selection.ids()) {
+            const auto was = std::ranges::find(before, id, &SubjectRow::id);
+            const bool isThere =
+                std::ranges::find(m_blocks.rows(), id, &SubjectRow::id) != m_blocks.rows().end()
+                || std::ranges::find(m_spans.rows(), id, &SpanRow::id) != m_spans.rows().end();
+            if (isThere)
+                add(id);
+            else if (const auto* row =
+                         was == before.end() ? nullptr : rowAt(m_blocks.rows(), (was->start + was->end) / 2))
+                add(row->id);
+        }
+    }
+    if (rows == m_selection.ids())
+        selectionMoved();
+    else
+        choose(std::move(rows));
+}
+
+void ReviewModel::showList()
+{
+    const auto wanted = foldedForSearch(m_search.trimmed().toStdString());
+    std::vector<SubjectRow> rows;
+    for (const auto& row : m_blocks.rows()) {
+        if ((!m_onlyUnresolved || row.isUnresolved) && row.words.find(wanted) != std::string::npos)
+            rows.push_back(row);
+    }
+    if (m_order == QLatin1String("duration")) {
+        std::ranges::stable_sort(rows, std::greater(),
+                                 [](const SubjectRow& row) { return row.end - row.start; });
+    } else if (m_order == QLatin1String("client")) {
+        std::ranges::stable_sort(rows, [](const SubjectRow& a, const SubjectRow& b) {
+            return QString::localeAwareCompare(a.client, b.client) < 0;
+        });
+    }
+    m_subjects.show(std::move(rows));
+}
+
+void ReviewModel::setSearch(const QString& search)
+{
+    if (std::exchange(m_search, search) == search)
+        return;
+    showList();
+    Q_EMIT filterChanged();
+}
+
+void ReviewModel::setOnlyUnresolved(bool only)
+{
+    if (std::exchange(m_onlyUnresolved, only) == only)
+        return;
+    showList();
+    Q_EMIT filterChanged();
+}
+
+void ReviewModel::setOrder(const QString& order)
+{
+    if (std::exchange(m_order, order) == order)
+        return;
+    showList();
+    Q_EMIT filterChanged();
 }
 
 void ReviewModel::setProblem(const QString& problem)
@@ -261,131 +439,163 @@ void ReviewModel::setProblem(const QString& problem)
         Q_EMIT problemChanged();
 }
 
-void ReviewModel::select(const QString& id)
+QString ReviewModel::current() const
 {
-    m_selected = UUID::parse(id.toStdString());
-    Q_EMIT selectionChanged();
+    const auto id = m_selection.current();
+    return id ? text(*id) : QString();
 }
 
-void ReviewModel::selectNeighbour(int distance)
+int ReviewModel::currentRow() const
 {
     const auto& rows = m_subjects.rows();
-    if (rows.empty())
-        return;
-    const auto last = static_cast<int>(rows.size()) - 1;
-    const auto row = selectedRow();
-    const int next = row ? std::clamp(static_cast<int>(*row) + distance, 0, last) : 0;
-    m_selected = rows[static_cast<std::size_t>(next)].id;
+    const auto row = std::ranges::find(rows, m_selection.current().value_or(UUID{}), &SubjectRow::id);
+    return row == rows.end() ? -1 : static_cast<int>(row - rows.begin());
+}
+
+std::vector<UUID> ReviewModel::listedIDs() const
+{
+    std::vector<UUID> ids;
+    for (const auto& row : m_subjects.rows())
+        ids.push_back(row.id);
+    return ids;
+}
+
+std::vector<UUID> ReviewModel::selectedSubjects() const
+{
+    std::vector<UUID> subjects;
+    for (const auto& row : m_blocks.rows()) {
+        if (m_selection.contains(row.id))
+            subjects.insert(subjects.end(), row.subjects.begin(), row.subjects.end());
+    }
+    return subjects;
+}
+
+void ReviewModel::choose(std::vector<UUID> rows)
+{
+    m_selection.set(std::move(rows));
+    selectionMoved();
+}
+
+void ReviewModel::selectionMoved()
+{
+    m_chosen.clear();
+    for (const auto& id : m_selection.ids())
+        m_chosen.insert(text(id), true);
+    auto inspected = Inspection{};
+    if (m_view) {
+        const auto subjects = selectedSubjects();
+        inspected = inspection(*m_view, subjects.empty() ? m_selection.ids() : subjects);
+    }
+    m_lineage.show(std::move(inspected.lineage));
     Q_EMIT selectionChanged();
+    if (std::exchange(m_inspected, inspected.values) != m_inspected)
+        Q_EMIT inspectedChanged();
+}
+
+void ReviewModel::select(const QString& rowID)
+{
+    if (const auto id = UUID::parse(rowID.toStdString()))
+        choose({*id});
+}
+
+void ReviewModel::toggle(const QString& rowID)
+{
+    if (const auto id = UUID::parse(rowID.toStdString())) {
+        m_selection.toggle(*id);
+        selectionMoved();
+    }
+}
+
+void ReviewModel::extendTo(const QString& rowID)
+{
+    if (const auto id = UUID::parse(rowID.toStdString())) {
+        m_selection.extend(*id, listedIDs());
+        selectionMoved();
+    }
+}
+
+void ReviewModel::selectAll()
+{
+    choose(listedIDs());
+}
+
+void ReviewModel::selectNeighbour(int distance, bool extends)
+{
+    const auto ids = listedIDs();
+    if (ids.empty())
+        return;
+    const auto last = static_cast<std::ptrdiff_t>(ids.size()) - 1;
+    const auto from = std::ranges::find(ids, m_selection.current().value_or(UUID{}));
+    const auto next = from == ids.end() ? (distance > 0 ? 0 : last)
+                                        : std::clamp<std::ptrdiff_t>(from - ids.begin() + distance, 0, last);
+    const auto& id = ids[static_cast<std::size_t>(next)];
+    if (extends)
+        m_selection.extend(id, ids);
+    else
+        m_selection.set({id});
+    selectionMoved();
+}
+
+void ReviewModel::selectNeighbourInTime(int distance)
+{
+    std::vector<std::pair<double, UUID>> all;
+    for (const auto& row : m_blocks.rows())
+        all.emplace_back(row.start, row.id);
+    for (const auto& row : m_spans.rows())
+        all.emplace_back(row.start, row.id);
+    if (all.empty())
+        return;
+    std::ranges::sort(all);
+    const auto last = static_cast<std::ptrdiff_t>(all.size()) - 1;
+    const auto from = std::ranges::find(all, m_selection.current().value_or(UUID{}),
+                                        [](const auto& entry) { return entry.second; });
+    const auto next = from == all.end() ? (distance > 0 ? 0 : last)
+                                        : std::clamp<std::ptrdiff_t>(from - all.begin() + distance, 0, last);
+    choose({all[static_cast<std::size_t>(next)].second});
 }
 
 void ReviewModel::selectNextUnresolved()
 {
-    const auto& rows = m_subjects.rows();
-    const auto begin = selectedRow() ? *selectedRow() + 1 : 0;
+    const auto& rows = m_blocks.rows();
+    const auto from = std::ranges::find(rows, m_selection.current().value_or(UUID{}), &SubjectRow::id);
+    const auto begin = from == rows.end() ? 0 : static_cast<std::size_t>(from - rows.begin()) + 1;
     for (std::size_t step = 0; step < rows.size(); ++step) {
         const auto& row = rows[(begin + step) % rows.size()];
-        if (row.isUnresolved) {
-            m_selected = row.id;
-            Q_EMIT selectionChanged();
-            return;
-        }
+        if (row.isUnresolved)
+            return choose({row.id});
     }
+}
+
+void ReviewModel::selectBlocker(int index)
+{
+    if (!m_view || index < 0 || static_cast<std::size_t>(index) >= m_view->day.blockers.size())
+        return;
+    const auto work = workBehind(m_view->day.blockers[static_cast<std::size_t>(index)], m_view->day.content);
+    std::vector<UUID> rows;
+    for (const auto& row : m_blocks.rows()) {
+        if (std::ranges::any_of(row.subjects,
+                                [&](const UUID& id) { return std::ranges::find(work, id) != work.end(); }))
+            rows.push_back(row.id);
+    }
+    choose(std::move(rows));
+}
+
+double ReviewModel::middleOfSelection() const
+{
+    const auto& rows = m_blocks.rows();
+    const auto row = std::ranges::find(rows, m_selection.current().value_or(UUID{}), &SubjectRow::id);
+    return row == rows.end() ? 0 : (row->start + row->end) / 2;
 }
 
 void ReviewModel::chooseClient(const QString& clientID)
 {
     const auto id = UUID::parse(clientID.toStdString());
     std::vector<ChoiceRow> projects;
-    if (m_shown && id) {
-        for (const auto& project : m_shown->directory.selectableProjects(ClientID{*id}, std::nullopt))
+    if (m_view && id) {
+        for (const auto& project : m_view->directory.selectableProjects(ClientID{*id}, std::nullopt))
             projects.push_back({project.id.uuid, text(project.name), {}});
     }
     m_projects.show(std::move(projects));
-}
-
-void ReviewModel::editSelected(
-    std::function<std::optional<std::string>(DayBook&, const LocalDay&, UUID)> work)
-{
-    if (m_selected)
-        edit([id = *m_selected, work = std::move(work)](DayBook& book, const LocalDay& day) {
-            return work(book, day, id);
-        });
-}
-
-void ReviewModel::assign(const QString& clientID, const QString& projectID)
-{
-    const auto client = UUID::parse(clientID.toStdString());
-    const auto project = UUID::parse(projectID.toStdString());
-    if (!client || !project)
-        return;
-    editSelected(
-        [target = WorkTarget{{*client}, {*project}, {}}](DayBook& book, const LocalDay& day, UUID id) {
-            return problemOf(book.assign(day, std::span(&id, 1), target));
-        });
-}
-
-void ReviewModel::confirm()
-{
-    editSelected([](DayBook& book, const LocalDay& day, UUID id) {
-        return problemOf(book.confirm(day, std::span(&id, 1)));
-    });
-}
-
-void ReviewModel::ignore()
-{
-    editSelected([](DayBook& book, const LocalDay& day, UUID id) {
-        return problemOf(book.ignore(day, std::span(&id, 1)));
-    });
-}
-
-void ReviewModel::restore()
-{
-    editSelected([](DayBook& book, const LocalDay& day, UUID id) {
-        return problemOf(book.restore(day, std::span(&id, 1)));
-    });
-}
-
-void ReviewModel::describe(const QString& words)
-{
-    editSelected([words = words.toStdString()](DayBook& book, const LocalDay& day, UUID id) {
-        return problemOf(book.describe(day, id, words));
-    });
-}
-
-void ReviewModel::splitAt(double secondOfDay)
-{
-    editSelected([secondOfDay](DayBook& book, const LocalDay& day, UUID id) {
-        return problemOf(book.split(day, id, day.start + Seconds{secondOfDay}));
-    });
-}
-
-void ReviewModel::mergeWithNext()
-{
-    const auto row = selectedRow();
-    if (!row || *row + 1 >= m_subjects.rows().size())
-        return;
-    editSelected([next = m_subjects.rows()[*row + 1].id](DayBook& book, const LocalDay& day, UUID id) {
-        const std::array both{id, next};
-        return problemOf(book.merge(day, both));
-    });
-}
-
-void ReviewModel::markReady()
-{
-    edit([now = m_context.clock.now()](DayBook& book, const LocalDay& day) {
-        return problemOf(book.markReady(day, now));
-    });
-}
-
-void ReviewModel::undo()
-{
-    edit([](DayBook& book, const LocalDay&) { return problemOf(book.undo()); });
-}
-
-void ReviewModel::redo()
-{
-    edit([](DayBook& book, const LocalDay&) { return problemOf(book.redo()); });
 }
 
 } // namespace stintbook

@@ -1,14 +1,18 @@
 #pragma once
 
 #include <QObject>
-#include <QStringList>
+#include <QVariantList>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include <QtQml/qqmlregistration.h>
 
 #include "Screens/Models/RowModel.h"
+#include "Screens/Review/DaySelection.h"
+#include "Screens/Review/DayView.h"
+#include "Screens/Review/Inspection.h"
 #include "Screens/Review/ReviewRows.h"
 #include "Screens/Window/ScreenContext.h"
 
@@ -23,8 +27,8 @@ struct ChoiceRow {
     friend bool operator==(const ChoiceRow&, const ChoiceRow&) = default;
 };
 
-/// The day that is reviewed, and the edits of it. What it shows comes whole from the store's thread; the selection, by
-/// identifier, outlives every change of the day.
+/// The day that is reviewed, and what of it is shown and selected. What it shows comes whole from the store's thread;
+/// the selection, by identifier, outlives every change of the day.
 class ReviewModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -32,100 +36,173 @@ class ReviewModel : public QObject {
 
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString figures READ figures NOTIFY changed)
+    Q_PROPERTY(QString standing READ standing NOTIFY changed)
     Q_PROPERTY(bool isReady READ isReady NOTIFY changed)
     Q_PROPERTY(bool canMarkReady READ canMarkReady NOTIFY changed)
-    Q_PROPERTY(QString blocker READ blocker NOTIFY changed)
+    Q_PROPERTY(QStringList blockers READ blockers NOTIFY changed)
     Q_PROPERTY(double dayLength READ dayLength NOTIFY changed)
     Q_PROPERTY(double firstSecond READ firstSecond NOTIFY changed)
     Q_PROPERTY(double lastSecond READ lastSecond NOTIFY changed)
+    Q_PROPERTY(QVariantList hours READ hours NOTIFY changed)
+    Q_PROPERTY(double now READ now NOTIFY nowChanged)
     Q_PROPERTY(QString undoTitle READ undoTitle NOTIFY changed)
     Q_PROPERTY(QString redoTitle READ redoTitle NOTIFY changed)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     Q_PROPERTY(QAbstractItemModel* week READ week CONSTANT)
+    Q_PROPERTY(QAbstractItemModel* month READ month CONSTANT)
+    Q_PROPERTY(QString monthTitle READ monthTitle NOTIFY monthChanged)
+    Q_PROPERTY(QAbstractItemModel* blocks READ blocks CONSTANT)
     Q_PROPERTY(QAbstractItemModel* subjects READ subjects CONSTANT)
     Q_PROPERTY(QAbstractItemModel* spans READ spans CONSTANT)
+    Q_PROPERTY(QAbstractItemModel* lineage READ lineage CONSTANT)
     Q_PROPERTY(QAbstractItemModel* clients READ clients CONSTANT)
     Q_PROPERTY(QAbstractItemModel* projects READ projects CONSTANT)
-    Q_PROPERTY(QString selected READ selected WRITE select NOTIFY selectionChanged)
-    Q_PROPERTY(QVariantMap inspected READ inspected NOTIFY selectionChanged)
+    Q_PROPERTY(QString current READ current NOTIFY selectionChanged)
+    Q_PROPERTY(QVariantMap chosen READ chosen NOTIFY selectionChanged)
+    Q_PROPERTY(QVariantMap inspected READ inspected NOTIFY inspectedChanged)
+    Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY filterChanged)
+    Q_PROPERTY(bool onlyUnresolved READ onlyUnresolved WRITE setOnlyUnresolved NOTIFY filterChanged)
+    Q_PROPERTY(QString order READ order WRITE setOrder NOTIFY filterChanged)
 
 public:
     explicit ReviewModel(const ScreenContext& context, QObject* parent = nullptr);
 
     QString title() const;
     QString figures() const;
+    /// What keeps the day from being ready, or what came since it was.
+    QString standing() const;
     bool isReady() const;
     bool canMarkReady() const;
-    /// Why the day cannot be marked ready; empty when it can be, or is.
-    QString blocker() const;
+    QStringList blockers() const;
     /// In seconds.
     double dayLength() const;
     /// Whole hours around everything that the day holds.
     double firstSecond() const;
     double lastSecond() const;
+    /// The hours between them: [{ second, name }].
+    QVariantList hours() const;
+    /// Seconds since the day's beginning; outside of the day on every day but today.
+    double now() const;
     /// "Assign"; empty when there is nothing to undo.
-    QString undoTitle() const;
-    QString redoTitle() const;
+    QString undoTitle() const { return m_view ? m_view->undoTitle : QString(); }
+    QString redoTitle() const { return m_view ? m_view->redoTitle : QString(); }
     /// Why the last thing that was asked for did not happen.
     const QString& problem() const { return m_problem; }
     QAbstractItemModel* week() { return &m_week; }
+    QAbstractItemModel* month() { return &m_month; }
+    QString monthTitle() const;
+    /// All, for the timeline;
+    QAbstractItemModel* blocks() { return &m_blocks; }
+    /// and those that the list shows.
     QAbstractItemModel* subjects() { return &m_subjects; }
     QAbstractItemModel* spans() { return &m_spans; }
+    QAbstractItemModel* lineage() { return &m_lineage; }
     QAbstractItemModel* clients() { return &m_clients; }
     QAbstractItemModel* projects() { return &m_projects; }
-    QString selected() const;
-    /// The row of what is selected, by the roles' names; empty without a selection.
-    QVariantMap inspected() const;
+    /// The row that was chosen last.
+    QString current() const;
+    /// The rows that are chosen, as keys.
+    const QVariantMap& chosen() const { return m_chosen; }
+    const QVariantMap& inspected() const { return m_inspected; }
+    const QString& search() const { return m_search; }
+    void setSearch(const QString& search);
+    bool onlyUnresolved() const { return m_onlyUnresolved; }
+    void setOnlyUnresolved(bool only);
+    /// "time", "duration" or "client".
+    const QString& order() const { return m_order; }
+    void setOrder(const QString& order);
 
     Q_INVOKABLE void openToday();
     /// Days are moved by calendar dates.
     Q_INVOKABLE void move(int days);
     Q_INVOKABLE void openDay(const QString& dayID);
-    Q_INVOKABLE void select(const QString& id);
-    /// The neighbour of what is selected; the first where nothing is.
-    Q_INVOKABLE void selectNeighbour(int distance);
+    Q_INVOKABLE QString dayID() const;
+    /// Fills `month` with the one of the day, or of so many months from the one that is shown.
+    Q_INVOKABLE void showMonth();
+    Q_INVOKABLE void moveMonth(int months);
+
+    /// Its place in `subjects`; negative where it is not there.
+    Q_INVOKABLE int currentRow() const;
+    Q_INVOKABLE void select(const QString& rowID);
+    Q_INVOKABLE void toggle(const QString& rowID);
+    Q_INVOKABLE void extendTo(const QString& rowID);
+    Q_INVOKABLE void selectAll();
+    Q_INVOKABLE void clearSelection() { choose({}); }
+    /// The neighbour of what is current, in the list; the first or last where nothing is.
+    Q_INVOKABLE void selectNeighbour(int distance, bool extends = false);
+    /// The neighbour in time, idle time and gaps among them.
+    Q_INVOKABLE void selectNeighbourInTime(int distance);
     Q_INVOKABLE void selectNextUnresolved();
+    /// The work that the blocker is about.
+    Q_INVOKABLE void selectBlocker(int index);
+    /// In seconds of the day.
+    Q_INVOKABLE double middleOfSelection() const;
     /// Fills `projects` with those of the client.
     Q_INVOKABLE void chooseClient(const QString& clientID);
-    Q_INVOKABLE void assign(const QString& clientID, const QString& projectID);
-    Q_INVOKABLE void confirm();
-    Q_INVOKABLE void ignore();
-    Q_INVOKABLE void restore();
-    Q_INVOKABLE void describe(const QString& text);
-    Q_INVOKABLE void splitAt(double secondOfDay);
-    Q_INVOKABLE void mergeWithNext();
-    Q_INVOKABLE void markReady();
-    Q_INVOKABLE void undo();
-    Q_INVOKABLE void redo();
+    /// The second of the day at which its clock shows what was typed; negative for anything else.
+    Q_INVOKABLE double secondOf(const QString& typed) const;
+    Q_INVOKABLE QString timeText(double second) const;
+    /// Time has passed.
+    Q_INVOKABLE void tick();
     Q_INVOKABLE void dismissProblem() { setProblem({}); }
+
+    /// What an edit left: why it was not done, and the work that it was about.
+    struct EditOutcome {
+        std::optional<std::string> problem;
+        std::vector<UUID> work;
+        /// Another day that was edited instead.
+        std::optional<LocalDay> day;
+    };
+    using Edit = std::function<EditOutcome(StoreDesk::Workplace& place, DayBook& book, const LocalDay& day)>;
+    /// Does the edit on the desk and shows the day as it is then, or tells why it was not done. What was edited is
+    /// selected. `done` is told whether it was.
+    void edit(Edit edit, std::function<void(bool)> done = {});
+    /// The blocks and items of the selected rows, by time.
+    std::vector<UUID> selectedSubjects() const;
+    const DayView* view() const { return m_view.get(); }
+    const ScreenContext& context() const { return m_context; }
     /// Reads the day again.
     void refresh();
+    void setProblem(const QString& problem);
 
 Q_SIGNALS:
     void changed();
+    void nowChanged();
+    void monthChanged();
     void problemChanged();
     void selectionChanged();
+    void inspectedChanged();
+    void filterChanged();
 
 private:
-    struct Shown;
-    using Edit = std::function<std::optional<std::string>(DayBook& book, const LocalDay& day)>;
-
     void open(CivilDate date);
-    /// Does the edit and reads the day, or tells why it was not done.
-    void edit(Edit edit);
-    void editSelected(std::function<std::optional<std::string>(DayBook&, const LocalDay&, UUID)> edit);
-    void show(std::shared_ptr<const Shown> shown);
-    void setProblem(const QString& problem);
-    std::optional<std::size_t> selectedRow() const;
+    void show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work);
+    void showList();
+    void readWeek();
+    void readMonth();
+    void choose(std::vector<UUID> rows);
+    void selectionMoved();
+    void keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work);
+    std::vector<UUID> listedIDs() const;
 
     ScreenContext m_context;
     CivilDate m_date;
-    std::shared_ptr<const Shown> m_shown;
-    std::optional<UUID> m_selected;
+    CivilDate m_today;
+    CivilDate m_shownMonth;
+    std::shared_ptr<const DayView> m_view;
+    DaySelection m_selection;
+    QVariantMap m_chosen;
+    QVariantMap m_inspected;
     QString m_problem;
+    QString m_search;
+    bool m_onlyUnresolved = false;
+    QString m_order = QStringLiteral("time");
     RowModel<WeekDayRow> m_week;
+    RowModel<WeekDayRow> m_month;
+    RowModel<SubjectRow> m_blocks;
     RowModel<SubjectRow> m_subjects;
     RowModel<SpanRow> m_spans;
+    RowModel<LineageRow> m_lineage;
     RowModel<ChoiceRow> m_clients;
     RowModel<ChoiceRow> m_projects;
 };

@@ -1,19 +1,25 @@
 #pragma once
 
-#include <QColor>
-#include <QString>
+#include <QStringList>
+#include <vector>
 
 #include "App/DayBook.h"
 #include "Base/Identifier.h"
-#include "Domain/AssignmentDirectory.h"
+#include "Review/SubjectState.h"
 
-/// A day as its screen shows it: texts and numbers, made away from the window's thread.
+/// A day's parts as its screen shows them: texts and numbers, made away from the window's thread.
 namespace stintbook {
 
-/// A block or an item.
+struct DayView;
+
+/// A block, an item, or brief blocks that are gathered into one row.
 struct SubjectRow {
     UUID id;
+    /// What is edited when the row is: itself, or what it gathers.
+    std::vector<UUID> subjects;
     QString title;
+    /// Further titles, at a glance.
+    QString moreTitles;
     /// "08:35 – 08:39".
     QString times;
     QString duration;
@@ -29,8 +35,8 @@ struct SubjectRow {
     /// Seconds since the day's beginning.
     double start = 0;
     double end = 0;
-    /// What a search looks into: titles, domains, description, application.
-    QString words;
+    /// What a search looks into, folded: titles, domains, description, application, client and project.
+    std::string words;
 
     friend bool operator==(const SubjectRow&, const SubjectRow&) = default;
 };
@@ -38,8 +44,10 @@ struct SubjectRow {
 /// Idle time, or time without a record.
 struct SpanRow {
     UUID id;
-    /// "Idle" and the like, with its times.
+    /// "Idle" and the like.
     QString title;
+    QString times;
+    QString duration;
     bool isIdle = false;
     double start = 0;
     double end = 0;
@@ -47,7 +55,7 @@ struct SpanRow {
     friend bool operator==(const SpanRow&, const SpanRow&) = default;
 };
 
-/// A day of the strip above.
+/// A day of the strip or of the calendar.
 struct WeekDayRow {
     /// Its identifier, "2026-11-20@Europe/Berlin".
     std::string id;
@@ -56,21 +64,45 @@ struct WeekDayRow {
     bool isChosen = false;
     bool isToday = false;
     bool isWeekend = false;
+    /// Of another month than the calendar shows.
+    bool isOutside = false;
     bool hasWork = false;
     /// How much of its work is reviewed, from 0 to 1.
     double reviewed = 0;
-    /// A raw value of `RecordsDayState`; empty without work.
+    /// "Needs review" and the like; empty without work.
     QString state;
 
     friend bool operator==(const WeekDayRow&, const WeekDayRow&) = default;
 };
 
-std::vector<SubjectRow> subjectRows(const ReviewDay& day, const AssignmentDirectory& directory,
+/// One recorded piece of what is inspected.
+struct LineageRow {
+    /// Of the recorded segment and the piece's start: split work shares segments.
+    std::string id;
+    QString times;
+    QString duration;
+    QString application;
+    QString title;
+    QString domain;
+
+    friend bool operator==(const LineageRow&, const LineageRow&) = default;
+};
+
+/// "Assigned by rule" and the like.
+QString stateText(SubjectState state);
+
+std::vector<SubjectRow> subjectRows(const DayView& view);
+std::vector<SpanRow> spanRows(const DayView& view);
+std::vector<LineageRow> lineageRows(const std::vector<WorkBlockSegment>& lineage,
                                     const CalendarContext& calendar);
-std::vector<SpanRow> spanRows(const ReviewDay& day, const CalendarContext& calendar);
-/// The days around `chosen` that a strip shows: its week and the one after, as the reader's locale begins weeks.
+
+/// The days around `chosen` that the strip shows: the week before and its own, as the reader's locale begins weeks.
 std::vector<CivilDate> datesOfStrip(CivilDate chosen);
-std::vector<WeekDayRow> weekRows(CivilDate chosen, const std::vector<ListedDay>& days, Instant now,
+/// The six weeks in which the month lies.
+std::vector<CivilDate> datesOfMonth(CivilDate inMonth);
+/// Days that are not in the list have no work.
+std::vector<WeekDayRow> weekRows(const std::vector<CivilDate>& dates, CivilDate chosen,
+                                 const std::vector<ListedDay>& days, Instant now,
                                  const CalendarContext& calendar);
 
 } // namespace stintbook

@@ -7,11 +7,40 @@ FocusScope {
     id: screen
 
     required property ReviewModel review
+    required property ReviewEdits edits
+    /// The rule is to be shown where rules are kept.
+    signal ruleChosen(string ruleID)
+    /// Of the selected work.
+    signal ruleWanted(string dayID, string workID)
 
-    Shortcut { sequences: [StandardKey.Undo]; onActivated: screen.review.undo() }
-    Shortcut { sequences: [StandardKey.Redo]; onActivated: screen.review.redo() }
-    Shortcut { sequence: "Alt+Left"; onActivated: screen.review.move(-1) }
-    Shortcut { sequence: "Alt+Right"; onActivated: screen.review.move(1) }
+    focus: true
+
+    ReviewKeys {
+        review: screen.review
+        edits: screen.edits
+        inspector: inspector
+        list: list
+        timeline: timeline
+        header: header
+        addWork: addWork
+        split: split
+        isEnabled: screen.visible && !addWork.visible && !split.visible && !newTarget.visible
+    }
+    AddWorkSheet {
+        id: addWork
+        review: screen.review
+        edits: screen.edits
+    }
+    SplitSheet {
+        id: split
+        review: screen.review
+        edits: screen.edits
+    }
+    NewTargetSheet {
+        id: newTarget
+        edits: screen.edits
+        onCreated: (clientID, projectID) => screen.edits.assign(clientID, projectID)
+    }
 
     ColumnLayout {
         anchors.fill: parent
@@ -19,8 +48,10 @@ FocusScope {
         spacing: Theme.padding
 
         DayHeader {
+            id: header
             Layout.fillWidth: true
             review: screen.review
+            edits: screen.edits
         }
         WeekStrip {
             Layout.fillWidth: true
@@ -33,23 +64,33 @@ FocusScope {
             onDismissed: screen.review.dismissProblem()
         }
         Timeline {
+            id: timeline
             Layout.fillWidth: true
             review: screen.review
+            edits: screen.edits
+            onWorkMissing: (start, end) => addWork.openFor(start, end)
         }
         RowLayout {
             Layout.fillWidth: true
             Layout.fillHeight: true
             spacing: Theme.padding
             SubjectList {
+                id: list
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 review: screen.review
-                focus: true
             }
             Inspector {
+                id: inspector
                 Layout.preferredWidth: 304
                 Layout.fillHeight: true
                 review: screen.review
+                edits: screen.edits
+                onNewTargetWanted: (clientID, clientName, projectName) => newTarget.openFor(clientID, clientName, projectName)
+                onSplitWanted: split.openHere()
+                onConversionWanted: addWork.openForIdle()
+                onRuleChosen: (ruleID) => screen.ruleChosen(ruleID)
+                onRuleWanted: screen.ruleWanted(screen.review.dayID(), screen.review.current)
             }
         }
     }

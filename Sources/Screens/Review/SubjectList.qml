@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import QtQuick.Templates as T
 import Velloran
 
@@ -7,106 +8,91 @@ Panel {
     id: panel
 
     required property ReviewModel review
+    function focusSearch() {
+        search.forceActiveFocus(Qt.ShortcutFocusReason);
+        search.selectAll();
+    }
 
-    ListView {
-        id: list
+    ColumnLayout {
         anchors.fill: parent
         anchors.margins: Theme.gap
-        clip: true
-        model: panel.review.subjects
-        reuseItems: true
-        activeFocusOnTab: true
-        keyNavigationEnabled: false
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("Work of the day")
-        Keys.onUpPressed: panel.review.selectNeighbour(-1)
-        Keys.onDownPressed: panel.review.selectNeighbour(1)
+        spacing: Theme.gap
 
-        delegate: Item {
-            id: row
-
-            required property int index
-            required property string subjectID
-            required property string title
-            required property string times
-            required property string duration
-            required property string application
-            required property string client
-            required property string clientColor
-            required property string state
-
-            readonly property color tint: clientColor.length > 0 ? clientColor : Theme.anonymous
-            readonly property bool isChosen: panel.review.selected === subjectID
-            onIsChosenChanged: if (isChosen) list.positionViewAtIndex(index, ListView.Contain)
-
-            width: ListView.view.width
-            height: 54
-            Accessible.role: Accessible.ListItem
-            Accessible.name: qsTr("%1, %2, %3, %4").arg(title).arg(times).arg(duration).arg(client.length > 0 ? client : qsTr("unassigned"))
-            Accessible.selected: isChosen
-            Accessible.onPressAction: panel.review.select(subjectID)
-
-            Rectangle {
-                anchors.fill: parent
-                radius: Theme.radius
-                color: row.isChosen ? Theme.selection : hover.hovered ? Theme.hover : "transparent"
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: Theme.gap
+            SearchField {
+                id: search
+                Layout.fillWidth: true
+                placeholderText: qsTr("Search this day")
+                onTextChanged: panel.review.search = text
+                Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
             }
-            HoverHandler { id: hover }
-            TapHandler {
-                onTapped: {
-                    list.forceActiveFocus();
-                    panel.review.select(row.subjectID);
-                }
+            Tick {
+                text: qsTr("Unresolved")
+                checked: panel.review.onlyUnresolved
+                onToggled: panel.review.onlyUnresolved = checked
             }
-            Rectangle {
-                x: 12
-                anchors.verticalCenter: parent.verticalCenter
-                width: 4
-                height: 30
-                radius: 2
-                color: row.tint
-                opacity: row.state === "ignored" ? 0.4 : 1
+            SegmentedChoice {
+                name: qsTr("Order")
+                choices: [{ "key": "time", "name": qsTr("Time") }, { "key": "duration", "name": qsTr("Length") }, { "key": "client", "name": qsTr("Client") }]
+                chosen: panel.review.order
+                onChose: (key) => panel.review.order = key
             }
-            Words {
-                x: 28
-                y: 9
-                width: chip.x - x - Theme.gap
-                text: row.title
-                font.weight: Font.Medium
-                font.strikeout: row.state === "ignored"
-                opacity: row.state === "ignored" ? 0.6 : 1
-                Accessible.ignored: true
+        }
+        ListView {
+            id: list
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            clip: true
+            focus: true
+            model: panel.review.subjects
+            activeFocusOnTab: true
+            keyNavigationEnabled: false
+            boundsBehavior: Flickable.StopAtBounds
+            Accessible.role: Accessible.List
+            Accessible.name: qsTr("Work of the day")
+            Keys.onUpPressed: (event) => panel.review.selectNeighbour(-1, event.modifiers & Qt.ShiftModifier)
+            Keys.onDownPressed: (event) => panel.review.selectNeighbour(1, event.modifiers & Qt.ShiftModifier)
+            Keys.onPressed: (event) => {
+                const page = Math.max(1, Math.floor(height / 54) - 1);
+                if (event.key === Qt.Key_PageUp)
+                    panel.review.selectNeighbour(-page);
+                else if (event.key === Qt.Key_PageDown)
+                    panel.review.selectNeighbour(page);
+                else if (event.key === Qt.Key_Home)
+                    panel.review.selectNeighbour(-count);
+                else if (event.key === Qt.Key_End)
+                    panel.review.selectNeighbour(count);
+                else
+                    return;
+                event.accepted = true;
             }
-            Words {
-                x: 28
-                y: 29
-                width: chip.x - x - Theme.gap
-                text: row.application.length > 0 ? qsTr("%1  ·  %2").arg(row.times).arg(row.application) : row.times
-                font.pixelSize: Theme.small
-                color: Theme.secondaryInk
-                Accessible.ignored: true
+            T.ScrollBar.vertical: ScrollEdge { }
+            // Later: rows may be on the move.
+            function showCurrent() {
+                const row = panel.review.currentRow();
+                if (row >= 0)
+                    positionViewAtIndex(row, ListView.Contain);
             }
-            Chip {
-                id: chip
-                x: row.width - 72 - width
-                anchors.verticalCenter: parent.verticalCenter
-                text: row.client.length > 0 ? row.client : row.state === "conflicting" ? qsTr("Conflict") : qsTr("Unassigned")
-                client: row.tint
+            Connections {
+                target: panel.review
+                function onSelectionChanged() { Qt.callLater(list.showCurrent); }
             }
-            Words {
-                anchors.right: parent.right
-                anchors.rightMargin: 14
-                anchors.verticalCenter: parent.verticalCenter
-                text: row.duration
-                color: Theme.secondaryInk
-                Accessible.ignored: true
+            delegate: SubjectListRow {
+                width: list.width
+                view: list
+                review: panel.review
+            }
+            FocusRing {
+                anchors.margins: 0
+                isShown: list.activeFocus && panel.review.current.length === 0
             }
         }
     }
-    Words {
+    EmptyState {
         anchors.centerIn: parent
         visible: list.count === 0
-        text: qsTr("Nothing was recorded on this day.")
-        color: Theme.secondaryInk
+        text: panel.review.blocks.rowCount() > 0 ? qsTr("No work of this day fits the search.") : qsTr("Nothing was recorded on this day.")
     }
 }

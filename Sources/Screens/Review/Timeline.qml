@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Velloran
 
 /// The day from its first to its last work: blocks in their clients' colours, idle time and what was not recorded.
@@ -6,31 +7,92 @@ Panel {
     id: timeline
 
     required property ReviewModel review
+    required property ReviewEdits edits
+    /// Somebody dragged over time without work; in seconds of the day.
+    signal workMissing(double start, double end)
 
-    readonly property double span: Math.max(review.lastSecond - review.firstSecond, 3600)
-    readonly property double pointsPerSecond: (track.width) / span
-    function place(second: double): int {
-        return Math.round((second - review.firstSecond) * pointsPerSecond);
+    readonly property int laneTop: 26
+    readonly property int laneHeight: track.height - laneTop - Theme.gap
+
+    function zoomAround(factor: double, x: double) {
+        const second = review.firstSecond + (track.contentX + x) / shownScale.pointsPerSecond;
+        shownScale.zoom = Math.max(1, Math.min(shownScale.zoom * factor, 48));
+        track.contentX = Math.max(0, Math.min((second - review.firstSecond) * shownScale.pointsPerSecond - x, track.contentWidth - track.width));
+    }
+    function zoomBy(factor: double) {
+        zoomAround(factor, track.width / 2);
+    }
+    function showAll() {
+        shownScale.zoom = 1;
+        track.contentX = 0;
     }
 
     implicitHeight: 124
     clip: true
-    Accessible.role: Accessible.Grouping
+    activeFocusOnTab: true
+    Accessible.role: Accessible.List
     Accessible.name: qsTr("Timeline")
+    Keys.onLeftPressed: review.selectNeighbourInTime(-1)
+    Keys.onRightPressed: review.selectNeighbourInTime(1)
 
-    Item {
+    TimelineScale {
+        id: shownScale
+        review: timeline.review
+        width: track.width
+    }
+    FocusRing {
+        anchors.margins: 1
+        isShown: timeline.activeFocus
+    }
+    Timer {
+        interval: 60000
+        repeat: true
+        running: timeline.visible && Qt.application.state === Qt.ApplicationActive
+        triggeredOnStart: true
+        onTriggered: timeline.review.tick()
+    }
+
+    Flickable {
         id: track
         anchors.fill: parent
         anchors.margins: Theme.padding
+        contentWidth: width * shownScale.zoom
+        contentHeight: height
+        boundsBehavior: Flickable.StopAtBounds
+        flickableDirection: Flickable.HorizontalFlick
+        interactive: false
+        T.ScrollBar.horizontal: ScrollEdge { }
+
+        WheelHandler {
+            acceptedModifiers: Qt.ControlModifier
+            onWheel: (event) => timeline.zoomAround(event.angleDelta.y > 0 ? 1.25 : 0.8, event.x - track.contentX)
+        }
+        WheelHandler {
+            acceptedModifiers: Qt.NoModifier
+            orientation: Qt.Vertical
+            onWheel: (event) => track.contentX = Math.max(0, Math.min(track.contentX - (event.angleDelta.y + event.angleDelta.x), track.contentWidth - track.width))
+        }
+        PinchHandler {
+            id: pinch
+            property double before: 1
+            target: null
+            onActiveChanged: before = 1
+            onActiveScaleChanged: {
+                timeline.zoomAround(activeScale / before, centroid.position.x - track.contentX);
+                before = activeScale;
+            }
+        }
 
         Repeater {
-            model: Math.round(timeline.span / 3600) + 1
+            model: timeline.review.hours
             Item {
                 id: hour
+                required property var modelData
                 required property int index
-                readonly property double second: timeline.review.firstSecond + index * 3600
-                x: timeline.place(second)
+                readonly property bool isLast: modelData.second >= timeline.review.lastSecond
+                x: shownScale.place(modelData.second)
                 height: track.height
+                visible: shownScale.pointsPerSecond * 3600 > 44 || index % 2 === 0
                 Rectangle {
                     y: 20
                     width: 1
@@ -38,8 +100,8 @@ Panel {
                     color: Theme.border
                 }
                 Words {
-                    x: hour.index === 0 ? 0 : hour.second >= timeline.review.lastSecond ? -width : -width / 2
-                    text: new Date(0, 0, 1, 0, 0, hour.second).toLocaleTimeString(Qt.locale(), Qt.locale().timeFormat(Locale.ShortFormat).replace(":ss", ""))
+                    x: hour.index === 0 ? 0 : hour.isLast ? -width : -width / 2
+                    text: hour.modelData.name
                     font.pixelSize: Theme.caption
                     color: Theme.secondaryInk
                     Accessible.ignored: true
@@ -47,63 +109,46 @@ Panel {
             }
         }
         Rectangle {
-            y: 26
-            width: track.width
-            height: track.height - 26 - Theme.gap
+            y: timeline.laneTop
+            width: track.contentWidth
+            height: timeline.laneHeight
             radius: 3
             color: Theme.sunken
         }
-        Repeater {
-            model: timeline.review.spans
-            Rectangle {
-                required property string title
-                required property bool isIdle
-                required property double start
-                required property double end
-                x: timeline.place(start)
-                y: 26
-                width: Math.max(1, timeline.place(end) - x)
-                height: track.height - 26 - Theme.gap
-                color: isIdle ? Theme.idle : "transparent"
-                Accessible.role: Accessible.StaticText
-                Accessible.name: title
-            }
+        TimelineGaps {
+            y: timeline.laneTop
+            height: timeline.laneHeight
+            dayScale: shownScale
+            review: timeline.review
+            onTaken: timeline.forceActiveFocus()
+        }
+        MissingWorkArea {
+            y: timeline.laneTop
+            width: track.contentWidth
+            height: timeline.laneHeight
+            dayScale: shownScale
+            review: timeline.review
+            onWorkMissing: (start, end) => timeline.workMissing(start, end)
         }
         Repeater {
-            model: timeline.review.subjects
-            Rectangle {
-                id: block
-                required property string subjectID
-                required property string title
-                required property string times
-                required property string clientColor
-                required property string client
-                required property string state
-                required property double start
-                required property double end
-                readonly property bool isChosen: timeline.review.selected === subjectID
-
-                x: timeline.place(start)
-                y: 26
-                width: Math.max(2, timeline.place(end) - x - 1)
-                height: track.height - 26 - Theme.gap
-                radius: Math.min(3, width / 3)
-                opacity: state === "ignored" ? 0.35 : 1
-                color: clientColor.length > 0 ? clientColor : Theme.anonymous
-                Accessible.role: Accessible.ListItem
-                Accessible.name: qsTr("%1, %2").arg(times).arg(title)
-                Accessible.onPressAction: timeline.review.select(subjectID)
-                TapHandler { onTapped: timeline.review.select(block.subjectID) }
-                Rectangle {
-                    anchors.fill: parent
-                    anchors.margins: -3
-                    visible: block.isChosen
-                    radius: 5
-                    color: "transparent"
-                    border.width: 2
-                    border.color: Theme.ink
-                }
+            model: timeline.review.blocks
+            TimelineBlock {
+                y: timeline.laneTop
+                height: timeline.laneHeight
+                dayScale: shownScale
+                review: timeline.review
+                onTaken: timeline.forceActiveFocus()
+                onSplitWanted: (second) => timeline.edits.splitAt(second)
             }
+        }
+        Rectangle {
+            x: shownScale.place(timeline.review.now)
+            y: 18
+            width: 2
+            height: track.height - 18
+            visible: timeline.review.now >= timeline.review.firstSecond && timeline.review.now <= timeline.review.lastSecond
+            color: Theme.danger
+            Accessible.ignored: true
         }
     }
 }

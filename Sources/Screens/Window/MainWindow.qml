@@ -9,6 +9,7 @@ Window {
     required property AppearanceModel appearance
     required property ShellModel shell
     required property ReviewModel review
+    required property ReviewEdits edits
     required property RecordsModel records
     required property ClientsModel clients
     required property RulesModel rules
@@ -72,7 +73,11 @@ Window {
             Page {
                 shell: window.shell
                 key: "review"
-                sourceComponent: ReviewScreen { review: window.review }
+                sourceComponent: ReviewScreen {
+                    review: window.review
+                    edits: window.edits
+                    onRuleChosen: window.shell.page = "rules"
+                }
             }
             Page {
                 shell: window.shell

@@ -24,6 +24,7 @@ QVariantMap WindowContent::properties()
     return {{"appearance", QVariant::fromValue(&m_appearance)},
             {"shell", QVariant::fromValue(&m_shell)},
             {"review", QVariant::fromValue(&m_review)},
+            {"edits", QVariant::fromValue(&m_edits)},
             {"records", QVariant::fromValue(&m_records)},
             {"clients", QVariant::fromValue(&m_clients)},
             {"rules", QVariant::fromValue(&m_rules)},

@@ -5,6 +5,7 @@
 #include "Screens/Clients/ClientsModel.h"
 #include "Screens/Onboarding/OnboardingModel.h"
 #include "Screens/Records/RecordsModel.h"
+#include "Screens/Review/ReviewEdits.h"
 #include "Screens/Review/ReviewModel.h"
 #include "Screens/Rules/RulesModel.h"
 #include "Screens/Settings/SettingsModel.h"
@@ -31,6 +32,7 @@ private:
     AppearanceModel m_appearance;
     ShellModel m_shell;
     ReviewModel m_review;
+    ReviewEdits m_edits{m_review};
     RecordsModel m_records;
     ClientsModel m_clients;
     RulesModel m_rules;

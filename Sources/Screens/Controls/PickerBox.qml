@@ -1,0 +1,169 @@
+import QtQuick
+import QtQuick.Templates as T
+import Velloran
+
+/// One of many named choices, found by typing; or a new one of the name that was typed.
+T.AbstractButton {
+    id: control
+
+    /// Rows of `choiceID`, `name` and `clientColor`.
+    property alias model: choices.model
+    property string chosenName
+    property string placeholder
+    property color dot: "transparent"
+    /// "New client “%1”"; empty where none can be made here.
+    property string newText
+    property string label
+    signal chose(string id)
+    signal created(string name)
+    function open() {
+        popup.open();
+    }
+
+    implicitHeight: Theme.controlHeight
+    implicitWidth: 200
+    opacity: enabled ? 1 : 0.45
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    text: chosenName.length > 0 ? chosenName : placeholder
+    Accessible.role: Accessible.ComboBox
+    Accessible.name: label
+    Accessible.description: text
+    Accessible.onPressAction: popup.open()
+    onClicked: popup.open()
+    Keys.onDownPressed: popup.open()
+    Keys.onReturnPressed: popup.open()
+
+    contentItem: Item {
+        Rectangle {
+            id: mark
+            x: control.mirrored ? parent.width - width - 10 : 10
+            anchors.verticalCenter: parent.verticalCenter
+            visible: control.dot.a > 0 && control.chosenName.length > 0
+            width: 8
+            height: 8
+            radius: 2
+            color: control.dot
+        }
+        Words {
+            anchors.fill: parent
+            anchors.leftMargin: mark.visible ? 26 : 10
+            anchors.rightMargin: 28
+            text: control.text
+            color: control.chosenName.length > 0 ? Theme.ink : Theme.secondaryInk
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
+        }
+        Glyph {
+            anchors.right: parent.right
+            anchors.rightMargin: 10
+            anchors.verticalCenter: parent.verticalCenter
+            name: "chevron-down"
+            ink: Theme.secondaryInk
+            size: 12
+        }
+    }
+    background: Rectangle {
+        color: control.hovered ? Theme.hover : Theme.panel
+        border.color: Theme.strongBorder
+        radius: Theme.radius
+        FocusRing { isShown: control.visualFocus }
+    }
+
+    T.Popup {
+        id: popup
+
+        property int current: 0
+        readonly property bool canCreate: control.newText.length > 0 && search.text.trim().length > 0 && !hasExactly(search.text.trim())
+        function matches(name: string): bool {
+            return name.toLocaleLowerCase().includes(search.text.trim().toLocaleLowerCase());
+        }
+        function hasExactly(name: string): bool {
+            for (let i = 0; i < choices.count; ++i) {
+                if (choices.itemAt(i).name.toLocaleLowerCase() === name.toLocaleLowerCase())
+                    return true;
+            }
+            return false;
+        }
+        function next(from: int, step: int): int {
+            for (let i = from + step; i >= 0 && i < choices.count; i += step) {
+                if (choices.itemAt(i).visible)
+                    return i;
+            }
+            return step > 0 && canCreate ? choices.count : from;
+        }
+        function take() {
+            const row = current < choices.count ? choices.itemAt(current) : null;
+            const typed = search.text.trim();
+            close();
+            if (row && row.visible)
+                control.chose(row.choiceID);
+            else if (typed.length > 0 && control.newText.length > 0)
+                control.created(typed);
+        }
+
+        y: control.height + 2
+        width: Math.max(control.width, 220)
+        height: Math.min(contentItem.implicitHeight + 2 * padding, 320)
+        padding: 4
+        margins: 4
+        focus: true
+        onOpened: {
+            search.clear();
+            search.forceActiveFocus();
+            current = next(-1, 1);
+        }
+        background: Panel { border.color: Theme.strongBorder }
+        contentItem: Column {
+            spacing: 2
+            SearchField {
+                id: search
+                width: parent.width
+                isClearedByEscape: false
+                placeholderText: control.newText.length > 0 ? qsTr("Find or add") : qsTr("Find")
+                onTextChanged: popup.current = popup.next(-1, 1)
+                Keys.onDownPressed: popup.current = popup.next(popup.current, 1)
+                Keys.onUpPressed: popup.current = popup.next(popup.current, -1)
+                Keys.onReturnPressed: popup.take()
+                Keys.onEnterPressed: popup.take()
+            }
+            Flickable {
+                width: parent.width
+                height: Math.min(rows.implicitHeight, 260)
+                contentHeight: rows.implicitHeight
+                clip: true
+                T.ScrollBar.vertical: ScrollEdge { }
+                Column {
+                    id: rows
+                    width: parent.width
+                    Repeater {
+                        id: choices
+                        PickerRow {
+                            required property int index
+                            required property string choiceID
+                            required property string clientColor
+                            width: rows.width
+                            visible: popup.matches(name)
+                            dot: clientColor.length > 0 ? clientColor : "transparent"
+                            highlighted: popup.current === index
+                            onClicked: {
+                                popup.current = index;
+                                popup.take();
+                            }
+                        }
+                    }
+                    PickerRow {
+                        width: rows.width
+                        visible: popup.canCreate
+                        name: visible ? control.newText.arg(search.text.trim()) : ""
+                        highlighted: popup.current === choices.count
+                        onClicked: {
+                            popup.current = choices.count;
+                            popup.take();
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,158 @@
+import QtQuick
+import QtQuick.Layouts
+import Velloran
+
+/// Work that nobody recorded, or that was done while the computer seemed idle.
+Sheet {
+    id: sheet
+
+    required property ReviewModel review
+    required property ReviewEdits edits
+    property bool isIdle: false
+    property string clientID
+    property string projectID
+    function openEmpty() {
+        begin(false, "", "");
+        from.forceActiveFocus();
+    }
+    function openFor(start: double, end: double) {
+        begin(false, review.timeText(start), review.timeText(end));
+        client.forceActiveFocus(Qt.TabFocusReason);
+    }
+    function openForIdle() {
+        begin(true, "", "");
+        client.forceActiveFocus(Qt.TabFocusReason);
+    }
+    function begin(idle: bool, start: string, end: string) {
+        isIdle = idle;
+        from.text = start;
+        to.text = end;
+        description.clear();
+        complaint.text = "";
+        billable.checkState = Qt.PartiallyChecked;
+        if (clientID.length > 0)
+            review.chooseClient(clientID);
+        edits.readDescriptions();
+        open();
+    }
+    function save() {
+        if (isIdle) {
+            edits.convertIdle(clientID, projectID, billable.checkState, description.text);
+            return;
+        }
+        const start = review.secondOf(from.text);
+        const end = review.secondOf(to.text);
+        if (start < 0 || end < 0)
+            complaint.text = qsTr("“%1” is no time of the day, so no work was added.").arg(start < 0 ? from.text : to.text);
+        else
+            edits.addWork(start, end, clientID, projectID, billable.checkState, description.text);
+    }
+
+    title: isIdle ? qsTr("Convert Idle Time to Work") : qsTr("Add Missing Work")
+    Connections {
+        target: sheet.edits
+        enabled: sheet.visible
+        function onWorkAdded() { sheet.close(); }
+        function onWorkRefused(sentence: string) { complaint.text = sentence; }
+    }
+
+    Words {
+        Layout.fillWidth: true
+        visible: sheet.isIdle
+        text: sheet.review.inspected.title ?? ""
+        color: Theme.secondaryInk
+    }
+    RowLayout {
+        Layout.fillWidth: true
+        visible: !sheet.isIdle
+        spacing: Theme.padding
+        FormRow {
+            Layout.fillWidth: true
+            label: qsTr("From")
+            InputField {
+                id: from
+                Layout.fillWidth: true
+                placeholderText: sheet.review.timeText(9 * 3600)
+                Accessible.name: qsTr("From")
+                onAccepted: sheet.save()
+            }
+        }
+        FormRow {
+            Layout.fillWidth: true
+            label: qsTr("To")
+            InputField {
+                id: to
+                Layout.fillWidth: true
+                placeholderText: sheet.review.timeText(10 * 3600)
+                Accessible.name: qsTr("To")
+                onAccepted: sheet.save()
+            }
+        }
+    }
+    FormRow {
+        Layout.fillWidth: true
+        label: qsTr("Client")
+        ChoicePicker {
+            id: client
+            Layout.fillWidth: true
+            label: qsTr("Client")
+            model: sheet.review.clients
+            chosenID: sheet.clientID
+            placeholder: qsTr("Choose a client")
+            onChose: (id) => {
+                sheet.clientID = id;
+                sheet.projectID = "";
+                sheet.review.chooseClient(id);
+            }
+        }
+    }
+    FormRow {
+        Layout.fillWidth: true
+        label: qsTr("Project")
+        ChoicePicker {
+            Layout.fillWidth: true
+            label: qsTr("Project")
+            model: sheet.review.projects
+            chosenID: sheet.projectID
+            enabled: sheet.clientID.length > 0
+            placeholder: qsTr("Choose a project")
+            onChose: (id) => sheet.projectID = id
+        }
+    }
+    FormRow {
+        Layout.fillWidth: true
+        label: qsTr("Description")
+        InputField {
+            id: description
+            Layout.fillWidth: true
+            Accessible.name: qsTr("Description")
+            onAccepted: sheet.save()
+        }
+    }
+    Tick {
+        id: billable
+        text: checkState === Qt.PartiallyChecked ? qsTr("Billable as the project says") : qsTr("Billable")
+        tristate: true
+    }
+    Words {
+        id: complaint
+        Layout.fillWidth: true
+        visible: text.length > 0
+        color: Theme.danger
+        wrapMode: Text.WordWrap
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: text
+    }
+    actions: [
+        Item { Layout.fillWidth: true },
+        ActionButton {
+            text: qsTr("Cancel")
+            onClicked: sheet.close()
+        },
+        ActionButton {
+            isPrimary: true
+            text: sheet.isIdle ? qsTr("Convert") : qsTr("Add Work")
+            onClicked: sheet.save()
+        }
+    ]
+}

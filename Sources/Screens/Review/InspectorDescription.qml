@@ -1,0 +1,95 @@
+import QtQuick
+import QtQuick.Layouts
+import Velloran
+
+/// What the work was, in its user's words, with those of earlier work to choose from.
+FormRow {
+    id: row
+
+    required property ReviewModel review
+    required property ReviewEdits edits
+    readonly property string stored: review.inspected.description ?? ""
+    readonly property string subject: review.current
+    readonly property var proposals: field.activeFocus && field.isTyped
+        ? edits.descriptions.filter((one) => one.toLocaleLowerCase().includes(field.text.toLocaleLowerCase()) && one !== field.text).slice(0, 5) : []
+
+    function take() {
+        field.forceActiveFocus(Qt.ShortcutFocusReason);
+        field.selectAll();
+    }
+    function save() {
+        if (field.isTyped && field.text !== stored)
+            edits.describe(field.text);
+        field.isTyped = false;
+    }
+    // What is being typed is not overwritten by a change of the day.
+    onStoredChanged: if (!field.isTyped) field.text = stored
+    onSubjectChanged: {
+        field.isTyped = false;
+        field.text = stored;
+    }
+
+    label: qsTr("Description")
+    InputField {
+        id: field
+        property bool isTyped: false
+        Layout.fillWidth: true
+        placeholderText: qsTr("What was done")
+        Accessible.name: qsTr("Description")
+        onTextEdited: isTyped = true
+        onActiveFocusChanged: {
+            if (activeFocus)
+                row.edits.readDescriptions();
+            else
+                row.save();
+        }
+        onAccepted: row.save()
+        Keys.onEscapePressed: {
+            isTyped = false;
+            text = row.stored;
+        }
+        Keys.onDownPressed: proposalList.current = Math.min(proposalList.current + 1, row.proposals.length - 1)
+        Keys.onUpPressed: proposalList.current = Math.max(proposalList.current - 1, -1)
+        Keys.onReturnPressed: (event) => {
+            if (proposalList.current >= 0)
+                proposalList.take(row.proposals[proposalList.current]);
+            else
+                row.save();
+        }
+        Panel {
+            id: proposalList
+            property int current: -1
+            function take(words: string) {
+                field.text = words;
+                current = -1;
+                row.save();
+            }
+            y: field.height + 2
+            z: 1
+            width: field.width
+            height: list.implicitHeight + 8
+            visible: row.proposals.length > 0
+            onVisibleChanged: current = -1
+            border.color: Theme.strongBorder
+            Column {
+                id: list
+                x: 4
+                y: 4
+                width: parent.width - 8
+                Repeater {
+                    model: row.proposals
+                    PickerRow {
+                        required property string modelData
+                        required property int index
+                        width: list.width
+                        name: modelData
+                        focusPolicy: Qt.NoFocus
+                        highlighted: proposalList.current === index
+                        onPressed: proposalList.take(modelData)
+                    }
+                }
+            }
+        }
+    }
+    z: 1
+}

@@ -1,0 +1,48 @@
+import QtQuick
+import Velloran
+
+/// Every command of the day by a key. Letters that are typed into a field stay there.
+Item {
+    id: keys
+
+    required property ReviewModel review
+    required property ReviewEdits edits
+    required property Inspector inspector
+    required property SubjectList list
+    required property Timeline timeline
+    required property DayHeader header
+    required property AddWorkSheet addWork
+    required property SplitSheet split
+    property bool isEnabled: true
+
+    readonly property bool hasWork: review.inspected.kind === "work"
+
+    component Key: Shortcut { enabled: keys.isEnabled }
+
+    Key { sequences: [StandardKey.Undo]; onActivated: keys.edits.undo() }
+    Key { sequences: [StandardKey.Redo]; onActivated: keys.edits.redo() }
+    Key { sequences: ["Alt+Left", "["]; onActivated: keys.review.move(-1) }
+    Key { sequences: ["Alt+Right", "]"]; onActivated: keys.review.move(1) }
+    Key { sequence: "T"; onActivated: keys.review.openToday() }
+    Key { sequence: "G"; onActivated: keys.header.openCalendar() }
+    Key { sequences: [StandardKey.Find, "/"]; onActivated: keys.list.focusSearch() }
+    Key { sequence: "U"; onActivated: keys.review.onlyUnresolved = !keys.review.onlyUnresolved }
+    Key { sequence: "N"; onActivated: keys.review.selectNextUnresolved() }
+    Key { sequences: [StandardKey.SelectAll]; onActivated: keys.review.selectAll() }
+    Key { sequence: "Escape"; onActivated: keys.review.clearSelection() }
+    Key { sequence: "C"; onActivated: keys.edits.confirm() }
+    Key { sequence: "A"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.openClients() }
+    Key { sequence: "P"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.openProjects() }
+    Key { sequence: "D"; enabled: keys.isEnabled && (keys.review.inspected.canDescribe ?? false); onActivated: keys.inspector.focusDescription() }
+    Key { sequence: "B"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.edits.setBillable(keys.review.inspected.billable !== Qt.Checked) }
+    Key { sequence: "S"; enabled: keys.isEnabled && (keys.review.inspected.canSplit ?? false); onActivated: keys.split.openHere() }
+    Key { sequence: "M"; onActivated: keys.edits.merge() }
+    Key { sequences: ["I", StandardKey.Delete]; onActivated: keys.review.inspected.isIgnored ? keys.edits.restore() : keys.edits.ignore() }
+    Key { sequence: "W"; onActivated: keys.addWork.openEmpty() }
+    Key { sequence: "V"; enabled: keys.isEnabled && keys.review.inspected.kind === "idle"; onActivated: keys.addWork.openForIdle() }
+    Key { sequence: "R"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.ruleWanted() }
+    Key { sequence: "Ctrl+Return"; enabled: keys.isEnabled && keys.review.canMarkReady; onActivated: keys.edits.markReady() }
+    Key { sequences: ["Ctrl++", "Ctrl+=", "+"]; onActivated: keys.timeline.zoomBy(1.5) }
+    Key { sequences: ["Ctrl+-", "-"]; onActivated: keys.timeline.zoomBy(1 / 1.5) }
+    Key { sequences: ["Ctrl+0", "0"]; onActivated: keys.timeline.showAll() }
+}

@@ -1,0 +1,46 @@
+import QtQuick
+import Velloran
+
+/// Is dragged from a block's edge to where the block is to be split.
+Item {
+    id: handle
+
+    required property Item owner
+    required property TimelineScale dayScale
+    required property ReviewModel review
+    required property double start
+    required property double end
+    signal splitWanted(double second)
+    required property bool isLeft
+    readonly property double at: isLeft ? Math.max(0, drag.activeTranslation.x) : Math.min(0, drag.activeTranslation.x)
+    readonly property double second: dayScale.secondAt(owner.x + (isLeft ? 0 : owner.width) + at)
+
+    x: (isLeft ? 0 : owner.width - width) + (drag.active ? at : 0)
+    width: 10
+    height: owner.height
+    HoverHandler { cursorShape: Qt.SplitHCursor }
+    DragHandler {
+        id: drag
+        target: null
+        yAxis.enabled: false
+        onActiveChanged: {
+            if (!active && handle.second > handle.start && handle.second < handle.end)
+                handle.splitWanted(handle.second);
+        }
+    }
+    Rectangle {
+        x: handle.isLeft ? 0 : handle.width - width
+        width: drag.active ? 2 : 4
+        height: drag.active ? parent.height : 20
+        anchors.verticalCenter: parent.verticalCenter
+        radius: 2
+        color: Theme.panel
+        border.width: 1
+        border.color: Theme.ink
+    }
+    Hint {
+        visible: drag.active
+        delay: 0
+        text: handle.review.timeText(handle.second)
+    }
+}
