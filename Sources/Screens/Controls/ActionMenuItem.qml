@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import QtQuick.Templates as T
 import Velloran
 
@@ -20,30 +21,25 @@ T.MenuItem {
         if (control.menu)
             control.menu.dismiss();
     }
-    contentItem: Item {
+    contentItem: RowLayout {
+        spacing: Theme.gap
+        Glyph {
+            visible: control.checkable
+            opacity: control.checked ? 1 : 0
+            name: "check"
+            size: 12
+        }
         Words {
-            id: label
-            anchors.verticalCenter: parent.verticalCenter
-            width: parent.width - keys.implicitWidth - (control.checkable ? 20 : 4)
-            x: control.checkable ? 20 : 0
+            Layout.fillWidth: true
             text: control.text
             color: control.isDestructive ? Theme.danger : Theme.ink
             Accessible.ignored: true
         }
         Words {
-            id: keys
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
             text: control.shortcutText
             font.pixelSize: Theme.small
             color: Theme.secondaryInk
             Accessible.ignored: true
-        }
-        Glyph {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: control.checkable && control.checked
-            name: "check"
-            size: 12
         }
     }
     background: Rectangle {

@@ -9,7 +9,8 @@ Image {
 
     width: size
     height: size
-    sourceSize: Qt.size(size * 2, size * 2)
+    sourceSize.width: size * 2
+    sourceSize.height: size * 2
     source: "image://glyphs/" + name + "/" + ink
     fillMode: Image.PreserveAspectFit
     Accessible.ignored: true

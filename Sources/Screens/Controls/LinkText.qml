@@ -8,8 +8,8 @@ T.AbstractButton {
 
     property color color: Theme.accent
 
-    implicitWidth: words.implicitWidth
-    implicitHeight: Math.max(20, words.implicitHeight)
+    implicitWidth: implicitContentWidth
+    implicitHeight: Math.max(20, implicitContentHeight)
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     Accessible.role: Accessible.Link
@@ -18,7 +18,6 @@ T.AbstractButton {
     Keys.onReturnPressed: control.clicked()
     HoverHandler { cursorShape: Qt.PointingHandCursor }
     contentItem: Words {
-        id: words
         text: control.text
         color: control.color
         font.underline: control.hovered

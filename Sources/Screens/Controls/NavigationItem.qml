@@ -20,7 +20,6 @@ T.Button {
 
     contentItem: Item {
         Glyph {
-            id: mark
             x: 10
             anchors.verticalCenter: parent.verticalCenter
             name: control.glyph

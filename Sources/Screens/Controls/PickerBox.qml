@@ -14,6 +14,7 @@ T.AbstractButton {
     /// "New client “%1”"; empty where none can be made here.
     property string newText
     property string label
+    readonly property bool hasDot: dot.a > 0 && chosenName.length > 0
     signal chose(string id)
     signal created(string name)
     function open() {
@@ -36,10 +37,9 @@ T.AbstractButton {
 
     contentItem: Item {
         Rectangle {
-            id: mark
             x: control.mirrored ? parent.width - width - 10 : 10
             anchors.verticalCenter: parent.verticalCenter
-            visible: control.dot.a > 0 && control.chosenName.length > 0
+            visible: control.hasDot
             width: 8
             height: 8
             radius: 2
@@ -47,7 +47,7 @@ T.AbstractButton {
         }
         Words {
             anchors.fill: parent
-            anchors.leftMargin: mark.visible ? 26 : 10
+            anchors.leftMargin: control.hasDot ? 26 : 10
             anchors.rightMargin: 28
             text: control.text
             color: control.chosenName.length > 0 ? Theme.ink : Theme.secondaryInk
@@ -93,7 +93,7 @@ T.AbstractButton {
             return step > 0 && canCreate ? choices.count : from;
         }
         function take() {
-            const row = current < choices.count ? choices.itemAt(current) : null;
+            const row = current < choices.count ? choices.itemAt(current) as PickerRow : null;
             const typed = search.text.trim();
             close();
             if (row && row.visible)
@@ -104,7 +104,7 @@ T.AbstractButton {
 
         y: control.height + 2
         width: Math.max(control.width, 220)
-        height: Math.min(contentItem.implicitHeight + 2 * padding, 320)
+        height: Math.min(content.implicitHeight + 2 * padding, 320)
         padding: 4
         margins: 4
         focus: true
@@ -114,7 +114,9 @@ T.AbstractButton {
             current = next(-1, 1);
         }
         background: Panel { border.color: Theme.strongBorder }
-        contentItem: Column {
+        Column {
+            id: content
+            width: parent.width
             spacing: 2
             SearchField {
                 id: search
@@ -140,7 +142,7 @@ T.AbstractButton {
                         id: choices
                         PickerRow {
                             required property int index
-                            required property string choiceID
+                            required choiceID
                             required property string clientColor
                             width: rows.width
                             visible: popup.matches(name)

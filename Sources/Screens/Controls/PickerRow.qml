@@ -6,6 +6,7 @@ T.ItemDelegate {
     id: row
 
     required property string name
+    property string choiceID
     property color dot: "transparent"
 
     implicitHeight: Theme.controlHeight

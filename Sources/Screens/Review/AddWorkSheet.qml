@@ -8,6 +8,7 @@ Sheet {
 
     required property ReviewModel review
     required property ReviewEdits edits
+    readonly property var inspected: review.inspected
     property bool isIdle: false
     property string clientID
     property string projectID
@@ -59,7 +60,7 @@ Sheet {
     Words {
         Layout.fillWidth: true
         visible: sheet.isIdle
-        text: sheet.review.inspected.title ?? ""
+        text: sheet.inspected.title ?? ""
         color: Theme.secondaryInk
     }
     RowLayout {

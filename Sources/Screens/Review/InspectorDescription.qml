@@ -8,10 +8,12 @@ FormRow {
 
     required property ReviewModel review
     required property ReviewEdits edits
-    readonly property string stored: review.inspected.description ?? ""
+    readonly property var inspected: review.inspected
+    readonly property var earlier: edits.descriptions
+    readonly property string stored: inspected.description ?? ""
     readonly property string subject: review.current
     readonly property var proposals: field.activeFocus && field.isTyped
-        ? edits.descriptions.filter((one) => one.toLocaleLowerCase().includes(field.text.toLocaleLowerCase()) && one !== field.text).slice(0, 5) : []
+        ? earlier.filter((one) => one.toLocaleLowerCase().includes(field.text.toLocaleLowerCase()) && one !== field.text).slice(0, 5) : []
 
     function take() {
         field.forceActiveFocus(Qt.ShortcutFocusReason);

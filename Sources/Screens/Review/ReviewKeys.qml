@@ -15,7 +15,8 @@ Item {
     required property SplitSheet split
     property bool isEnabled: true
 
-    readonly property bool hasWork: review.inspected.kind === "work"
+    readonly property var inspected: review.inspected
+    readonly property bool hasWork: inspected.kind === "work"
 
     component Key: Shortcut { enabled: keys.isEnabled }
 
@@ -33,13 +34,13 @@ Item {
     Key { sequence: "C"; onActivated: keys.edits.confirm() }
     Key { sequence: "A"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.openClients() }
     Key { sequence: "P"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.openProjects() }
-    Key { sequence: "D"; enabled: keys.isEnabled && (keys.review.inspected.canDescribe ?? false); onActivated: keys.inspector.focusDescription() }
-    Key { sequence: "B"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.edits.setBillable(keys.review.inspected.billable !== Qt.Checked) }
-    Key { sequence: "S"; enabled: keys.isEnabled && (keys.review.inspected.canSplit ?? false); onActivated: keys.split.openHere() }
+    Key { sequence: "D"; enabled: keys.isEnabled && (keys.inspected.canDescribe ?? false); onActivated: keys.inspector.focusDescription() }
+    Key { sequence: "B"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.edits.setBillable(keys.inspected.billable !== Qt.Checked) }
+    Key { sequence: "S"; enabled: keys.isEnabled && (keys.inspected.canSplit ?? false); onActivated: keys.split.openHere() }
     Key { sequence: "M"; onActivated: keys.edits.merge() }
-    Key { sequences: ["I", StandardKey.Delete]; onActivated: keys.review.inspected.isIgnored ? keys.edits.restore() : keys.edits.ignore() }
+    Key { sequences: ["I", StandardKey.Delete]; onActivated: keys.inspected.isIgnored ? keys.edits.restore() : keys.edits.ignore() }
     Key { sequence: "W"; onActivated: keys.addWork.openEmpty() }
-    Key { sequence: "V"; enabled: keys.isEnabled && keys.review.inspected.kind === "idle"; onActivated: keys.addWork.openForIdle() }
+    Key { sequence: "V"; enabled: keys.isEnabled && keys.inspected.kind === "idle"; onActivated: keys.addWork.openForIdle() }
     Key { sequence: "R"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.ruleWanted() }
     Key { sequence: "Ctrl+Return"; enabled: keys.isEnabled && keys.review.canMarkReady; onActivated: keys.edits.markReady() }
     Key { sequences: ["Ctrl++", "Ctrl+=", "+"]; onActivated: keys.timeline.zoomBy(1.5) }

@@ -8,6 +8,7 @@ Sheet {
 
     required property ReviewModel review
     required property ReviewEdits edits
+    readonly property var inspected: review.inspected
     function openHere() {
         time.text = review.timeText(review.middleOfSelection());
         open();
@@ -24,7 +25,7 @@ Sheet {
     }
 
     width: 320
-    title: qsTr("Split %1").arg(review.inspected.title ?? "")
+    title: qsTr("Split %1").arg(inspected.title ?? "")
     onClosed: question.complaint = ""
     FormRow {
         id: question

@@ -69,15 +69,20 @@ Panel {
                 event.accepted = true;
             }
             T.ScrollBar.vertical: ScrollEdge { }
-            // Later: rows may be on the move.
             function showCurrent() {
                 const row = panel.review.currentRow();
                 if (row >= 0)
                     positionViewAtIndex(row, ListView.Contain);
             }
+            // Rows may be on the move.
+            Timer {
+                id: later
+                interval: 0
+                onTriggered: list.showCurrent()
+            }
             Connections {
                 target: panel.review
-                function onSelectionChanged() { Qt.callLater(list.showCurrent); }
+                function onSelectionChanged() { later.restart(); }
             }
             delegate: SubjectListRow {
                 width: list.width

@@ -47,7 +47,7 @@ Panel {
     Timer {
         interval: 60000
         repeat: true
-        running: timeline.visible && Qt.application.state === Qt.ApplicationActive
+        running: timeline.visible && Application.state === Qt.ApplicationActive
         triggeredOnStart: true
         onTriggered: timeline.review.tick()
     }

@@ -40,7 +40,8 @@ Item {
                 visible: !gap.isIdle
                 fillMode: Image.Tile
                 source: "image://glyphs/hatch/" + Theme.strongBorder
-                sourceSize: Qt.size(8, 8)
+                sourceSize.width: 8
+                sourceSize.height: 8
                 opacity: 0.6
                 Accessible.ignored: true
             }

@@ -18,7 +18,7 @@ Rectangle {
     implicitHeight: row.implicitHeight + 2 * Theme.gap + 1
     color: Theme.warningGround
     Accessible.role: Accessible.AlertMessage
-    Accessible.name: [heading, text].filter(part => part.length > 0).join(" ")
+    Accessible.name: heading.length > 0 ? qsTr("%1 %2").arg(heading).arg(text) : text
 
     RowLayout {
         id: row

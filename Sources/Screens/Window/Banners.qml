@@ -9,15 +9,14 @@ ColumnLayout {
     required property ShellModel shell
     property bool hasDismissedLimit: false
     property var dismissedApplications: []
-    readonly property var untitledApplications:
-        shell.untitledApplications.filter(name => !dismissedApplications.includes(name))
+    readonly property var untitled: shell.untitledApplications
+    readonly property var untitledApplications: untitled.filter(name => !dismissedApplications.includes(name))
 
     spacing: 0
     Banner {
         visible: banners.shell.storeProblem.length > 0
         heading: banners.shell.storeProblem
-        text: [banners.shell.storeProblemDetail, banners.shell.storeRetryMessage]
-            .filter(sentence => sentence.length > 0).join(" ")
+        text: qsTr("%1 %2").arg(banners.shell.storeProblemDetail).arg(banners.shell.storeRetryMessage).trim()
         actionText: qsTr("Retry")
         isActionEnabled: !banners.shell.isRetryingStore
         onActed: banners.shell.retryStore()

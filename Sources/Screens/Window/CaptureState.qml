@@ -4,7 +4,7 @@ import Velloran
 
 /// Whether work is recorded, and the button that pauses or resumes it.
 RowLayout {
-    id: state
+    id: captureState
 
     required property ShellModel shell
 
@@ -13,11 +13,11 @@ RowLayout {
         implicitWidth: 8
         implicitHeight: 8
         radius: 4
-        color: state.shell.isRecording && !state.shell.isContextLimited ? Theme.good : Theme.warning
+        color: captureState.shell.isRecording && !captureState.shell.isContextLimited ? Theme.good : Theme.warning
     }
     Words {
         Layout.fillWidth: true
-        text: state.shell.captureText
+        text: captureState.shell.captureText
         color: Theme.secondaryInk
         wrapMode: Text.WordWrap
         Accessible.role: Accessible.StaticText
@@ -25,23 +25,23 @@ RowLayout {
     }
     IconButton {
         id: button
-        visible: state.shell.isRecording || state.shell.isPaused
-        glyph: state.shell.isPaused ? "play" : "pause"
-        text: state.shell.isPaused ? state.shell.resumeTitle : state.shell.pauseTitle
+        visible: captureState.shell.isRecording || captureState.shell.isPaused
+        glyph: captureState.shell.isPaused ? "play" : "pause"
+        text: captureState.shell.isPaused ? captureState.shell.resumeTitle : captureState.shell.pauseTitle
         onClicked: {
-            if (state.shell.isPaused)
-                state.shell.resume();
+            if (captureState.shell.isPaused)
+                captureState.shell.resume();
             else
                 lengths.popup(button, 0, -lengths.implicitHeight - Theme.unit);
         }
         ActionMenu {
             id: lengths
             Repeater {
-                model: state.shell.pauseLengths
+                model: captureState.shell.pauseLengths
                 ActionMenuItem {
                     required property var modelData
                     text: modelData.name
-                    onTriggered: state.shell.pause(modelData.key)
+                    onTriggered: captureState.shell.pause(modelData.key)
                 }
             }
         }

@@ -20,7 +20,7 @@ Window {
     height: 820
     minimumWidth: 900
     minimumHeight: 600
-    title: Qt.application.displayName
+    title: Application.displayName
     color: Theme.window
 
     SystemPalette { id: palette }

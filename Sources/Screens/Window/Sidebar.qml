@@ -25,7 +25,7 @@ Rectangle {
         Words {
             Layout.margins: 10
             Layout.bottomMargin: Theme.padding
-            text: Qt.application.displayName
+            text: Application.displayName
             font.pixelSize: Theme.heading
             font.weight: Font.DemiBold
         }
