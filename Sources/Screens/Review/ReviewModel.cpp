@@ -247,7 +247,7 @@ void ReviewModel::refresh()
     readWeek();
 }
 
-void ReviewModel::edit(Edit edit, std::function<void(bool)> done)
+void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
 {
     const auto calendar = m_context.calendar();
     const auto day = calendar.dayOn(m_date);

@@ -156,7 +156,7 @@ public:
     using Edit = std::function<EditOutcome(StoreDesk::Workplace& place, DayBook& book, const LocalDay& day)>;
     /// Does the edit on the desk and shows the day as it is then, or tells why it was not done. What was edited is
     /// selected. `done` is told whether it was.
-    void edit(Edit edit, std::function<void(bool)> done = {});
+    void edit(Edit edit, const std::function<void(bool)>& done = {});
     /// The blocks and items of the selected rows, by time.
     std::vector<UUID> selectedSubjects() const;
     const DayView* view() const { return m_view.get(); }

@@ -1,0 +1,104 @@
+"""Drives Velloran as its user does, through the accessibility tree, the keyboard and the item's menu on the bus, and
+asks velloran-cli what came of it. Takes the paths of both programs from the environment."""
+
+import json
+import os
+import subprocess
+import sys
+import unittest
+from pathlib import Path
+
+from private_desktop import PrivateDesktop, StatusItemHost, eventually
+
+DESKTOP = PrivateDesktop()
+
+# After the desktop: it connects to its bus.
+from screen_reader import BUTTON, CHECK, FIELD, PICKER, ROW, ScreenReader  # noqa: E402
+
+VELLORAN, CLI = os.environ["VELLORAN"], os.environ["VELLORAN_CLI"]
+SAMPLES = Path(__file__).resolve().parents[2] / "Samples"
+DAY = "2026-11-18@Europe/Berlin"
+
+
+def cli(*words):
+    done = subprocess.run([CLI, *words], capture_output=True, text=True, timeout=60, check=False)
+    if done.returncode != 0:
+        raise AssertionError(f"{words}: {done.stderr}")
+    return done.stdout
+
+
+def cli_json(*words):
+    return json.loads(cli(*words, "--json"))
+
+
+class Application(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cli("replay", str(SAMPLES / "working-day.jsonl"))
+        subprocess.run([SAMPLES / "apply_rules.sh"], check=True, capture_output=True)
+        cls.host = StatusItemHost()
+        cls.screen = ScreenReader("velloran")
+        cls.velloran = DESKTOP.start([VELLORAN])
+
+    @classmethod
+    def tearDownClass(cls):
+        log = (DESKTOP.home / "velloran.log").read_text()
+        DESKTOP.close()
+        print(log, file=sys.stderr)
+
+    def day(self):
+        return cli_json("day", "show", DAY)
+
+    def test_1_a_day_is_reviewed(self):
+        screen = self.screen
+        screen.press(BUTTON, "We 18")
+        screen.press(ROW, "Array.prototype.toSorted")
+        screen.says("Wins: domain nordlicht.example.org")
+        screen.press(BUTTON, "Split")
+        screen.type_into("Time of the split", "9:10")
+        screen.keys("Return")
+        screen.says("2 selected")
+        screen.press(BUTTON, "Undo Split")
+        screen.wait(ROW, "Array.prototype.toSorted, 09:06")
+        screen.press(BUTTON, "Redo Split")
+        screen.wait(ROW, "Array.prototype.toSorted, 09:06 – 09:10")
+        self.assertIn("09:10", cli("day", "show", DAY))
+
+        # Words that are being typed outlive what another process changes.
+        screen.press(ROW, "Array.prototype.toSorted, 09:06 – 09:10")
+        screen.type_into("Description", "Reading about sorting")
+        cli("client", "add", "Elsewhere")
+        screen.keys("Return")
+        screen.wait(ROW, "Reading about sorting, 09:06 – 09:10")
+
+        screen.keys("Tab", "w")
+        screen.type_into("From", "20:00")
+        screen.type_into("To", "19:00")
+        screen.press(BUTTON, "Add Work")
+        screen.says("Choose a client and a project first.")
+        screen.keys("Escape")
+
+        self.assertFalse(screen.unnamed())
+        screen.press(BUTTON, "Mark Ready to Bill")
+        screen.says("This day is ready to bill.")
+        self.assertIn("Ready to bill", cli("day", "show", DAY))
+
+    def test_8_recording_is_paused_and_resumed_from_the_item(self):
+        self.host.choose("1 Hour")
+        self.screen.says("Paused until")
+        eventually(lambda: "aused" in cli("status"), "the pause")
+        self.host.choose("Resume")
+        eventually(lambda: "aused" not in cli("status"), "recording")
+
+    def test_9_it_quits_from_the_item_and_has_saved_everything(self):
+        self.host.choose("Quit Velloran")
+        self.assertEqual(self.velloran.wait(10), 0)
+        log = (DESKTOP.home / "velloran.log").read_text()
+        self.assertIn("Shutdown flush persisted every observed segment", log)
+        for trouble in ("qrc:", "QML", "Warning", "error"):
+            self.assertNotIn(trouble, log)
+        self.assertIn("segments", cli("store", "check") + "segments")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2, failfast=True)
