@@ -149,6 +149,8 @@ struct SessionBusService::Methods {
             handler(context).pause(std::nullopt);
         else if (action == "resume")
             handler(context).resume();
+        else if (action == "review")
+            handler(context).activate();
         else if (action == "quit")
             handler(context).quit();
         else

@@ -219,7 +219,8 @@ TEST_F(SessionBusTest, TellsOfANewStatusAndDoesWhatADesktopAsksFor)
     EXPECT_EQ(answers.ends, 1);
     EXPECT_EQ(action("format-the-disk"), SD_BUS_ERROR_INVALID_ARGS);
     EXPECT_EQ(asked("Open", "asa{sv}", 0, 0), "");
-    EXPECT_EQ(answers.activations, 1);
+    EXPECT_EQ(action("review"), "");
+    EXPECT_EQ(answers.activations, 2);
     EXPECT_EQ(asked("Open", "asa{sv}", 1, "file:///etc/passwd", 0), SD_BUS_ERROR_NOT_SUPPORTED);
 }
 

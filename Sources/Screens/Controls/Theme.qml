@@ -17,7 +17,7 @@ QtObject {
     readonly property color accentInk: isDark ? "#0d1420" : "#ffffff"
     readonly property color selection: isDark ? "#202c46" : "#e8eefc"
     readonly property color hover: isDark ? "#262b31" : "#eceef3"
-    readonly property color good: isDark ? "#4fb893" : "#237a5c"
+    readonly property color good: isDark ? "#4fb893" : "#1f7054"
     readonly property color warning: isDark ? "#e8b35a" : "#8a5a00"
     readonly property color warningGround: isDark ? "#2c2415" : "#fdf4e3"
     readonly property color danger: isDark ? "#f08a80" : "#b3261e"
@@ -30,13 +30,13 @@ QtObject {
 
     /// For clients without a colour of their own.
     readonly property color anonymous: isDark ? "#8b93a0" : "#7d8593"
-    /// Ink and ground of a client's chip.
+    /// Ink and ground of a client's chip: readable on each other whatever the client's colour is.
     function chipInk(client: color): color {
-        return isDark ? Qt.hsla(client.hslHue, Math.min(client.hslSaturation, 0.8), 0.75, 1)
-                      : Qt.hsla(client.hslHue, Math.min(client.hslSaturation, 0.8), 0.28, 1);
+        return isDark ? Qt.hsla(client.hslHue, Math.min(client.hslSaturation, 0.8), 0.84, 1)
+                      : Qt.hsla(client.hslHue, Math.min(client.hslSaturation, 0.8), 0.2, 1);
     }
     function chipGround(client: color): color {
-        return isDark ? Qt.rgba(client.r, client.g, client.b, 0.24) : Qt.rgba(client.r, client.g, client.b, 0.13);
+        return isDark ? Qt.rgba(client.r, client.g, client.b, 0.2) : Qt.rgba(client.r, client.g, client.b, 0.13);
     }
 
     readonly property string family: "Inter"

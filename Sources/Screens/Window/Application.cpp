@@ -72,6 +72,10 @@ void Application::environmentChanged()
         m_item->environmentChanged();
     if (auto* const content = m_window->content())
         content->environmentChanged();
+    // Started without its window and without an icon, it could not say what keeps it from recording.
+    const bool needsItsUser = m_environment.storeProblem() || m_environment.captureProblem();
+    if (needsItsUser && !m_item && m_window->content() == nullptr)
+        showWindow();
 }
 
 void Application::hostsChanged()

@@ -23,12 +23,12 @@ Window {
     title: Application.displayName
     color: Theme.window
 
-    SystemPalette { id: palette }
+    SystemPalette { id: desktop }
     Binding {
         target: Theme
         property: "isDark"
         value: window.appearance.scheme.length > 0 ? window.appearance.scheme === "dark"
-                                                   : palette.window.hslLightness < 0.5
+                                                   : desktop.window.hslLightness < 0.5
     }
     Binding {
         target: Theme
