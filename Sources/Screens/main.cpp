@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QLocale>
 #include <QQuickWindow>
 #include <QSessionManager>
 #include <QtPlugin>
@@ -66,6 +67,7 @@ int main(int argumentCount, char** argumentTexts)
     if (qEnvironmentVariableIsEmpty("QSG_RHI_BACKEND"))
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QApplication qt(argumentCount, argumentTexts);
+    QApplication::setLayoutDirection(QLocale().textDirection());
     QApplication::setApplicationName(QStringLiteral("velloran"));
     QApplication::setApplicationDisplayName(QStringLiteral("Velloran"));
     QApplication::setApplicationVersion(QString::fromUtf8(version().data(), qsizetype(version().size())));

@@ -12,6 +12,7 @@ Image {
     sourceSize.width: size * 2
     sourceSize.height: size * 2
     source: "image://glyphs/" + name + "/" + ink
+    mirror: LayoutMirroring.enabled && (name === "chevron-left" || name === "chevron-right")
     fillMode: Image.PreserveAspectFit
     Accessible.ignored: true
 }

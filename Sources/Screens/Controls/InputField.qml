@@ -27,7 +27,7 @@ T.TextField {
     }
     Words {
         anchors.fill: parent
-        anchors.leftMargin: control.leftPadding
+        anchors.leftMargin: control.LayoutMirroring.enabled ? control.rightPadding : control.leftPadding
         visible: control.length === 0 && control.preeditText.length === 0
         text: control.placeholderText
         color: control.placeholderTextColor

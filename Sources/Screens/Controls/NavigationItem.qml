@@ -20,14 +20,18 @@ T.Button {
 
     contentItem: Item {
         Glyph {
-            x: 10
+            anchors.left: parent.left
+            anchors.leftMargin: 10
             anchors.verticalCenter: parent.verticalCenter
             name: control.glyph
             ink: control.isChosen ? Theme.accent : Theme.secondaryInk
         }
         Words {
-            x: 36
-            width: parent.width - 60
+            anchors.left: parent.left
+            anchors.leftMargin: 36
+            anchors.right: parent.right
+            anchors.rightMargin: 24
+            visible: !Theme.isNarrow
             anchors.verticalCenter: parent.verticalCenter
             text: control.text
             font.weight: Font.DemiBold
@@ -36,7 +40,7 @@ T.Button {
         }
         Words {
             anchors.right: parent.right
-            anchors.rightMargin: 10
+            anchors.rightMargin: Theme.isNarrow ? 2 : 10
             anchors.verticalCenter: parent.verticalCenter
             visible: control.count > 0
             text: control.count
@@ -44,6 +48,10 @@ T.Button {
             color: control.isChosen ? Theme.accent : Theme.secondaryInk
             Accessible.ignored: true
         }
+    }
+    Hint {
+        visible: control.hovered && Theme.isNarrow
+        text: control.text
     }
     background: Rectangle {
         radius: Theme.radius

@@ -6,8 +6,8 @@ InputField {
 
     property bool isClearedByEscape: true
 
-    leftPadding: 32
-    rightPadding: length > 0 ? 32 : 10
+    leftPadding: LayoutMirroring.enabled && length > 0 ? 32 : LayoutMirroring.enabled ? 10 : 32
+    rightPadding: LayoutMirroring.enabled || length > 0 ? 32 : 10
     Accessible.role: Accessible.EditableText
     Accessible.searchEdit: true
     Accessible.name: placeholderText
@@ -18,14 +18,16 @@ InputField {
     }
 
     Glyph {
-        x: 10
+        anchors.left: parent.left
+        anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         name: "search"
         size: 14
         ink: Theme.secondaryInk
     }
     Glyph {
-        x: control.width - width - 10
+        anchors.right: parent.right
+        anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         visible: control.length > 0
         name: "close"

@@ -5,6 +5,9 @@ import QtQuick
 QtObject {
     property bool isDark: false
     property bool reducesMotion: false
+    /// The window is so small that spaces give way.
+    property bool isNarrow: false
+    property bool isLow: false
 
     readonly property color window: isDark ? "#16191d" : "#f4f5f8"
     readonly property color panel: isDark ? "#1d2125" : "#ffffff"
@@ -49,7 +52,7 @@ QtObject {
     readonly property int unit: 4
     readonly property int gap: 8
     readonly property int padding: 16
-    readonly property int margin: 24
+    readonly property int margin: isNarrow || isLow ? 16 : 24
     readonly property int radius: 6
     readonly property int controlHeight: 32
 

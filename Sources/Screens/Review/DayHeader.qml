@@ -23,7 +23,7 @@ ColumnLayout {
             Words {
                 Layout.fillWidth: true
                 text: header.review.title
-                font.pixelSize: Theme.display
+                font.pixelSize: Theme.isNarrow ? Theme.heading : Theme.display
                 font.weight: Font.DemiBold
                 Accessible.role: Accessible.Heading
                 Accessible.name: text

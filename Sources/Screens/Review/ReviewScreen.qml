@@ -45,7 +45,7 @@ FocusScope {
     ColumnLayout {
         anchors.fill: parent
         anchors.margins: Theme.margin
-        spacing: Theme.padding
+        spacing: Theme.isLow ? Theme.gap : Theme.padding
 
         DayHeader {
             id: header
@@ -82,7 +82,7 @@ FocusScope {
             }
             Inspector {
                 id: inspector
-                Layout.preferredWidth: 304
+                Layout.preferredWidth: Theme.isNarrow ? 272 : 304
                 Layout.fillHeight: true
                 review: screen.review
                 edits: screen.edits

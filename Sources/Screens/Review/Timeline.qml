@@ -27,7 +27,7 @@ Panel {
         track.contentX = 0;
     }
 
-    implicitHeight: 124
+    implicitHeight: Theme.isLow ? 88 : 124
     clip: true
     activeFocusOnTab: true
     Accessible.role: Accessible.List
@@ -55,7 +55,7 @@ Panel {
     Flickable {
         id: track
         anchors.fill: parent
-        anchors.margins: Theme.padding
+        anchors.margins: Theme.isLow ? Theme.gap : Theme.padding
         contentWidth: width * shownScale.zoom
         contentHeight: height
         boundsBehavior: Flickable.StopAtBounds

@@ -13,10 +13,12 @@ RowLayout {
         implicitWidth: 8
         implicitHeight: 8
         radius: 4
+        visible: !Theme.isNarrow || !button.visible
         color: captureState.shell.isRecording && !captureState.shell.isContextLimited ? Theme.good : Theme.warning
     }
     Words {
         Layout.fillWidth: true
+        visible: !Theme.isNarrow
         text: captureState.shell.captureText
         color: Theme.secondaryInk
         wrapMode: Text.WordWrap

@@ -23,6 +23,9 @@ Window {
     title: Application.displayName
     color: Theme.window
 
+    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
+
     SystemPalette { id: desktop }
     Binding {
         target: Theme
@@ -34,6 +37,17 @@ Window {
         target: Theme
         property: "reducesMotion"
         value: window.appearance.reducesMotion
+    }
+
+    Binding {
+        target: Theme
+        property: "isNarrow"
+        value: window.width < 1080
+    }
+    Binding {
+        target: Theme
+        property: "isLow"
+        value: window.height < 720
     }
 
     Shortcut { sequences: [StandardKey.Quit]; onActivated: Qt.quit() }

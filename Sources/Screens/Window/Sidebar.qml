@@ -8,7 +8,7 @@ Rectangle {
 
     required property ShellModel shell
 
-    implicitWidth: 208
+    implicitWidth: Theme.isNarrow ? 60 : 208
     color: Theme.panel
 
     Rectangle {
@@ -25,7 +25,7 @@ Rectangle {
         Words {
             Layout.margins: 10
             Layout.bottomMargin: Theme.padding
-            text: Application.displayName
+            text: Theme.isNarrow ? " " : Application.displayName
             font.pixelSize: Theme.heading
             font.weight: Font.DemiBold
         }
@@ -49,7 +49,7 @@ Rectangle {
         Item { Layout.fillHeight: true }
         CaptureState {
             Layout.fillWidth: true
-            Layout.leftMargin: 10
+            Layout.leftMargin: Theme.isNarrow ? 0 : 10
             Layout.bottomMargin: Theme.unit
             shell: sidebar.shell
         }
