@@ -86,23 +86,43 @@ Stored<RulePrecedencePreview> RulePreviewDesk::preview(int windowDays, Instant n
 {
     return m_store.database().read([&](StoreConnection&) -> Stored<RulePrecedencePreview> {
         auto rules = TRY(m_store.review().attributionRules());
-        const WorkBlockBuilder builder(m_calendar,
-                                       AttributionEngine(rules, TRY(ClientBook(m_store).directory())),
-                                       ExclusionEngine(TRY(m_store.review().exclusionRules())));
-        std::vector<WorkBlock> blocks;
-        const auto end = m_calendar.nextDayStart(now);
-        auto at = windowStart(m_calendar, windowDays, now);
-        // Days without a record are passed over at once.
-        while (const auto recorded = TRY(m_store.segments().firstRecorded(at))) {
-            if (*recorded >= end)
-                break;
-            const auto bounds = m_calendar.boundsOfDayAt(*recorded);
-            const auto day = TRY(recordedDay(m_store, bounds));
-            std::ranges::move(builder.blocks(day.free, day.reviews), std::back_inserter(blocks));
-            at = bounds.end;
-        }
-        return rulePrecedencePreview(std::move(rules), std::move(blocks));
+        auto built = TRY(blocks(AttributionEngine(rules, TRY(ClientBook(m_store).directory())),
+                                ExclusionEngine(TRY(m_store.review().exclusionRules())), windowDays, now));
+        return rulePrecedencePreview(std::move(rules), std::move(built));
     });
+}
+
+RuleEdited<RuleEffect> RulePreviewDesk::effect(const RuleDraft& draft, int windowDays, Instant now) const
+{
+    return m_store.database().read([&](StoreConnection&) -> RuleEdited<RuleEffect> {
+        const auto directory = TRY(ClientBook(m_store).directory());
+        const auto present = TRY(m_store.review().attributionRules());
+        auto proposed = TRY(saved(present, draft, directory));
+        const ExclusionEngine exclusion(TRY(m_store.review().exclusionRules()));
+        auto built = TRY(blocks(AttributionEngine(proposed, directory), exclusion, windowDays, now));
+        return ruleEffect(rulePrecedencePreview(std::move(proposed), std::move(built)), draft.id,
+                          AttributionEngine(present, directory), windowDays);
+    });
+}
+
+Stored<std::vector<WorkBlock>> RulePreviewDesk::blocks(const AttributionEngine& engine,
+                                                       const ExclusionEngine& exclusion, int windowDays,
+                                                       Instant now) const
+{
+    const WorkBlockBuilder builder(m_calendar, engine, exclusion);
+    std::vector<WorkBlock> blocks;
+    const auto end = m_calendar.nextDayStart(now);
+    auto at = windowStart(m_calendar, windowDays, now);
+    // Days without a record are passed over at once.
+    while (const auto recorded = TRY(m_store.segments().firstRecorded(at))) {
+        if (*recorded >= end)
+            break;
+        const auto bounds = m_calendar.boundsOfDayAt(*recorded);
+        const auto day = TRY(recordedDay(m_store, bounds));
+        std::ranges::move(builder.blocks(day.free, day.reviews), std::back_inserter(blocks));
+        at = bounds.end;
+    }
+    return blocks;
 }
 
 RulePreviewDesk::Suggested<RuleSuggestion> RulePreviewDesk::suggest(const CorrectedWork& work) const

@@ -7,6 +7,8 @@
 
 #include "App/DayBook.h"
 #include "App/OpenedStore.h"
+#include "App/RuleBook.h"
+#include "Review/RuleEffect.h"
 #include "Review/RulePrecedencePreview.h"
 #include "Review/RuleSuggestion.h"
 #include "Rules/RuleList.h"
@@ -32,6 +34,9 @@ public:
     /// Over the blocks of that many local days up to today; what is frozen by then is beyond the rules.
     Stored<RulePrecedencePreview> preview(int windowDays, Instant now) const;
 
+    /// What saving the draft would change of the same blocks; refused as saving it would be.
+    RuleEdited<RuleEffect> effect(const RuleDraft& draft, int windowDays, Instant now) const;
+
     struct CorrectedWork {
         LocalDay day;
         /// A block or an item of it.
@@ -48,6 +53,10 @@ public:
     Suggested<int> blockCount(const LocalDay& day, const RuleProposal& proposal) const;
 
 private:
+    /// The blocks of the window under these rules.
+    Stored<std::vector<WorkBlock>> blocks(const AttributionEngine& engine, const ExclusionEngine& exclusion,
+                                          int windowDays, Instant now) const;
+
     OpenedStore& m_store;
     CalendarContext m_calendar;
 };

@@ -22,11 +22,12 @@ struct MatchOptions {
 
 MatchOptions matchOptions(Verb& verb)
 {
-    return {verb.option("--application", "ID", "An application matches by its exact bundle identifier."),
-            verb.option("--domain", "HOST", "A domain matches this host and any subdomain of it."),
-            verb.option(
-                "--title", "TEXT",
-                "A window or document title matches when it contains this text, ignoring case and accents.")};
+    const auto option = [&](const char* name, const char* value, RuleDimension dimension) -> auto& {
+        return verb.option(name, value, std::string(explanation(dimension)));
+    };
+    return {option("--application", "ID", RuleDimension::application),
+            option("--domain", "HOST", RuleDimension::domain),
+            option("--title", "TEXT", RuleDimension::windowTitle)};
 }
 
 void addAdd(Noun& noun)

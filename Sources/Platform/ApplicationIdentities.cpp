@@ -114,6 +114,18 @@ ApplicationIdentity ApplicationIdentities::identify(const WindowHints& hints)
     return {"x11:" + lowerCased(name), name};
 }
 
+std::vector<ApplicationIdentity> ApplicationIdentities::installed()
+{
+    if (!m_wasRead || hasChanged())
+        readAll();
+    std::vector<ApplicationIdentity> applications;
+    for (const auto& entry : m_entries) {
+        if (!entry.name.empty() && !entry.isUnlisted)
+            applications.push_back({entry.id, entry.name});
+    }
+    return applications;
+}
+
 bool ApplicationIdentities::hasChanged() const
 {
     return std::ranges::any_of(m_directories, [](const Directory& directory) {
@@ -189,6 +201,8 @@ std::optional<ApplicationIdentities::Entry> ApplicationIdentities::readEntry(
             isApplication = value == "Application";
         else if (key == "Hidden" && value == "true")
             return std::nullopt;
+        else if (key == "NoDisplay")
+            entry.isUnlisted = value == "true";
         else if (key == "Terminal")
             isInTerminal = value == "true";
         else if (key == "StartupWMClass")

@@ -44,6 +44,8 @@ public:
 
     /// Reads the entries anew when a directory of them has changed.
     ApplicationIdentity identify(const WindowHints& hints);
+    /// Those that people start from their desktop, in order of importance.
+    std::vector<ApplicationIdentity> installed();
 
 private:
     struct Entry {
@@ -52,6 +54,8 @@ private:
         std::string windowClass;
         /// The executable's base name; empty for programs of a terminal.
         std::string executable;
+        /// Menus leave it out.
+        bool isUnlisted = false;
     };
     struct Directory {
         std::filesystem::path path;

@@ -54,6 +54,8 @@ struct RulePreviewSummary {
     RulePrecedencePreview::Counts counts;
     int windowDays = usualPreviewDays;
     bool matchesNothing = false;
+
+    friend bool operator==(const RulePreviewSummary&, const RulePreviewSummary&) = default;
 };
 
 RulePreviewSummary previewSummary(const RulePrecedencePreview& preview, RuleID rule, int windowDays);

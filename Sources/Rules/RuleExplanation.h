@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Rules/RuleConflicts.h"
+#include "Rules/RuleDraft.h"
 #include "Rules/RuleMatch.h"
 
 /// What people are told about rules and how they meet; every text has its one place here.
@@ -12,6 +13,12 @@ namespace stintbook {
 
 /// "application org.example.Editor and title “plan”".
 std::string conditionsText(const RuleMatch& match);
+/// The same with the application's name for people.
+std::string conditionsText(const RuleMatch& match, const std::string& applicationName);
+/// How conditions of the dimension match.
+std::string_view explanation(RuleDimension dimension);
+/// How the conditions of one rule go together.
+inline constexpr std::string_view conditionsExplanation = "A block matches when all conditions match.";
 /// "Client / Project".
 std::string ruleTargetText(ClientID client, ProjectID project, const AssignmentDirectory& directory);
 
@@ -30,5 +37,9 @@ std::string_view conflictExplanation(const RuleConflict& conflict, RuleID viewed
 inline constexpr std::string_view showOverlappedRuleAction = "Show Overlapped Rule";
 inline constexpr std::string_view showWinningRuleAction = "Show Winning Rule";
 inline constexpr std::string_view losesConflictBadge = "Loses a conflict";
+
+/// Of a rule whose target cannot receive new work: the badge, and why with what follows from it.
+std::string_view unusableTargetBadge(AssignmentTargetProblem problem);
+std::string unusableTargetExplanation(AssignmentTargetProblem problem);
 
 } // namespace stintbook

@@ -109,6 +109,39 @@ TEST_F(RulePreviews, CountWhatTheAcceptedRuleThenAttributes)
     }
 }
 
+TEST_F(RulePreviews, TellWhatADraftWouldChangeBeforeItIsSaved)
+{
+    const auto now = world.at(23);
+    const auto draft = [&](const char* domain, ClientID client, ProjectID project) {
+        auto made = RuleDraft::ofNewRule(RuleID::random());
+        made.conditions = {{RuleDimension::domain, domain}};
+        made.clientID = client;
+        made.projectID = project;
+        return made;
+    };
+    auto all = draft("example.org", world.client, world.project);
+    const auto first = desk().effect(all, usualPreviewDays, now).value();
+    EXPECT_EQ(first.summary.counts.applies, 3);
+    EXPECT_EQ(first.newlyAttributed, 3);
+    EXPECT_EQ(desk().preview(usualPreviewDays, now)->rules.size(), 0U);
+    ASSERT_TRUE(RuleBook(*world.store).save(all));
+
+    // What its user assigned is no concern of the rules; the rest goes from the one rule to the other.
+    assign(design, {other, othersProject, {}});
+    const auto taken =
+        desk().effect(draft("design.example.org", other, othersProject), usualPreviewDays, now).value();
+    EXPECT_EQ(taken.newlyAttributed, 0);
+    EXPECT_EQ(taken.attributedOtherwise, 2);
+    EXPECT_EQ(description(taken),
+              "It would attribute 2 blocks of the last 30 days. 2 are attributed otherwise now.");
+
+    all.origin = RuleDraft::ExistingRule{};
+    all.isEnabled = false;
+    EXPECT_EQ(desk().effect(all, usualPreviewDays, now)->noLongerAttributed, 2);
+    all.clientID.reset();
+    EXPECT_FALSE(desk().effect(all, usualPreviewDays, now));
+}
+
 TEST_F(RulePreviews, CoverTheLastLocalDaysUpToToday)
 {
     ASSERT_TRUE(RuleBook(*world.store)

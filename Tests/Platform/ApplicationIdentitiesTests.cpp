@@ -55,6 +55,13 @@ TEST_F(ApplicationIdentitiesTest, PrefersTheApplicationIdThenTheDeclaredClassThe
     EXPECT_EQ(idOf({"", "XTerm", 7}), "debian-term");
     EXPECT_EQ(idOf({"", "Something", 8}), "notes");
     EXPECT_EQ(idOf({"", "MyScript", 9}), "x11:myscript");
+
+    addEntry("user", "notes.desktop", "Name=Notes\nHidden=true");
+    addEntry("user", "python.desktop", "Name=Python\nNoDisplay=true");
+    ApplicationIdentities anew({.dataDirectories = {root / "user", root / "system"}});
+    EXPECT_EQ(anew.installed(),
+              (std::vector<ApplicationIdentity>{
+                  {"browser-esr", "Browser"}, {"debian-term", "Term"}, {"org.example.Editor", "Editor"}}));
 }
 
 TEST_F(ApplicationIdentitiesTest, FallsBackToTheClassThenTheProgramUntilAnEntryIsInstalled)

@@ -107,6 +107,11 @@ TEST(RuleExplanation, TakesTheSideOfTheRuleThatIsViewed)
                                         {.applicationBundleIdentifier = "kate", .titleContains = "a"}};
     EXPECT_EQ(alsoMatchedText(others), "Also matched by: title “plan”, application kate and title “a”");
     EXPECT_EQ(alsoMatchedText({}), "");
+    EXPECT_EQ(unusableTargetBadge(AssignmentTargetProblem::projectArchived),
+              "Archived target — attributes nothing");
+    EXPECT_EQ(unusableTargetExplanation(AssignmentTargetProblem::projectBelongsToAnotherClient),
+              "Its project belongs to a different client. The rule is kept and explained; it attributes "
+              "nothing until the target is replaced.");
 }
 
 } // namespace
