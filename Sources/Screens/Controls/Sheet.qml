@@ -11,6 +11,9 @@ T.Popup {
     default property alias content: body.data
     property alias actions: buttons.data
     property alias contentSpacing: body.spacing
+    /// Escape only asks to leave, for there is something to lose.
+    property bool asksToLeave: false
+    signal leaving()
 
     parent: T.Overlay.overlay
     x: Math.round((parent.width - width) / 2)
@@ -20,7 +23,7 @@ T.Popup {
     modal: true
     focus: true
     padding: Theme.margin
-    closePolicy: T.Popup.CloseOnEscape
+    closePolicy: asksToLeave ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
     T.Overlay.modal: Rectangle { color: Theme.shade }
 
     background: Rectangle {
@@ -32,6 +35,11 @@ T.Popup {
         spacing: Theme.padding
         Accessible.role: Accessible.Dialog
         Accessible.name: sheet.title
+        Keys.onEscapePressed: (event) => {
+            event.accepted = sheet.asksToLeave;
+            if (sheet.asksToLeave)
+                sheet.leaving();
+        }
         Words {
             Layout.fillWidth: true
             visible: text.length > 0

@@ -1,0 +1,6 @@
+import QtQuick
+
+QtObject {
+    required property string hex
+    required property string name
+}

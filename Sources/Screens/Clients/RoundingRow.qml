@@ -1,0 +1,20 @@
+import QtQuick
+import QtQuick.Layouts
+import Velloran
+
+/// How time is rounded when it is billed.
+FormRow {
+    id: row
+
+    property alias roundings: box.model
+    property alias stored: box.stored
+    signal chose(string rounding)
+
+    label: qsTr("Rounding")
+    StoredChoice {
+        id: box
+        Layout.fillWidth: true
+        Accessible.name: row.label
+        onChose: (rounding) => row.chose(rounding)
+    }
+}

@@ -1,0 +1,35 @@
+import QtQuick
+import Velloran
+
+/// A field that shows what is stored, and keeps what is being typed over it. What was typed is handed out once it is
+/// finished; while it is refused it stays.
+InputField {
+    id: control
+
+    property string stored
+    /// Whose value it is: another's takes the place of whatever was typed.
+    property string subject
+    property bool isTouched: false
+    signal edited(string text)
+
+    function showStored() {
+        isTouched = false;
+        text = stored;
+    }
+    text: ""
+    Component.onCompleted: showStored()
+    onStoredChanged: if (!isTouched) showStored()
+    onSubjectChanged: showStored()
+    onTextEdited: isTouched = true
+    onEditingFinished: {
+        if (!isTouched)
+            return;
+        isTouched = false;
+        if (text !== stored)
+            edited(text);
+    }
+    Keys.onEscapePressed: (event) => {
+        event.accepted = isTouched || text !== stored;
+        showStored();
+    }
+}
