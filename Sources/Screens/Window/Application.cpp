@@ -25,6 +25,7 @@ Application::Application(Environment variables)
                      .icon = &m_hosts,
                      .reviewWindow = m_window.get()})
     , m_desk(m_variables, m_main)
+    , m_readings(m_variables, m_main)
 {
     // While it lives among the status icons, and while it records, no window is needed.
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -51,8 +52,11 @@ bool Application::start()
 
 ScreenContext Application::context()
 {
-    return {
-        .environment = m_environment, .desk = m_desk, .clock = m_clock, .calendar = CalendarContext::system};
+    return {.environment = m_environment,
+            .desk = m_desk,
+            .readings = m_readings,
+            .clock = m_clock,
+            .calendar = CalendarContext::system};
 }
 
 void Application::showWindow()

@@ -51,6 +51,7 @@ private:
     std::unique_ptr<ReviewWindow> m_window;
     AppEnvironment m_environment;
     StoreDesk m_desk;
+    StoreDesk m_readings;
     /// Present while something shows icons.
     std::unique_ptr<StatusItem> m_item;
     Listeners::Subscription m_changes;

@@ -110,4 +110,9 @@ Window {
             }
         }
     }
+    // Over whichever screen it was asked from.
+    Loader {
+        active: window.rules.editor.isOpen || item !== null
+        sourceComponent: RuleEditorSheet { editor: window.rules.editor }
+    }
 }

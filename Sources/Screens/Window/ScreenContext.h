@@ -12,6 +12,8 @@ namespace stintbook {
 struct ScreenContext {
     AppEnvironment& environment;
     StoreDesk& desk;
+    /// For what takes long to read: answers that are waited for come from the other desk meanwhile.
+    StoreDesk& readings;
     const TimeSource& clock;
     std::function<CalendarContext()> calendar;
 };
