@@ -133,7 +133,7 @@ TEST_F(RulePreviews, TellWhatADraftWouldChangeBeforeItIsSaved)
     EXPECT_EQ(taken.newlyAttributed, 0);
     EXPECT_EQ(taken.attributedOtherwise, 2);
     EXPECT_EQ(description(taken),
-              "It would attribute 2 blocks of the last 30 days. 2 are attributed otherwise now.");
+              "It would attribute 3 blocks of the last 30 days. 2 are attributed otherwise now.");
 
     all.origin = RuleDraft::ExistingRule{};
     all.isEnabled = false;

@@ -8,6 +8,7 @@ FocusScope {
 
     required property ClientsModel clients
 
+    focus: true
     Binding {
         target: screen.clients
         property: "isShown"
@@ -76,8 +77,7 @@ FocusScope {
             spacing: Theme.padding
             ClientList {
                 id: list
-                Layout.preferredWidth: 300
-                Layout.minimumWidth: 232
+                Layout.preferredWidth: Math.min(300, screen.width * 0.36)
                 Layout.fillHeight: true
                 clients: screen.clients
                 focus: true

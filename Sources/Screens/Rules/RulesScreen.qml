@@ -10,6 +10,7 @@ FocusScope {
     readonly property bool isWide: width >= 900
     property string part: "rules"
 
+    focus: true
     Binding {
         target: screen.rules
         property: "isShown"
