@@ -76,6 +76,7 @@ Panel {
                     stored: inspector.client.rate ?? ""
                     subject: inspector.clientID
                     placeholder: qsTr("No rate")
+                    name: qsTr("Client hourly rate")
                     refusal: inspector.complaints.rate ?? ""
                     onEdited: (rate) => inspector.clients.setClientRate(rate)
                 }
@@ -83,6 +84,7 @@ Panel {
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                     Layout.alignment: Qt.AlignTop
+                    name: qsTr("Client rounding")
                     roundings: inspector.clients.clientRoundings
                     stored: inspector.client.rounding ?? ""
                     complaint: inspector.complaints.rounding ?? ""

@@ -48,6 +48,7 @@ ColumnLayout {
             stored: editor.project.rate
             subject: editor.projectID
             placeholder: qsTr("Same as client")
+            name: qsTr("Project hourly rate")
             refusal: editor.complaint("rate")
             onEdited: (rate) => editor.clients.setProjectRate(editor.projectID, rate)
         }
@@ -55,6 +56,7 @@ ColumnLayout {
             Layout.fillWidth: true
             Layout.preferredWidth: 1
             Layout.alignment: Qt.AlignTop
+            name: qsTr("Project rounding")
             roundings: editor.clients.projectRoundings
             stored: editor.project.rounding
             complaint: editor.complaint("rounding")

@@ -10,6 +10,7 @@ FormRow {
     property string stored
     property string subject
     property string placeholder
+    property string name
     /// Why the last edit of it was not stored.
     property string refusal
     readonly property string fault: clients.rateComplaint(field.text)
@@ -24,7 +25,7 @@ FormRow {
         subject: row.subject
         placeholderText: row.placeholder
         inputMethodHints: Qt.ImhFormattedNumbersOnly
-        Accessible.name: row.label
+        Accessible.name: row.name
         Accessible.description: row.complaint
         onEdited: (text) => { if (row.fault.length === 0) row.edited(text); }
     }

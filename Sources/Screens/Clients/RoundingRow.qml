@@ -8,13 +8,14 @@ FormRow {
 
     property alias roundings: box.model
     property alias stored: box.stored
+    property string name
     signal chose(string rounding)
 
     label: qsTr("Rounding")
     StoredChoice {
         id: box
         Layout.fillWidth: true
-        Accessible.name: row.label
+        Accessible.name: row.name
         onChose: (rounding) => row.chose(rounding)
     }
 }

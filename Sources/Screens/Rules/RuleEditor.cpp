@@ -134,17 +134,18 @@ void RuleEditor::openSuggestion(const RuleSuggestion& suggestion)
 {
     auto draft = RuleDraft::ofExisting(rule(suggestion));
     draft.origin = RuleDraft::NewRule{};
-    open(Kind::rule, std::move(draft));
+    if (!open(Kind::rule, std::move(draft)))
+        return;
     m_dayEffect = suggestion.blockCount == 1
         ? tr("It would attribute 1 block of this day.")
         : tr("It would attribute %1 blocks of this day.").arg(suggestion.blockCount);
     Q_EMIT changed();
 }
 
-void RuleEditor::open(Kind kind, RuleDraft draft)
+bool RuleEditor::open(Kind kind, RuleDraft draft)
 {
     if (m_draft)
-        return;
+        return false;
     m_kind = kind;
     m_opened = draft;
     m_draft = std::move(draft);
@@ -154,6 +155,7 @@ void RuleEditor::open(Kind kind, RuleDraft draft)
     m_dayEffect.clear();
     m_effect.clear();
     edited();
+    return true;
 }
 
 void RuleEditor::setDirectory(const AssignmentDirectory& directory)

@@ -124,7 +124,8 @@ Q_SIGNALS:
 private:
     enum class Kind { rule, exclusion };
 
-    void open(Kind kind, RuleDraft draft);
+    /// False while another draft is open.
+    bool open(Kind kind, RuleDraft draft);
     /// The draft is another than before.
     void edited();
     void showDraft();

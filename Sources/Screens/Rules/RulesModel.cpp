@@ -282,8 +282,11 @@ void RulesModel::edit(Edit edit)
 
 void RulesModel::show(std::shared_ptr<const RulesContent> content)
 {
+    // What captures record meanwhile is counted when the screen is shown again.
     const bool isChanged = !m_content || m_content->rules.attributionRules != content->rules.attributionRules
-        || m_content->rules.exclusionRules != content->rules.exclusionRules;
+        || m_content->rules.exclusionRules != content->rules.exclusionRules
+        || m_content->directory.clients() != content->directory.clients()
+        || m_content->directory.projects() != content->directory.projects();
     m_content = std::move(content);
     m_editor.setDirectory(m_content->directory);
     showRows();
