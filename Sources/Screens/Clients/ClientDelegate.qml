@@ -36,11 +36,11 @@ Item {
         anchors.leftMargin: 12
         anchors.rightMargin: 12
         spacing: 12
-        opacity: row.isArchived ? 0.7 : 1
         Rectangle {
             implicitWidth: 12
             implicitHeight: 12
             radius: 3
+            opacity: row.isArchived ? 0.6 : 1
             color: row.clientColor.length > 0 ? row.clientColor : "transparent"
             border.width: row.clientColor.length > 0 ? 0 : 1
             border.color: Theme.anonymous
@@ -52,6 +52,7 @@ Item {
                 Layout.fillWidth: true
                 text: row.name
                 font.weight: Font.Medium
+                color: row.isArchived ? Theme.secondaryInk : Theme.ink
                 Accessible.ignored: true
             }
             Words {

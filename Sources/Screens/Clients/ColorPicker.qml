@@ -79,10 +79,6 @@ ColumnLayout {
             hex: ""
             text: qsTr("No colour")
         }
-        Item {
-            width: Theme.gap
-            height: 1
-        }
         StoredField {
             width: 104
             implicitHeight: 28

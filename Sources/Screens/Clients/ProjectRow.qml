@@ -44,7 +44,6 @@ Rectangle {
             Keys.onEnterPressed: clicked()
             contentItem: RowLayout {
                 spacing: Theme.gap
-                opacity: row.isArchived ? 0.7 : 1
                 Glyph {
                     Layout.leftMargin: 12
                     Layout.preferredWidth: size
@@ -57,6 +56,7 @@ Rectangle {
                     Layout.fillWidth: true
                     text: row.name
                     font.weight: Font.Medium
+                    color: row.isArchived ? Theme.secondaryInk : Theme.ink
                     Accessible.ignored: true
                 }
                 Words {

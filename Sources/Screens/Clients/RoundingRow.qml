@@ -2,20 +2,27 @@ import QtQuick
 import QtQuick.Layouts
 import Velloran
 
-/// How time is rounded when it is billed.
+/// How time is rounded when it is billed. Shown is what is stored, however it came to be.
 FormRow {
     id: row
 
     property alias roundings: box.model
-    property alias stored: box.stored
+    property string stored
     property string name
     signal chose(string rounding)
 
     label: qsTr("Rounding")
-    StoredChoice {
+    onStoredChanged: box.showStored()
+    ChoiceBox {
         id: box
+
+        function showStored() {
+            currentIndex = indexOfValue(row.stored);
+        }
         Layout.fillWidth: true
         Accessible.name: row.name
-        onChose: (rounding) => row.chose(rounding)
+        onActivated: row.chose(currentValue)
+        onCountChanged: showStored()
+        Component.onCompleted: showStored()
     }
 }

@@ -70,7 +70,7 @@ FocusScope {
                         Words {
                             Layout.fillWidth: true
                             text: row.conditions
-                            opacity: row.isEnabled ? 1 : 0.6
+                            color: row.isEnabled ? Theme.ink : Theme.secondaryInk
                             Accessible.ignored: true
                         }
                         IconButton {

@@ -36,7 +36,10 @@ ColumnLayout {
         ActionButton {
             text: qsTr("Add Condition")
             enabled: conditions.editor.everyDimensionUsed.length === 0
-            onClicked: conditions.editor.addCondition()
+            onClicked: {
+                conditions.editor.addCondition();
+                Qt.callLater(() => rows.itemAt(rows.count - 1).takeFocus());
+            }
         }
         Words {
             Layout.fillWidth: true

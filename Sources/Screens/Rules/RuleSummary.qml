@@ -10,7 +10,6 @@ ColumnLayout {
     required property var rule
 
     spacing: 3
-    opacity: rule.isEnabled ? 1 : 0.6
     RowLayout {
         Layout.fillWidth: true
         spacing: Theme.gap
@@ -18,6 +17,7 @@ ColumnLayout {
             Layout.fillWidth: true
             text: summary.rule.conditions
             font.weight: Font.Medium
+            color: summary.rule.isEnabled ? Theme.ink : Theme.secondaryInk
             Accessible.ignored: true
         }
         RuleBadge {

@@ -18,12 +18,12 @@ ColumnLayout {
             Layout.fillWidth: true
             Layout.preferredWidth: 1
             label: qsTr("Client")
-            StoredChoice {
+            ChoicePicker {
                 Layout.fillWidth: true
                 model: target.editor.clients
-                stored: target.editor.clientID
+                chosenID: target.editor.clientID
                 placeholder: qsTr("Choose a client")
-                Accessible.name: qsTr("Client")
+                label: qsTr("Client")
                 onChose: (id) => target.editor.clientID = id
             }
         }
@@ -31,13 +31,13 @@ ColumnLayout {
             Layout.fillWidth: true
             Layout.preferredWidth: 1
             label: qsTr("Project")
-            StoredChoice {
+            ChoicePicker {
                 Layout.fillWidth: true
-                enabled: count > 0
+                enabled: target.editor.clientID.length > 0
                 model: target.editor.projects
-                stored: target.editor.projectID
+                chosenID: target.editor.projectID
                 placeholder: qsTr("Choose a project")
-                Accessible.name: qsTr("Project")
+                label: qsTr("Project")
                 onChose: (id) => target.editor.projectID = id
             }
         }
