@@ -8,6 +8,7 @@ FocusScope {
     id: panel
 
     required property ClientsModel clients
+    readonly property var complaints: clients.complaints
 
     function beginAdding() {
         adder.begin();
@@ -25,7 +26,7 @@ FocusScope {
                 id: adder
                 Layout.fillWidth: true
                 label: qsTr("Name of the new client")
-                complaint: panel.clients.complaints["newClient"] ?? ""
+                complaint: panel.complaints.newClient ?? ""
                 onEntered: (name) => panel.clients.addClient(name, palette.nextColor(list.count))
                 onGivenUp: {
                     panel.clients.dismissComplaint("newClient");

@@ -7,6 +7,7 @@ ColumnLayout {
     id: list
 
     required property ClientsModel clients
+    readonly property var complaints: clients.complaints
     property bool canAdd: true
     property string subject
     property string opened
@@ -37,7 +38,7 @@ ColumnLayout {
         id: adder
         Layout.fillWidth: true
         label: qsTr("Name of the new project")
-        complaint: list.clients.complaints["newProject"] ?? ""
+        complaint: list.complaints.newProject ?? ""
         onEntered: (name) => list.clients.addProject(name)
         onGivenUp: list.clients.dismissComplaint("newProject")
         Connections {

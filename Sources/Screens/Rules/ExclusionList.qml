@@ -41,7 +41,6 @@ FocusScope {
                 T.ScrollBar.vertical: ScrollEdge { }
                 Accessible.role: Accessible.List
                 Accessible.name: qsTr("Exclusions")
-                Keys.onDeletePressed: if (currentItem) panel.rules.removeExclusion(currentItem.ruleID)
                 delegate: Item {
                     id: row
 

@@ -12,6 +12,7 @@ ColumnLayout {
     required property string value
     required property string explanation
     property bool isOnly: false
+    readonly property var dimensions: ["application", "windowTitle", "domain"]
 
     function takeFocus() {
         (dimension === "application" ? application : words).forceActiveFocus(Qt.TabFocusReason);
@@ -35,11 +36,11 @@ ColumnLayout {
                 ListElement { choiceID: "windowTitle"; name: qsTr("Title contains") }
                 ListElement { choiceID: "domain"; name: qsTr("Domain") }
             }
-            currentIndex: ["application", "windowTitle", "domain"].indexOf(row.dimension)
+            currentIndex: row.dimensions.indexOf(row.dimension)
             Accessible.name: qsTr("Kind of condition %1").arg(row.index + 1)
             onActivated: (index) => {
                 row.editor.setDimension(row.index, currentValue);
-                currentIndex = Qt.binding(() => ["application", "windowTitle", "domain"].indexOf(row.dimension));
+                currentIndex = Qt.binding(() => row.dimensions.indexOf(row.dimension));
             }
         }
         ApplicationField {

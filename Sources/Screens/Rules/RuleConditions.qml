@@ -9,7 +9,7 @@ ColumnLayout {
     required property RuleEditor editor
 
     function takeFocus() {
-        const first = rows.itemAt(0);
+        const first = rows.itemAt(0) as RuleConditionRow;
         if (first)
             first.takeFocus();
     }
@@ -24,6 +24,7 @@ ColumnLayout {
     Repeater {
         id: rows
         model: conditions.editor.conditions
+        onItemAdded: (index, item) => (item as RuleConditionRow).takeFocus()
         RuleConditionRow {
             Layout.fillWidth: true
             editor: conditions.editor
@@ -36,10 +37,7 @@ ColumnLayout {
         ActionButton {
             text: qsTr("Add Condition")
             enabled: conditions.editor.everyDimensionUsed.length === 0
-            onClicked: {
-                conditions.editor.addCondition();
-                Qt.callLater(() => rows.itemAt(rows.count - 1).takeFocus());
-            }
+            onClicked: conditions.editor.addCondition()
         }
         Words {
             Layout.fillWidth: true
