@@ -163,7 +163,7 @@ public:
     const ScreenContext& context() const { return m_context; }
     /// Reads the day again.
     void refresh();
-    void setProblem(const QString& problem);
+    Q_INVOKABLE void setProblem(const QString& problem);
 
 Q_SIGNALS:
     void changed();

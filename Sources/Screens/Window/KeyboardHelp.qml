@@ -21,6 +21,34 @@ Sheet {
                 ["Ctrl+W", qsTr("Close the window; recording goes on")],
                 ["Ctrl+Q", qsTr("Quit; recording ends")]
             ]
+        },
+        {
+            "name": qsTr("Review"),
+            "keys": [
+                [qsTr("Alt+Left, Alt+Right"), qsTr("The day before, the day after; also [ and ]")],
+                ["T", qsTr("Today")],
+                ["G", qsTr("Choose a day in the calendar")],
+                ["N", qsTr("Next unresolved work")],
+                ["U", qsTr("Show unresolved work only")],
+                ["/", qsTr("Search the day")],
+                [qsTr("Shift+Up, Shift+Down"), qsTr("Select more")],
+                ["Ctrl+A", qsTr("Select all")],
+                ["A", qsTr("Choose the client")],
+                ["P", qsTr("Choose the project")],
+                ["B", qsTr("Billable or not")],
+                ["D", qsTr("Describe")],
+                ["C", qsTr("Confirm")],
+                ["S", qsTr("Split")],
+                ["M", qsTr("Merge")],
+                ["I", qsTr("Ignore, or restore")],
+                ["W", qsTr("Add missing work")],
+                ["V", qsTr("Convert idle time to work")],
+                ["R", qsTr("Make a rule from the work")],
+                ["Ctrl+Enter", qsTr("Mark Ready to Bill")],
+                ["Ctrl+Z, Ctrl+Shift+Z", qsTr("Undo, redo")],
+                ["+, −, 0", qsTr("Zoom the timeline, show all of it")],
+                [qsTr("Left, Right"), qsTr("On the timeline: the work or pause before, after")]
+            ]
         }
     ]
 

@@ -90,7 +90,11 @@ Window {
                 sourceComponent: ReviewScreen {
                     review: window.review
                     edits: window.edits
-                    onRuleChosen: window.shell.page = "rules"
+                    onRuleChosen: (ruleID) => {
+                        window.shell.page = "rules";
+                        window.rules.selected = ruleID;
+                    }
+                    onRuleWanted: (dayID, workID) => window.rules.suggestFor(dayID, workID, "")
                 }
             }
             Page {
@@ -109,6 +113,10 @@ Window {
                 sourceComponent: RulesScreen { rules: window.rules }
             }
         }
+    }
+    Connections {
+        target: window.rules
+        function onSuggestionRefused(sentence: string) { window.review.setProblem(sentence); }
     }
     // Over whichever screen it was asked from.
     Loader {
