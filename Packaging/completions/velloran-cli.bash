@@ -151,7 +151,8 @@ _velloran_cli() {
             stintbook.export.defaultMode
             stintbook.export.fields.summary
             stintbook.export.fields.detailed
-            velloran.appearance" ;;
+            velloran.appearance
+            velloran.opensWindowAtLogin" ;;
         3*defaultMode) choices="summarized detailed" ;;
         3*retentionDays) choices="forever" ;;
         3*fields*) choices="standard" ;;

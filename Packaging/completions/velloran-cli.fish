@@ -213,7 +213,7 @@ complete -c velloran-cli -n '__velloran_cli_at 0 data retention' -a forever
 
 __velloran_cli_command preferences list 'What was chosen, and what holds by default'
 __velloran_cli_command preferences set 'Choose something else'
-complete -c velloran-cli -n '__velloran_cli_in preferences set' -x -a 'stintbook.onboarding.completed stintbook.capture.titleContext stintbook.capture.browserContext stintbook.privacy.retentionDays stintbook.privacy.automaticCleanup stintbook.export.defaultMode stintbook.export.fields.summary stintbook.export.fields.detailed velloran.appearance true false forever standard summarized detailed system light dark' \
+complete -c velloran-cli -n '__velloran_cli_in preferences set' -x -a 'stintbook.onboarding.completed stintbook.capture.titleContext stintbook.capture.browserContext stintbook.privacy.retentionDays stintbook.privacy.automaticCleanup stintbook.export.defaultMode stintbook.export.fields.summary stintbook.export.fields.detailed velloran.appearance velloran.opensWindowAtLogin true false forever standard summarized detailed system light dark' \
     -d 'A preference, or its value'
 
 __velloran_cli_command store info 'Path, version, counts, span, sizes and last cleanup'

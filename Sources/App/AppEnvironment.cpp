@@ -248,6 +248,32 @@ void AppEnvironment::deleteActivity(const ActivityDataScope& scope, ActivityDele
     deletion().deleteActivity(scope, std::move(reply), std::move(progress));
 }
 
+void AppEnvironment::changeRetention(const RetentionChangeRequest& request,
+                                     std::move_only_function<void(HistoryOutcome)> reply,
+                                     DeletionProgress progress)
+{
+    const auto scope = scopeOf(request, m_collaborators.calendar(), m_collaborators.timeSource.now());
+    if (!scope)
+        return reply(keep(m_preferences, request.window, {}));
+    deleteActivity(
+        *scope,
+        [this, window = request.window, reply = std::move(reply)](ActivityDeleting::Outcome outcome) mutable {
+            if (outcome)
+                reply(keep(m_preferences, window, *outcome));
+            else
+                reply(std::unexpected(HistoryKept{message(outcome.error())}));
+        },
+        std::move(progress));
+}
+
+void AppEnvironment::saveWhatIsRecorded(InstanceRequestHandling::Reply<void> reply)
+{
+    if (m_capture)
+        m_capture->flush(std::move(reply));
+    else
+        reply({});
+}
+
 ActivityDeleting& AppEnvironment::deletion()
 {
     if (m_capture)

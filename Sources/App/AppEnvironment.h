@@ -11,6 +11,7 @@
 #include "App/CaptureSession.h"
 #include "App/DataRevision.h"
 #include "App/HistoryCleanup.h"
+#include "App/HistoryRetention.h"
 #include "App/Listeners.h"
 #include "App/MenuBarIconNotice.h"
 #include "App/StoreOpener.h"
@@ -111,6 +112,12 @@ public:
     /// With the writer's barrier where this process records.
     void deleteActivity(const ActivityDataScope& scope, ActivityDeleting::Reply reply,
                         DeletionProgress progress = {});
+
+    /// Deletes what the change removes, then stores its window.
+    void changeRetention(const RetentionChangeRequest& request,
+                         std::move_only_function<void(HistoryOutcome)> reply, DeletionProgress progress = {});
+    /// Saves everything that was recorded so far; the error is a sentence.
+    void saveWhatIsRecorded(InstanceRequestHandling::Reply<void> reply);
 
     /// Told after each change of what can be read above.
     [[nodiscard]] Listeners::Subscription follow(std::function<void()> listener)

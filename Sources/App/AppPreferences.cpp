@@ -60,6 +60,7 @@ AppPreferences::AppPreferences(PreferenceStoring& store)
     , m_hasCompletedOnboarding(stored<bool>(store, preferencekeys::onboardingCompleted).value_or(false))
     , m_retainsTitleContext(stored<bool>(store, preferencekeys::titleContext).value_or(true))
     , m_browserContextEnabled(stored<bool>(store, preferencekeys::browserContext).value_or(false))
+    , m_opensWindowAtLogin(stored<bool>(store, preferencekeys::opensWindowAtLogin).value_or(false))
     , m_retentionWindow(storedWindow(store))
     , m_automaticCleanupEnabled(storedAutomaticCleanup(store))
     , m_lastAutomaticCleanup(storedLastCleanup(store))
@@ -92,6 +93,11 @@ bool AppPreferences::setRetainsTitleContext(bool retains)
 bool AppPreferences::setBrowserContextEnabled(bool isEnabled)
 {
     return assign(m_browserContextEnabled, isEnabled, preferencekeys::browserContext, isEnabled);
+}
+
+bool AppPreferences::setOpensWindowAtLogin(bool opens)
+{
+    return assign(m_opensWindowAtLogin, opens, preferencekeys::opensWindowAtLogin, opens);
 }
 
 bool AppPreferences::setRetentionWindow(const RetentionWindow& window)

@@ -30,6 +30,10 @@ public:
     bool browserContextEnabled() const { return m_browserContextEnabled; }
     bool setBrowserContextEnabled(bool isEnabled);
 
+    /// A start at login shows the icon alone unless its user wants the window as well.
+    bool opensWindowAtLogin() const { return m_opensWindowAtLogin; }
+    bool setOpensWindowAtLogin(bool opens);
+
     const RetentionWindow& retentionWindow() const { return m_retentionWindow; }
     bool setRetentionWindow(const RetentionWindow& window);
     bool automaticCleanupEnabled() const { return m_automaticCleanupEnabled; }
@@ -64,6 +68,7 @@ private:
     bool m_hasCompletedOnboarding;
     bool m_retainsTitleContext;
     bool m_browserContextEnabled;
+    bool m_opensWindowAtLogin;
     RetentionWindow m_retentionWindow;
     bool m_automaticCleanupEnabled;
     std::optional<Instant> m_lastAutomaticCleanup;

@@ -114,6 +114,16 @@ void CaptureSession::deleteActivity(const ActivityDataScope& scope, Reply reply,
     });
 }
 
+void CaptureSession::flush(InstanceRequestHandling::Reply<void> reply)
+{
+    onCapture([this, reply = std::move(reply)](Recorder& recorder) mutable {
+        recorder.flush([this, reply = std::move(reply)](std::expected<void, std::string> saved) mutable {
+            onMain(
+                [reply = std::move(reply), saved = std::move(saved)]() mutable { reply(std::move(saved)); });
+        });
+    });
+}
+
 ShutdownResult CaptureSession::shutdown()
 {
     const auto result = BoundedShutdown::run<CaptureShutdownOutcome>([this](const auto& complete) {

@@ -41,6 +41,8 @@ public:
     void resume();
     void requestAccessibility(std::function<void()> done);
     void deleteActivity(const ActivityDataScope& scope, Reply reply, DeletionProgress progress) override;
+    /// Saves everything that was recorded so far, the open segment up to now included.
+    void flush(InstanceRequestHandling::Reply<void> reply);
 
     /// Saves what is left, within `BoundedShutdown::deadline`, and logs what came of it. Afterwards nothing more
     /// comes of any call. Once.

@@ -3,8 +3,6 @@
 #include <optional>
 #include <utility>
 
-#include <fmt/format.h>
-
 #include "App/ActivityDeletionCoordinator.h"
 #include "App/HistoryCleanup.h"
 #include "App/StatusOfCopy.h"
@@ -21,17 +19,6 @@ std::unexpected<HistoryKept> kept(const ActivityDeletionProblem& problem)
 }
 
 } // namespace
-
-std::string message(const HistoryKept& problem)
-{
-    return problem.sentence;
-}
-
-std::string removedDays(const DeletedActivity& deleted)
-{
-    return fmt::format("Removed {} day{} of observed activity", deleted.dayCount,
-                       deleted.dayCount == 1 ? "" : "s");
-}
 
 HistoryDesk::HistoryDesk(Environment environment, RunningInstance& running, AppPreferences& preferences,
                          CalendarContext calendar)
@@ -103,14 +90,9 @@ HistoryDesk::Outcome HistoryDesk::apply(const RetentionChangeRequest& request, I
                                         const DeletionProgress& progress) const
 {
     DeletedActivity deleted;
-    const auto cutoff = retentionCutoff(request.window, m_calendar, now);
-    if (cutoff && !request.days.empty())
-        deleted = TRY(deleteActivity(DaysBefore{*cutoff}, progress));
-    if (m_preferences.setRetentionWindow(request.window))
-        return deleted;
-    const auto start = deleted.dayCount > 0 ? removedDays(deleted) + ", but the" : std::string("The");
-    return std::unexpected(
-        HistoryKept{start + " preferences could not be saved, so Keep history was not changed."});
+    if (const auto scope = scopeOf(request, m_calendar, now))
+        deleted = TRY(deleteActivity(*scope, progress));
+    return keep(m_preferences, request.window, deleted);
 }
 
 HistoryDesk::Outcome HistoryDesk::cleanUp(Instant now, const DeletionProgress& progress) const

@@ -13,20 +13,11 @@
 
 namespace stintbook {
 
-/// What was asked for was not done, or not all of it; what and why, in a sentence.
-struct HistoryKept {
-    std::string sentence;
-};
-std::string message(const HistoryKept& problem);
-
-/// "Removed 3 days of observed activity"
-std::string removedDays(const DeletedActivity& deleted);
-
 /// Deletes history for a process that does not record: where a running copy holds the store, that does it;
 /// otherwise it is done here, and nobody begins to record meanwhile.
 class HistoryDesk {
 public:
-    using Outcome = std::expected<DeletedActivity, HistoryKept>;
+    using Outcome = HistoryOutcome;
 
     /// All but the environment outlive the desk.
     HistoryDesk(Environment environment, RunningInstance& running, AppPreferences& preferences,

@@ -66,6 +66,36 @@ std::optional<RetentionWindow> retentionWindowFrom(std::string_view text)
     return count ? RetentionWindow::days(*count) : std::nullopt;
 }
 
+std::optional<ActivityDataScope> scopeOf(const RetentionChangeRequest& request,
+                                         const CalendarContext& calendar, Instant now)
+{
+    const auto cutoff = retentionCutoff(request.window, calendar, now);
+    if (!cutoff || request.days.empty())
+        return std::nullopt;
+    return DaysBefore{*cutoff};
+}
+
+std::string message(const HistoryKept& problem)
+{
+    return problem.sentence;
+}
+
+HistoryOutcome keep(AppPreferences& preferences, const RetentionWindow& window,
+                    const DeletedActivity& deleted)
+{
+    if (preferences.setRetentionWindow(window))
+        return deleted;
+    const auto start = deleted.dayCount > 0 ? removedDays(deleted) + ", but the" : std::string("The");
+    return std::unexpected(
+        HistoryKept{start + " preferences could not be saved, so Keep history was not changed."});
+}
+
+std::string removedDays(const DeletedActivity& deleted)
+{
+    return fmt::format("Removed {} day{} of observed activity", deleted.dayCount,
+                       deleted.dayCount == 1 ? "" : "s");
+}
+
 std::string message(const RetentionChangeUnknown& /*problem*/)
 {
     return "Keep history was not changed: the activity store could not be read, so what the change would "
@@ -110,6 +140,15 @@ DeletionConfirmation confirmation(const ActivityDeletionRequest& request, const 
     return {.title = "Delete selected history?",
             .text = "This action removes the selected history.",
             .scope = "Selected date range, " + shownDates(dayCount(*range, calendar))};
+}
+
+std::string message(const ActivityDeletionRequest& request, const ActivityDeletionProblem& problem)
+{
+    if (!std::holds_alternative<PersistenceError>(problem))
+        return message(problem);
+    return std::holds_alternative<AllHistory>(request)
+        ? "All activity data could not be deleted. Nothing was removed."
+        : "The selected history could not be deleted. Nothing was removed.";
 }
 
 } // namespace stintbook

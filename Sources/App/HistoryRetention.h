@@ -6,10 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "App/ActivityDeletionCoordinator.h"
+#include "App/AppPreferences.h"
 #include "App/RetentionWindow.h"
 #include "Base/Instant.h"
 #include "Domain/ActivityDataScope.h"
 #include "Domain/CalendarContext.h"
+#include "Domain/DeletedActivity.h"
 #include "Store/StoreDatabase.h"
 
 namespace stintbook {
@@ -30,6 +33,25 @@ struct RetentionChangeRequest {
     /// one.
     std::vector<LocalDay> days;
 };
+
+/// What applying the change deletes; absent where that is nothing.
+std::optional<ActivityDataScope> scopeOf(const RetentionChangeRequest& request,
+                                         const CalendarContext& calendar, Instant now);
+
+/// What was asked for was not done, or not all of it; what and why, in a sentence.
+struct HistoryKept {
+    std::string sentence;
+};
+std::string message(const HistoryKept& problem);
+using HistoryOutcome = std::expected<DeletedActivity, HistoryKept>;
+
+/// Stores the window of a change that has deleted what it was to delete. Where the window cannot be stored, what
+/// is removed stays so.
+HistoryOutcome keep(AppPreferences& preferences, const RetentionWindow& window,
+                    const DeletedActivity& deleted);
+
+/// "Removed 3 days of observed activity"
+std::string removedDays(const DeletedActivity& deleted);
 
 /// The store could not be read, so that what a change would remove is unknown.
 struct RetentionChangeUnknown { };
@@ -52,5 +74,8 @@ struct DeletionConfirmation {
 DeletionConfirmation confirmation(const RetentionChangeRequest& request,
                                   const std::optional<std::string>& shownRange);
 DeletionConfirmation confirmation(const ActivityDeletionRequest& request, const CalendarContext& calendar);
+
+/// Why nothing of it was deleted.
+std::string message(const ActivityDeletionRequest& request, const ActivityDeletionProblem& problem);
 
 } // namespace stintbook

@@ -157,6 +157,12 @@ constexpr Preference preferenceTable[] = {
      {},
      readAppearance,
      chooseAppearance},
+    {preferencekeys::opensWindowAtLogin,
+     "Whether a start at login opens the window beside the icon.",
+     trueOrFalse,
+     {},
+     readFlag<&AppPreferences::opensWindowAtLogin>,
+     chooseFlag<&AppPreferences::setOpensWindowAtLogin>},
 };
 
 /// Not among the choices: `pause` and `resume` keep these.

@@ -15,5 +15,6 @@ inline constexpr std::string_view exportMode = "stintbook.export.defaultMode";
 inline constexpr std::string_view summarizedFields = "stintbook.export.fields.summary";
 inline constexpr std::string_view detailedFields = "stintbook.export.fields.detailed";
 inline constexpr std::string_view appearance = "velloran.appearance";
+inline constexpr std::string_view opensWindowAtLogin = "velloran.opensWindowAtLogin";
 
 } // namespace stintbook::preferencekeys

@@ -56,4 +56,18 @@ std::optional<BillingCurrency> BillingCurrency::ofLocale(std::string_view locale
     return fromText(icu::UnicodeString(code.data()).toUTF8String(text));
 }
 
+std::string BillingCurrency::name(std::string_view locale) const
+{
+    const auto code = icu::UnicodeString::fromUTF8(m_code);
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t length = 0;
+    const auto* const found =
+        ucurr_getName(icu::UnicodeString(code).getTerminatedBuffer(), std::string(locale).c_str(),
+                      UCURR_LONG_NAME, nullptr, &length, &status);
+    if (U_FAILURE(status))
+        return m_code;
+    std::string name;
+    return icu::UnicodeString(false, found, length).toUTF8String(name);
+}
+
 } // namespace stintbook

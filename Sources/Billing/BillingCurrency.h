@@ -15,6 +15,8 @@ public:
     static std::optional<BillingCurrency> ofLocale(std::string_view locale);
 
     const std::string& code() const { return m_code; }
+    /// "Euro", in the locale's ("de_DE") language; the code where it has no name there.
+    std::string name(std::string_view locale) const;
 
     friend bool operator==(const BillingCurrency&, const BillingCurrency&) = default;
 

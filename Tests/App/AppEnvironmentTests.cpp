@@ -305,6 +305,24 @@ TEST_F(AppEnvironmentTest, CleansUpAtTheStartAndAfterMidnightAndSaysThatDataChan
     EXPECT_THAT(log.events(), ElementsAre("Retention cleanup removed 1 day(s)"));
 }
 
+TEST_F(AppEnvironmentTest, RemovesWhatAShorterWindowDoesNotKeepBeforeItHolds)
+{
+    startWithStore();
+    time.advanceTo(stored.day.start + Seconds{5 * 86'400});
+    const auto shorter = *RetentionWindow::days(2);
+    const auto change =
+        retentionChange(stored.store->database(), environment->preferences().retentionWindow(), shorter,
+                        stored.calendar, time.now());
+    ASSERT_TRUE(change && change->days.size() == 1);
+    std::optional<HistoryOutcome> outcome;
+    environment->changeRetention(*change, [&](HistoryOutcome result) { outcome = std::move(result); });
+    EXPECT_NE(environment->preferences().retentionWindow(), shorter);
+    ASSERT_TRUE(comes([&] { return outcome.has_value(); }));
+    EXPECT_EQ(outcome->value().dayCount, 1);
+    EXPECT_EQ(segmentCount(), 0U);
+    EXPECT_EQ(environment->preferences().retentionWindow(), shorter);
+}
+
 TEST_F(AppEnvironmentTest, CleansUpAtTheMidnightOfTheZoneThatItsUserTravelledTo)
 {
     preferences.store("stintbook.privacy.retentionDays", PreferenceValue(std::int64_t{5}));

@@ -1,8 +1,12 @@
+#include <algorithm>
+#include <latch>
 #include <tuple>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "App/AppPreferences.h"
+#include "App/DeferredPreferences.h"
 
 namespace stintbook {
 
@@ -39,6 +43,37 @@ TEST(AppPreferences, TakeAValueOfTheWrongTypeForNone)
         store.store("stintbook.privacy.retentionDays", days);
         EXPECT_EQ(everyChoice(AppPreferences(store)), defaults);
     }
+}
+
+TEST(DeferredPreferences, HoldAtOnceAndAreAllWrittenByTheEnd)
+{
+    struct Slow final : PreferenceStoring {
+        std::optional<PreferenceValue> value(std::string_view key) const override { return kept.value(key); }
+        bool store(std::string_view key, std::optional<PreferenceValue> value) override
+        {
+            gate.wait();
+            return key != "refused" && kept.store(key, value);
+        }
+        InMemoryPreferences kept;
+        std::latch gate{1};
+    } slow;
+    std::vector<bool> told;
+    {
+        DeferredPreferences preferences(slow);
+        preferences.follow([&](bool isKept) { told.push_back(isKept); });
+        slow.kept.store("removed", PreferenceValue(true));
+        preferences.store("chosen", PreferenceValue(std::int64_t{1}));
+        preferences.store("chosen", PreferenceValue(std::int64_t{2}));
+        preferences.store("refused", PreferenceValue(true));
+        preferences.store("removed", std::nullopt);
+        EXPECT_EQ(preferences.value("chosen"), PreferenceValue(std::int64_t{2}));
+        EXPECT_EQ(preferences.value("refused"), PreferenceValue(true));
+        EXPECT_EQ(preferences.value("removed"), std::nullopt);
+        slow.gate.count_down();
+    }
+    EXPECT_EQ(slow.kept.value("chosen"), PreferenceValue(std::int64_t{2}));
+    EXPECT_EQ(slow.kept.value("removed"), std::nullopt);
+    EXPECT_EQ(std::ranges::count(told, false), 1);
 }
 
 TEST(AppPreferences, AreWrittenAtOnce)

@@ -173,9 +173,14 @@ void PrivateDesktop::startAccessibility()
          "org.freedesktop.DBus.Properties.Set", "org.a11y.Status", "IsEnabled", "<true>"});
 }
 
-void PrivateDesktop::startLogind()
+void PrivateDesktop::startSystemBus()
 {
     setEnvironment("DBUS_SYSTEM_BUS_ADDRESS", startBus());
+}
+
+void PrivateDesktop::startLogind()
+{
+    startSystemBus();
     setEnvironment("XDG_SESSION_ID", "s1");
     // The module of the distribution, whatever Python comes first elsewhere.
     start({"/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"});

@@ -39,6 +39,7 @@ public:
     void startSessionBus();
     /// Switches accessibility on; needs the session bus. Programs started later take part.
     void startAccessibility();
+    void startSystemBus();
     /// A system bus with a mock logind that has one session of this user, active and unlocked.
     void startLogind();
     /// What logind does: announces that the machine is about to sleep, or that it woke up.
