@@ -22,13 +22,14 @@ Q_IMPORT_PLUGIN(VelloranPlugin)
 namespace {
 
 constexpr std::string_view help =
-    "Usage: velloran [--hidden]\n"
+    "Usage: velloran [--hidden | --at-login]\n"
     "\n"
     "Records what you work on, and opens the window in which you review and bill it.\n"
     "\n"
-    "  --hidden   record without opening the window, as at login\n"
-    "  --help     print this\n"
-    "  --version  print the version\n"
+    "  --hidden    record without opening the window\n"
+    "  --at-login  as at login: open the window only where the settings say so\n"
+    "  --help      print this\n"
+    "  --version   print the version\n"
     "\n"
     "The same from a terminal: velloran-cli.\n";
 
@@ -74,7 +75,8 @@ int main(int argumentCount, char** argumentTexts)
     QApplication::setDesktopFileName(QStringLiteral("app.velloran.Velloran"));
     // What the toolkit takes for itself is gone from the arguments by now.
     const auto rest = QApplication::arguments().mid(1);
-    if (std::ranges::any_of(rest, [](const QString& text) { return text != QStringLiteral("--hidden"); })) {
+    const QStringList known{QStringLiteral("--hidden"), QStringLiteral("--at-login")};
+    if (std::ranges::any_of(rest, [&](const QString& text) { return !known.contains(text); })) {
         fmt::print(stderr, "{}", help);
         return wrongUsage;
     }
@@ -90,6 +92,8 @@ int main(int argumentCount, char** argumentTexts)
     });
     if (rest.isEmpty())
         application.showWindow();
+    else if (rest.contains(QStringLiteral("--at-login")))
+        application.showAsAtLogin();
     QApplication::exec();
     return application.shutdown() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -49,6 +49,21 @@ class Application(unittest.TestCase):
     def day(self):
         return cli_json("day", "show", DAY)
 
+    def test_0_the_first_steps_lead_to_the_review(self):
+        screen = self.screen
+        for _ in range(3):
+            screen.press(BUTTON, "Continue")
+        screen.type_into("Client", "Seeberg")
+        screen.type_into("First project", "Website")
+        screen.type_into("Hourly rate", "much")
+        screen.press(BUTTON, "Continue")
+        screen.says("number")
+        self.assertNotIn("Seeberg", cli("client", "list"))
+        screen.type_into("Hourly rate", "95")
+        screen.press(BUTTON, "Continue")
+        screen.press(BUTTON, "Open Review")
+        self.assertIn("Seeberg", cli("client", "list"))
+
     def test_1_a_day_is_reviewed(self):
         screen = self.screen
         screen.press(BUTTON, "We 18")

@@ -9,7 +9,7 @@ namespace stintbook {
 
 Application::Application(Environment variables)
     : m_variables(std::move(variables))
-    , m_preferences(PreferencesFile::standardLocation(m_variables, buildKind()))
+    , m_preferencesFile(PreferencesFile::standardLocation(m_variables, buildKind()))
     , m_window(std::make_unique<ReviewWindow>(m_preferences))
     , m_environment({.locale = QLocale().name().toStdString(), .capture = {}, .trace = {}},
                     {.main = m_main,
@@ -29,6 +29,12 @@ Application::Application(Environment variables)
 {
     // While it lives among the status icons, and while it records, no window is needed.
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    m_preferences.follow([this](bool isKept) {
+        m_main.post([this, isKept] {
+            if (auto* const content = m_window->content())
+                content->settings().setChoicesKept(isKept);
+        });
+    });
     m_changes = m_environment.follow([this] { environmentChanged(); });
     m_activation = m_environment.followActivation([this] { showWindow(); });
     connect(&m_hosts, &StatusNotifierHosts::changed, this, &Application::hostsChanged);
@@ -56,12 +62,20 @@ ScreenContext Application::context()
             .desk = m_desk,
             .readings = m_readings,
             .clock = m_clock,
-            .calendar = CalendarContext::system};
+            .calendar = CalendarContext::system,
+            .main = m_main,
+            .variables = m_variables};
 }
 
 void Application::showWindow()
 {
     m_window->open(context());
+}
+
+void Application::showAsAtLogin()
+{
+    if (m_environment.preferences().opensWindowAtLogin())
+        showWindow();
 }
 
 void Application::showSettings()

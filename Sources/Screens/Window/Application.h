@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "App/AppEnvironment.h"
+#include "App/DeferredPreferences.h"
 #include "App/PreferencesFile.h"
 #include "Platform/DesktopThread.h"
 #include "Platform/SessionBusInstance.h"
@@ -27,6 +28,8 @@ public:
     /// Whether there is anything to run for; otherwise another copy was asked to come forward.
     bool start();
     void showWindow();
+    /// The window too, where its user wants that.
+    void showAsAtLogin();
     void showSettings();
     /// Saves what is left; whether all of it could be.
     bool shutdown();
@@ -39,8 +42,9 @@ private:
 
     Environment m_variables;
     WindowExecutor m_main;
-    PreferencesFile m_preferences;
-    PreferencesCapturePauseStore m_pauses{m_preferences};
+    PreferencesFile m_preferencesFile;
+    DeferredPreferences m_preferences{m_preferencesFile};
+    PreferencesCapturePauseStore m_pauses{m_preferencesFile};
     SystemTimeSource m_clock;
     SystemAwakeClock m_awakeClock;
     SessionBusInstance m_otherInstance;

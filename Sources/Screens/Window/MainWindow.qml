@@ -76,6 +76,7 @@ Window {
     RowLayout {
         anchors.fill: parent
         anchors.topMargin: banners.implicitHeight
+        visible: !window.onboarding.isDue
         spacing: 0
         Sidebar {
             Layout.fillHeight: true
@@ -122,5 +123,23 @@ Window {
     Loader {
         active: window.rules.editor.isOpen || item !== null
         sourceComponent: RuleEditorSheet { editor: window.rules.editor }
+    }
+    Loader {
+        anchors.fill: parent
+        active: window.onboarding.isDue
+        focus: active
+        sourceComponent: OnboardingPages {
+            onboarding: window.onboarding
+            capture: window.settings.capture
+            onReviewAsked: window.shell.page = "review"
+        }
+    }
+    Loader {
+        active: window.shell.settingsOpen
+        sourceComponent: SettingsWindow {
+            settings: window.settings
+            appearance: window.appearance
+            onClosing: window.shell.settingsOpen = false
+        }
     }
 }

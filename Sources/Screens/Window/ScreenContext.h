@@ -16,6 +16,10 @@ struct ScreenContext {
     StoreDesk& readings;
     const TimeSource& clock;
     std::function<CalendarContext()> calendar;
+    /// The window's.
+    Executor& main;
+    /// The process's variables, which say where files lie.
+    const Environment& variables;
 };
 
 } // namespace stintbook

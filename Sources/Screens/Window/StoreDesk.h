@@ -50,6 +50,12 @@ public:
         });
     }
 
+    /// For a use case that asks the desk's thread by itself; what it holds of the store does not outlive the desk.
+    template <typename T> Confined<T> confined(std::shared_ptr<T> value) const
+    {
+        return {m_executor, std::move(value)};
+    }
+
 private:
     /// Belongs to the desk's thread.
     struct Room {
@@ -67,7 +73,7 @@ private:
 
     Executor& m_main;
     std::shared_ptr<Room> m_room;
-    std::unique_ptr<SerialExecutor> m_executor = std::make_unique<SerialExecutor>("screens");
+    std::shared_ptr<SerialExecutor> m_executor = std::make_shared<SerialExecutor>("screens");
 };
 
 } // namespace stintbook

@@ -36,6 +36,7 @@ void WindowContent::environmentChanged()
 {
     m_shell.environmentChanged();
     m_settings.environmentChanged();
+    m_onboarding.environmentChanged();
     const auto revision = m_context.environment.activityDataRevision();
     if (m_context.environment.store() == nullptr || std::exchange(m_shownRevision, revision) == revision)
         return;
@@ -44,6 +45,7 @@ void WindowContent::environmentChanged()
     m_records.refresh();
     m_clients.refresh();
     m_rules.refresh();
+    m_settings.refresh();
 }
 
 } // namespace stintbook

@@ -23,6 +23,7 @@ public:
     /// What the window's root requires, by its properties' names.
     QVariantMap properties();
     ShellModel& shell() { return m_shell; }
+    SettingsModel& settings() { return m_settings; }
     /// The environment, or the store below it, is not as it was.
     void environmentChanged();
 
