@@ -19,8 +19,11 @@ protected:
                 .has_value();
         };
         ASSERT_TRUE(PrivateDesktop::eventually(add));
-        const auto method = [](const std::string& name, const std::string& types, const std::string& code) {
-            return "('" + name + "', '" + types + "', '', \"\"\"" + code + "\"\"\")";
+        // As texts are written on gdbus's command line.
+        const auto method = [](const std::string& name, const std::string& types, std::string code) {
+            for (auto at = code.find('\n'); at != code.npos; at = code.find('\n', at))
+                code.replace(at, 1, "\\n");
+            return "('" + name + "', '" + types + "', '', \"" + code + "\")";
         };
         desktop.run(call("AddObject",
                          {"/1", transaction, "{}",

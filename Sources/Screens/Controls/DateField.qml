@@ -1,7 +1,7 @@
 import QtQuick
 import Velloran
 
-/// A date, typed as the reader's locale writes it in short; the arrows go to the next and the previous one.
+/// A date, typed as the reader's locale writes it in short or as "2026-11-20"; the arrows go to the next and the previous one.
 InputField {
     id: control
 
@@ -26,7 +26,9 @@ InputField {
     placeholderText: format.toLowerCase()
     inputMethodHints: Qt.ImhDate
     onTextChanged: {
-        const day = Date.fromLocaleDateString(Qt.locale(), text.trim(), format);
+        const typed = text.trim();
+        const day = /^\d{4}-\d\d-\d\d$/.test(typed) ? Date.fromLocaleString(Qt.locale(), typed, "yyyy-MM-dd")
+                                                     : Date.fromLocaleDateString(Qt.locale(), typed, format);
         date = isNaN(day.getTime()) ? "" : day.toLocaleDateString(Qt.locale("C"), "yyyy-MM-dd");
     }
     Keys.onUpPressed: step(1)

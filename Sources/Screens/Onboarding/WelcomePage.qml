@@ -31,6 +31,8 @@ OnboardingPage {
                     spacing: Theme.padding
                     Glyph {
                         Layout.alignment: Qt.AlignTop
+                        Layout.preferredWidth: 16
+                        Layout.preferredHeight: 16
                         name: fact.modelData.glyph
                         ink: Theme.accent
                     }
