@@ -207,6 +207,7 @@ Stored<OpenedDay> DayBook::open(const LocalDay& day) const
         opened.revision = std::move(reading.revision);
         opened.itemsWithoutDetails = std::move(loaded.itemsWithoutDetails);
         opened.totals = totals(reading.lines);
+        opened.work = std::move(reading.work);
         opened.lines = std::move(reading.lines);
         opened.currency = reading.currency;
         opened.unreviewedDuration = total(loaded.content.blocks);
@@ -241,10 +242,10 @@ Stored<ListedDay> DayBook::summarize(const LocalDay& day, const ExclusionEngine&
     return listed;
 }
 
-Stored<std::vector<ListedDay>> DayBook::list(const std::optional<LocalDay>& from,
-                                             const std::optional<LocalDay>& to) const
+Stored<std::vector<LocalDay>> DayBook::days(const std::optional<LocalDay>& from,
+                                            const std::optional<LocalDay>& to) const
 {
-    return m_store.database().read([&](StoreConnection&) -> Stored<std::vector<ListedDay>> {
+    return m_store.database().read([&](StoreConnection&) -> Stored<std::vector<LocalDay>> {
         std::set<LocalDay> days;
         const auto isAsked = [&](const LocalDay& day) {
             return (!from || day.start >= from->start) && (!to || day.start <= to->start);
@@ -263,6 +264,15 @@ Stored<std::vector<ListedDay>> DayBook::list(const std::optional<LocalDay>& from
                 days.insert(day);
             at = m_calendar.nextDayStart(*recorded);
         }
+        return std::vector(days.begin(), days.end());
+    });
+}
+
+Stored<std::vector<ListedDay>> DayBook::list(const std::optional<LocalDay>& from,
+                                             const std::optional<LocalDay>& to) const
+{
+    return m_store.database().read([&](StoreConnection&) -> Stored<std::vector<ListedDay>> {
+        const auto days = TRY(this->days(from, to));
         const ExclusionEngine exclusion(TRY(m_store.review().exclusionRules()));
         std::map<std::string, std::string> exportedRevisions;
         for (auto& exported : TRY(m_store.review().exportedDays()))

@@ -37,6 +37,7 @@ struct OpenedDay {
     ReviewedDayStatus status = ReviewedDayStatus::notReady;
     ReviewedDayRevision revision;
     RecordsDayState recordsState = RecordsDayState::needsReview;
+    std::vector<DayWork> work;
     std::vector<ReviewedDayLine> lines;
     ReviewedWorkTotals totals;
     /// Absent: people are shown no amounts.
@@ -100,7 +101,10 @@ public:
 
     Stored<OpenedDay> open(const LocalDay& day) const;
     /// Days of both layers, in order: recorded ones as this calendar cuts them, reviewed ones as they were
-    /// cut. Both bounds inclusive.
+    /// cut. Both bounds inclusive. Ten years of them take tens of milliseconds.
+    Stored<std::vector<LocalDay>> days(const std::optional<LocalDay>& from,
+                                       const std::optional<LocalDay>& to) const;
+    /// The same with what their list tells of each.
     Stored<std::vector<ListedDay>> list(const std::optional<LocalDay>& from,
                                         const std::optional<LocalDay>& to) const;
 

@@ -57,4 +57,17 @@ std::string formattedAmount(const Decimal& amount, const BillingCurrency& curren
     return AmountFormat(currency, locale).text(amount);
 }
 
+AmountText::AmountText(const std::optional<BillingCurrency>& currency, std::string_view locale)
+{
+    if (currency)
+        m_format.emplace(*currency, locale);
+}
+
+std::string AmountText::text(const std::optional<Decimal>& amount, int unpricedCount) const
+{
+    if (!m_format)
+        return "— (currency not set)";
+    return unpricedCount > 0 ? "— (rate not set)" : m_format->text(amount.value_or(0));
+}
+
 } // namespace stintbook

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,5 +32,18 @@ private:
 
 /// The same for a single amount.
 std::string formattedAmount(const Decimal& amount, const BillingCurrency& currency, std::string_view locale);
+
+/// Amounts of a ledger as people read them, or why there are none.
+class AmountText {
+public:
+    AmountText(const std::optional<BillingCurrency>& currency, std::string_view locale);
+
+    /// What work amounts to of which so many billable pieces have no rate. Work that is not billable amounts to
+    /// nothing.
+    std::string text(const std::optional<Decimal>& amount, int unpricedCount) const;
+
+private:
+    std::optional<AmountFormat> m_format;
+};
 
 } // namespace stintbook

@@ -11,9 +11,11 @@ namespace {
 
 enum class Layer { derived, reviewed };
 
-/// One item or block, as lines see it.
+/// One item or block before it is measured and priced.
 struct PieceOfWork {
+    UUID id;
     Interval time;
+    std::optional<std::string> description;
     std::optional<AttributionAssignment> assignment;
     Layer layer;
 };
@@ -23,17 +25,19 @@ std::vector<PieceOfWork> includedWork(const ReviewDay& day)
     std::vector<PieceOfWork> work;
     for (const auto& item : day.items) {
         if (item.isIncluded())
-            work.push_back({item.interval(), item.assignment, Layer::reviewed});
+            work.push_back(
+                {item.id.uuid, item.interval(), item.description, item.assignment, Layer::reviewed});
     }
     for (const auto& block : day.blocks) {
         if (!block.review.isIgnored)
-            work.push_back({block.interval(), block.effectiveAssignment(), Layer::derived});
+            work.push_back(
+                {block.id, block.interval(), std::nullopt, block.effectiveAssignment(), Layer::derived});
     }
     std::ranges::stable_sort(work, {}, [](const PieceOfWork& piece) { return piece.time.start; });
     return work;
 }
 
-/// The line that a piece of work belongs to, still without its figures.
+/// The line that a piece of work makes, still without its figures.
 ReviewedDayLine emptyLine(const PieceOfWork& piece, const AssignmentDirectory& directory)
 {
     ReviewedDayLine line;
@@ -50,19 +54,16 @@ ReviewedDayLine emptyLine(const PieceOfWork& piece, const AssignmentDirectory& d
     return line;
 }
 
-bool belongs(const PieceOfWork& piece, const ReviewedDayLine& line)
+bool isSameLine(const ReviewedDayLine& a, const ReviewedDayLine& b)
 {
-    if (line.isReviewed != (piece.layer == Layer::reviewed)
-        || line.clientID.has_value() != piece.assignment.has_value())
-        return false;
-    return !piece.assignment
-        || *piece.assignment == AttributionAssignment{*line.clientID, *line.projectID, line.isBillable};
+    return a.isReviewed == b.isReviewed && a.isBillable == b.isBillable && a.clientID == b.clientID
+        && a.projectID == b.projectID;
 }
 
-BillingBook::Terms terms(const PieceOfWork& piece, const BillingBook& billing)
+BillingBook::Terms terms(const ReviewedDayLine& line, const BillingBook& billing)
 {
-    if (piece.assignment)
-        return billing.resolve(piece.assignment->clientID, piece.assignment->projectID);
+    if (line.clientID)
+        return billing.resolve(*line.clientID, *line.projectID);
     return {.hourlyRate = std::nullopt,
             .rounding = billing.settings.defaultRounding.value_or(RoundingPolicy::exact)};
 }
@@ -73,15 +74,15 @@ void addUp(std::optional<Decimal>& sum, const std::optional<Decimal>& amount)
         sum = sum.value_or(Decimal()) + *amount;
 }
 
-void add(const PieceOfWork& piece, const BillingBook& billing, ReviewedDayLine& line)
+DayWork priced(PieceOfWork piece, const AssignmentDirectory& directory, const BillingBook& billing)
 {
-    const auto [hourlyRate, rounding] = terms(piece, billing);
-    const auto tracked = Decimal::wholeSeconds(piece.time.length().value);
-    const auto billed = billedSeconds(tracked, rounding);
-    line.trackedSeconds += tracked;
-    line.billedSeconds += billed;
-    addUp(line.amount,
-          amount(billed, hourlyRate, line.isBillable ? Billability::billable : Billability::nonBillable));
+    auto line = emptyLine(piece, directory);
+    const auto [hourlyRate, rounding] = terms(line, billing);
+    line.trackedSeconds = Decimal::wholeSeconds(piece.time.length().value);
+    line.billedSeconds = billedSeconds(line.trackedSeconds, rounding);
+    line.amount = amount(line.billedSeconds, hourlyRate,
+                         line.isBillable ? Billability::billable : Billability::nonBillable);
+    return {piece.id, piece.time, std::move(piece.description), std::move(line)};
 }
 
 std::string accountName(const ReviewedDayLine& line)
@@ -92,18 +93,35 @@ std::string accountName(const ReviewedDayLine& line)
 
 } // namespace
 
-std::vector<ReviewedDayLine> dayLines(const ReviewDay& day, const AssignmentDirectory& directory,
-                                      const BillingBook& billing)
+std::vector<DayWork> dayWork(const ReviewDay& day, const AssignmentDirectory& directory,
+                             const BillingBook& billing)
 {
-    std::vector<ReviewedDayLine> lines;
-    for (const auto& piece : includedWork(day)) {
-        auto line =
-            std::ranges::find_if(lines, [&](const auto& candidate) { return belongs(piece, candidate); });
-        if (line == lines.end())
-            line = lines.insert(line, emptyLine(piece, directory));
-        add(piece, billing, *line);
+    std::vector<DayWork> work;
+    for (auto& piece : includedWork(day))
+        work.push_back(priced(std::move(piece), directory, billing));
+    return work;
+}
+
+std::vector<ReviewedDayLine> gathered(const std::vector<ReviewedDayLine>& lines)
+{
+    std::vector<ReviewedDayLine> sums;
+    for (const auto& line : lines) {
+        const auto sum =
+            std::ranges::find_if(sums, [&](const auto& candidate) { return isSameLine(line, candidate); });
+        if (sum == sums.end()) {
+            sums.push_back(line);
+            continue;
+        }
+        sum->trackedSeconds += line.trackedSeconds;
+        sum->billedSeconds += line.billedSeconds;
+        addUp(sum->amount, line.amount);
     }
-    return lines;
+    return sums;
+}
+
+bool WorkFilter::includes(const ReviewedDayLine& line) const
+{
+    return (!clientID || line.clientID == clientID) && (!projectID || line.projectID == projectID);
 }
 
 ReviewedWorkTotals totals(const std::vector<ReviewedDayLine>& lines)
@@ -133,9 +151,13 @@ ReviewedDayReading reading(const ReviewDay& day, const std::optional<ReviewedDay
                               .revision = revision(day.items),
                               .isReady = false,
                               .items = day.items,
-                              .lines = dayLines(day, directory, billing),
+                              .work = dayWork(day, directory, billing),
+                              .lines = {},
                               .currency = billing.settings.currency,
                               .notReadyReason = std::nullopt};
+    for (const auto& piece : result.work)
+        result.lines.push_back(piece.line);
+    result.lines = gathered(result.lines);
     result.isReady = status(approval, result.revision) == ReviewedDayStatus::ready;
     const auto blockers = eligibility(day).blockers;
     if (!result.isReady && !blockers.empty())

@@ -34,6 +34,18 @@ struct ReviewedDayLine {
     friend bool operator==(const ReviewedDayLine&, const ReviewedDayLine&) = default;
 };
 
+/// One reviewed item or block, measured and priced as a line of its own.
+struct DayWork {
+    /// The item's or the block's.
+    UUID id;
+    Interval time;
+    /// Its reviewer's; blocks have none.
+    std::optional<std::string> description;
+    ReviewedDayLine line;
+
+    friend bool operator==(const DayWork&, const DayWork&) = default;
+};
+
 struct ReviewedWorkTotals {
     Decimal billedSeconds;
     Decimal trackedSeconds;
@@ -56,15 +68,29 @@ struct ReviewedDayReading {
     ReviewedDayRevision revision;
     bool isReady = false;
     std::vector<ReviewedWorkItem> items;
+    std::vector<DayWork> work;
     std::vector<ReviewedDayLine> lines;
     std::optional<BillingCurrency> currency;
     /// The first blocker's message; absent for a ready day, and for one that only waits to be marked.
     std::optional<std::string> notReadyReason;
 };
 
-/// Work that is not ignored, in the order in which each line's work first appears.
-std::vector<ReviewedDayLine> dayLines(const ReviewDay& day, const AssignmentDirectory& directory,
-                                      const BillingBook& billing);
+/// All that is not ignored, by start.
+std::vector<DayWork> dayWork(const ReviewDay& day, const AssignmentDirectory& directory,
+                             const BillingBook& billing);
+/// Lines of one client, project, billable state and review are one, in the order in which each first appears.
+std::vector<ReviewedDayLine> gathered(const std::vector<ReviewedDayLine>& lines);
+
+/// Whose work is asked for; everyone's unless said.
+struct WorkFilter {
+    std::optional<ClientID> clientID;
+    std::optional<ProjectID> projectID;
+
+    bool includes(const ReviewedDayLine& line) const;
+
+    friend bool operator==(const WorkFilter&, const WorkFilter&) = default;
+};
+
 ReviewedWorkTotals totals(const std::vector<ReviewedDayLine>& lines);
 /// `approval` is the day's stored one, if it has one.
 ReviewedDayReading reading(const ReviewDay& day, const std::optional<ReviewedDayApproval>& approval,

@@ -10,11 +10,7 @@ namespace stintbook {
 std::string amountText(const ExportTotals& totals, const std::optional<BillingCurrency>& currency,
                        std::string_view locale)
 {
-    if (!currency)
-        return "— (currency not set)";
-    if (totals.unpricedLineCount > 0)
-        return "— (rate not set)";
-    return formattedAmount(totals.amount.value_or(0), *currency, locale);
+    return AmountText(currency, locale).text(totals.amount, totals.unpricedLineCount);
 }
 
 std::vector<std::string> amountRemarks(const ExportTotals& totals,

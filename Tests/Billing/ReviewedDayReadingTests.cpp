@@ -23,7 +23,10 @@ struct PricedDay : HandMadeDay {
                                     .rounding = RoundingPolicy::nearestSixMinutes};
         billing.projects[shop.id] = {.hourlyRate = decimal("87.5"), .rounding = RoundingPolicy::exact};
     }
-    std::vector<ReviewedDayLine> lines() const { return dayLines(content, directory, billing); }
+    std::vector<ReviewedDayLine> lines() const
+    {
+        return reading(content, std::nullopt, directory, billing).lines;
+    }
 
     BillingBook billing;
 };
