@@ -154,6 +154,19 @@ std::expected<ExportSnapshot, ExportDeskProblem> ExportDesk::snapshot(ExportSnap
     return *std::move(found);
 }
 
+Stored<std::vector<LocalDay>> ExportDesk::changedSince(const ExportSnapshot& snapshot) const
+{
+    return m_store.database().read([&](StoreConnection&) -> Stored<std::vector<LocalDay>> {
+        std::vector<LocalDay> changed;
+        for (const auto& exported : snapshot.days) {
+            const LocalDay day{exported.dayStart, exported.timeZoneIdentifier};
+            if (revision(TRY(m_store.review().items(day))).value != exported.revision)
+                changed.push_back(day);
+        }
+        return changed;
+    });
+}
+
 std::expected<std::string, ExportFailure> render(const ExportDocumentModel& document,
                                                  const ExportRegion& region, Instant generatedAt)
 {

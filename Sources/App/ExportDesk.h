@@ -66,6 +66,8 @@ public:
 
     Stored<std::vector<ExportSnapshot>> history() const;
     std::expected<ExportSnapshot, ExportDeskProblem> snapshot(ExportSnapshotID id) const;
+    /// The days of an export whose reviewed work is not what it was then, in its order.
+    Stored<std::vector<LocalDay>> changedSince(const ExportSnapshot& snapshot) const;
 
 private:
     OpenedStore& m_store;

@@ -78,13 +78,13 @@ const std::optional<std::string>& paperOption(Verb& verb)
     return verb.choice("--paper", {"a4", "usLetter"}, "What it is printed on; the region's unless said");
 }
 
-/// The reader's.
-ExportRegion exportRegion(const Session& session, const std::optional<std::string>& paper = {})
+/// The reader's, on the paper that was asked for.
+ExportRegion regionFor(const Session& session, const std::optional<std::string>& paper = {})
 {
-    return {.moneyLocale = session.locale("LC_MONETARY"),
-            .dateLocale = session.locale("LC_TIME"),
-            .paper =
-                paper ? *fromRawValue<TimesheetPaper>(*paper) : paperOfLocale(session.locale("LC_PAPER"))};
+    auto region = exportRegion(session.environment());
+    if (paper)
+        region.paper = *fromRawValue<TimesheetPaper>(*paper);
+    return region;
 }
 
 /// Builds the document and delivers it; what is left out is said on stderr.
@@ -117,7 +117,7 @@ void addCSV(Noun& noun)
         if (session.isJSON() && !file)
             throw WrongUsage{"--json prints the receipt, so the CSV needs --output."};
         const auto what = requested(session, options, ExportFormatKind::csv);
-        const auto receipt = deliver(session, what, exportRegion(session),
+        const auto receipt = deliver(session, what, regionFor(session),
                                      file ? fileDelivery(*file) : standardOutput(session));
         if (file)
             print(session, receipt);
@@ -132,7 +132,7 @@ void addPDF(Noun& noun)
     const auto& paper = paperOption(verb);
     verb.runs([&, options](Session& session) {
         const auto what = requested(session, options, ExportFormatKind::pdf);
-        print(session, deliver(session, what, exportRegion(session, paper), fileDelivery(file)));
+        print(session, deliver(session, what, regionFor(session, paper), fileDelivery(file)));
     });
 }
 
@@ -146,7 +146,7 @@ void addSummary(Noun& noun)
             throw WrongUsage{"--json prints the receipt, so the summary needs --clipboard."};
         const auto what = requested(session, options, ExportFormatKind::copySummary);
         const auto receipt =
-            deliver(session, what, exportRegion(session),
+            deliver(session, what, regionFor(session),
                     toClipboard ? clipboardDelivery(session.environment()) : standardOutput(session));
         if (toClipboard)
             print(session, receipt);
@@ -180,7 +180,7 @@ void addShow(Noun& noun)
         const ExportDesk desk(session.store(), session.calendar());
         const auto snapshot = orRefuse(desk.snapshot(snapshotID));
         if (file)
-            orRefuse(desk.deliverAgain(snapshot, exportRegion(session, paper), fileDelivery(*file)));
+            orRefuse(desk.deliverAgain(snapshot, regionFor(session, paper), fileDelivery(*file)));
         else if (paper)
             throw WrongUsage{"--paper needs --output."};
         if (session.isJSON())

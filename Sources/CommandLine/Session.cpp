@@ -1,6 +1,7 @@
 #include "CommandLine/Session.h"
 
 #include "Base/BuildInformation.h"
+#include "Base/ReadersLocale.h"
 
 namespace stintbook {
 
@@ -26,11 +27,7 @@ std::string Session::variable(const std::string& name) const
 
 std::string Session::locale(const std::string& category) const
 {
-    for (const auto& name : {std::string("LC_ALL"), category, std::string("LANG")}) {
-        if (auto value = variable(name); !value.empty())
-            return value.substr(0, value.find_first_of(".@"));
-    }
-    return "C";
+    return localeOf(m_environment, category);
 }
 
 PreferencesFile Session::preferences() const

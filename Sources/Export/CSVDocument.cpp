@@ -153,12 +153,11 @@ std::vector<Column> columnsFor(const ExportRequest& request)
     return chosen;
 }
 
-template <typename CellOf>
-void appendRow(std::string& text, const std::vector<Column>& columns, CellOf cellOf)
+void appendRow(std::string& text, const std::vector<std::string>& cells)
 {
-    for (const auto& column : columns) {
-        text += cellOf(column);
-        text += &column == &columns.back() ? "\r\n" : ",";
+    for (const auto& cell : cells) {
+        text += cell;
+        text += &cell == &cells.back() ? "\r\n" : ",";
     }
 }
 
@@ -187,22 +186,36 @@ std::string csvCell(std::string_view text)
     return quoted + '"';
 }
 
-std::expected<std::string, ExportTextProblem> csvText(const ExportDocumentModel& document)
+CSVTable csvTable(const ExportDocumentModel& document)
 {
-    std::string text;
+    CSVTable table;
     const auto chosen = columnsFor(document.request);
+    for (const auto& column : chosen)
+        table.keys.emplace_back(column.key);
     const auto append = [&](const auto& rows) {
-        for (const auto& row : rows) {
-            appendRow(text, chosen,
-                      [row = rowOf(row)](const Column& column) { return csvCell(column.cell(row)); });
+        for (const auto& one : rows) {
+            const auto row = rowOf(one);
+            auto& cells = table.rows.emplace_back();
+            for (const auto& column : chosen)
+                cells.push_back(column.cell(row));
         }
     };
-
-    appendRow(text, chosen, [](const Column& column) { return column.key; });
     if (document.request.mode == ExportMode::detailed)
         append(document.lines);
     else
         append(summaryRows(document.lines));
+    return table;
+}
+
+std::expected<std::string, ExportTextProblem> csvText(const ExportDocumentModel& document)
+{
+    std::string text;
+    auto table = csvTable(document);
+    appendRow(text, table.keys);
+    for (auto& cells : table.rows) {
+        std::ranges::transform(cells, cells.begin(), csvCell);
+        appendRow(text, cells);
+    }
     if (!isValidUTF8(text))
         return std::unexpected(ExportTextProblem::notEncodable);
     return text;

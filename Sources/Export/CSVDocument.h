@@ -3,11 +3,19 @@
 #include <expected>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Export/ExportDelivery.h"
 #include "Export/ExportDocumentModel.h"
 
 namespace stintbook {
+
+/// The cells of a document as a spreadsheet shows them, in its request's mode. Each row has as many as there are keys.
+struct CSVTable {
+    std::vector<std::string> keys;
+    std::vector<std::vector<std::string>> rows;
+};
+CSVTable csvTable(const ExportDocumentModel& document);
 
 /// The document as CSV in UTF-8, in its request's mode: a header row always, then a row a line or a row a
 /// summary row, each ended by CR LF. Column keys, numbers and dates are the same in every locale; a column

@@ -1,6 +1,7 @@
 #include "Export/ExportFieldSet.h"
 
 #include <algorithm>
+#include <iterator>
 #include <ranges>
 
 namespace stintbook {
@@ -52,6 +53,27 @@ ExportFieldSet ExportFieldSet::normalised(ExportMode mode) const
     fields.includesDuration = true;
     fields.includesDate = mode == ExportMode::detailed;
     return fields;
+}
+
+std::vector<ExportFieldToken> choosableFields(ExportFormat format)
+{
+    const auto isChosen = [format](std::string_view token) {
+        switch (format) {
+        case ExportFormat::detailedCSV:
+        case ExportFormat::summarizedCSV:
+            return token == "timeOfDay" || token == "description" || token == "billableState"
+                || token == "rateAndAmount";
+        case ExportFormat::timesheetPDF:
+            return token == "client" || token == "project" || token == "description"
+                || token == "rateAndAmount";
+        case ExportFormat::copySummary:
+            break;
+        }
+        return false;
+    };
+    std::vector<ExportFieldToken> chosen;
+    std::ranges::copy_if(exportFieldTokens, std::back_inserter(chosen), isChosen, &ExportFieldToken::token);
+    return chosen;
 }
 
 } // namespace stintbook

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Export/ExportFormat.h"
 
@@ -50,5 +51,19 @@ inline constexpr std::array exportFieldTokens{
     ExportFieldToken{"billableState", &ExportFieldSet::includesBillableState},
     ExportFieldToken{"rateAndAmount", &ExportFieldSet::includesRateAndAmount},
 };
+
+/// The columns that a format has or leaves out as one likes; the others are set by the format.
+std::vector<ExportFieldToken> choosableFields(ExportFormat format);
+
+/// What is set by the format, for those who choose.
+inline constexpr std::array fieldsSetByFormat{
+    std::string_view("every row carries its duration"),
+    std::string_view("a summary row has no date; a detailed row always has one"),
+    std::string_view("the client column is shown only when the export covers more than one client"),
+};
+
+/// Of every format.
+inline constexpr std::string_view neverExportedNote =
+    "Window titles, URLs, and attribution reasons are never included.";
 
 } // namespace stintbook

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "Base/Environment.h"
 #include "Export/Timesheet/TimesheetPaper.h"
 
 namespace stintbook {
@@ -13,5 +14,8 @@ struct ExportRegion {
     std::string dateLocale = "C";
     TimesheetPaper paper = TimesheetPaper::a4;
 };
+
+/// That of the reader, as the process's variables say.
+ExportRegion exportRegion(const Environment& variables);
 
 } // namespace stintbook

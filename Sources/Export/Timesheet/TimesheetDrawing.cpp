@@ -1,5 +1,6 @@
 #include "Export/Timesheet/TimesheetDrawing.h"
 
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -88,6 +89,34 @@ void drawTimesheet(const ExportDocumentModel& document, const ExportRegion& regi
     }
     if (result)
         result = std::move(bytes);
+}
+
+void layOutTimesheet(const ExportDocumentModel& document, const ExportRegion& region, Instant generatedAt,
+                     TimesheetLayout& result)
+{
+    PangoTypesetter typesetter(region.dateLocale);
+    result = layoutTimesheet(document, region, generatedAt, typesetter);
+}
+
+void drawTimesheetPage(const TimesheetPage& page, const ExportRegion& region, int width,
+                       DrawnTimesheetPage& result)
+{
+    const auto size = pageSize(region.paper);
+    const auto scale = width / size.width;
+    auto& picture = *result;
+    picture = {.width = width, .height = static_cast<int>(std::lround(size.height * scale)), .pixels = {}};
+    picture.pixels.assign(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height),
+                          0xffffffff);
+    const std::unique_ptr<cairo_surface_t, Release> surface(cairo_image_surface_create_for_data(
+        reinterpret_cast<unsigned char*>(picture.pixels.data()), CAIRO_FORMAT_RGB24, picture.width,
+        picture.height, picture.width * 4));
+    const std::unique_ptr<cairo_t, Release> context(cairo_create(surface.get()));
+    cairo_scale(context.get(), scale, scale);
+    PangoTypesetter typesetter(region.dateLocale);
+    draw(context.get(), page, typesetter);
+    cairo_surface_flush(surface.get());
+    if (const auto status = cairo_status(context.get()); status != CAIRO_STATUS_SUCCESS)
+        result = std::unexpected(TimesheetProblem{cairo_status_to_string(status)});
 }
 
 } // namespace stintbook

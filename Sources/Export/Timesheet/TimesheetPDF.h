@@ -6,14 +6,9 @@
 #include "Base/Instant.h"
 #include "Export/ExportDocumentModel.h"
 #include "Export/Timesheet/ExportRegion.h"
+#include "Export/Timesheet/TimesheetModule.h"
 
 namespace stintbook {
-
-/// The drawing library could not make the file; its own words.
-struct TimesheetProblem {
-    std::string reason;
-};
-std::string message(const TimesheetProblem& problem);
 
 /// The document as a timesheet, as the bytes of a PDF file with its fonts embedded. The same document, region
 /// and instant give the same bytes, as long as the system's fonts do not change.
