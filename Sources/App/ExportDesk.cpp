@@ -23,8 +23,7 @@ std::string sentence(const ExportBlocked& blocked)
 {
     auto text = message(blocked.block);
     for (const auto& day : blocked.days)
-        text += fmt::format("\n{}: {}", dayID(day.day),
-                            day.reason.value_or("This day is not marked ready to bill."));
+        text += fmt::format("\n{}: {}", dayID(day.day), blockedReason(day));
     return text;
 }
 
@@ -74,6 +73,17 @@ std::expected<void, ExportFailure> delivered(const std::string& bytes, const Exp
 }
 
 } // namespace
+
+std::string blockedReason(const ExportBlockedDay& day)
+{
+    return day.reason.value_or("This day is not marked ready to bill.");
+}
+
+std::string unreviewedNote(std::string_view duration)
+{
+    return fmt::format("{} of work was recorded after its day was marked ready and is not included.",
+                       duration);
+}
 
 std::string message(const ExportDeskProblem& problem)
 {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -36,6 +37,11 @@ struct PreviewOutdated { };
 struct UnknownSnapshot {
     ExportSnapshotID id;
 };
+
+/// Why a day is left out, which is told in any case.
+std::string blockedReason(const ExportBlockedDay& day);
+/// "2 h of work was recorded after its day was marked ready and is not included."
+std::string unreviewedNote(std::string_view duration);
 
 using ExportDeskProblem =
     std::variant<PersistenceError, ExportBlocked, PreviewOutdated, ExportFailure, UnknownSnapshot>;

@@ -63,9 +63,7 @@ void printRemarks(Session& session, const ExportPreview& preview)
             session.errors() << fmt::format("  {}  {}\n", dayID(day.day), day.reason.value_or(""));
     }
     if (preview.unreviewedDuration > Seconds{0}) {
-        session.errors() << fmt::format(
-            "{} of work was recorded after its day was marked ready and is not included.\n",
-            shownDuration(preview.unreviewedDuration));
+        session.errors() << unreviewedNote(shownDuration(preview.unreviewedDuration)) << '\n';
     }
 }
 

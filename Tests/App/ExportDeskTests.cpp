@@ -48,7 +48,9 @@ TEST(ExportDesk, DeliversNoOutdatedPreviewAndTellsWhenADayChangesAfterItsExport)
     EXPECT_EQ(deliveries, 1);
     EXPECT_EQ(desk.snapshot(receipt->snapshotID)->lines, document.lines);
     EXPECT_EQ(book.open(fixture.day)->recordsState, RecordsDayState::exported);
+    EXPECT_TRUE(desk.changedSince(*desk.snapshot(receipt->snapshotID))->empty());
     describe("Catalogue, second edition");
+    EXPECT_EQ(*desk.changedSince(*desk.snapshot(receipt->snapshotID)), std::vector{fixture.day});
     EXPECT_EQ(book.open(fixture.day)->recordsState, RecordsDayState::changedSinceExport);
 }
 

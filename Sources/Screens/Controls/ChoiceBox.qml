@@ -15,6 +15,7 @@ T.ComboBox {
     valueRole: "choiceID"
     font.family: Theme.family
     font.pixelSize: Theme.body
+    opacity: enabled ? 1 : 0.45
     hoverEnabled: true
     Accessible.role: Accessible.ComboBox
     Accessible.onPressAction: control.popup.open()
@@ -43,7 +44,7 @@ T.ComboBox {
     delegate: T.ItemDelegate {
         id: choice
 
-        required property string name
+        readonly property string name: control.textAt(index)
         required property int index
 
         width: control.popup.width - 8

@@ -31,6 +31,9 @@ QtObject {
     readonly property color chosenTrack: isDark ? "#59000000" : "#59ffffff"
     readonly property color idle: isDark ? "#2b3036" : "#e4e6ec"
 
+    /// What a document is printed on, in any light.
+    readonly property color paper: "#ffffff"
+
     /// For clients without a colour of their own.
     readonly property color anonymous: isDark ? "#8b93a0" : "#7d8593"
     /// Ink and ground of a client's chip: readable on each other whatever the client's colour is.

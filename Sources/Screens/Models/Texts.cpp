@@ -34,6 +34,11 @@ QString shortDuration(Seconds length)
                              : QObject::tr("%1 h %2 min").arg(minutes / 60).arg(minutes % 60);
 }
 
+QString shortDuration(const Decimal& seconds)
+{
+    return shortDuration(Seconds{seconds.approximate()});
+}
+
 QString timeOf(Instant at, const CalendarContext& calendar)
 {
     const auto civil = calendar.civilTime(at);

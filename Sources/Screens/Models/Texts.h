@@ -4,6 +4,7 @@
 #include <QString>
 #include <string_view>
 
+#include "Base/Decimal.h"
 #include "Base/Identifier.h"
 #include "Domain/CalendarContext.h"
 
@@ -18,6 +19,7 @@ QDate dateOf(CivilDate date);
 
 /// "4 min"; whole minutes once there is one.
 QString shortDuration(Seconds length);
+QString shortDuration(const Decimal& seconds);
 /// "08:35", or "8:35 AM".
 QString timeOf(Instant at, const CalendarContext& calendar);
 /// "08:35 – 08:39".

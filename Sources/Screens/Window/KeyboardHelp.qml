@@ -49,6 +49,16 @@ Sheet {
                 ["+, −, 0", qsTr("Zoom the timeline, show all of it")],
                 [qsTr("Left, Right"), qsTr("On the timeline: the work or pause before, after")]
             ]
+        },
+        {
+            "name": qsTr("Records"),
+            "keys": [
+                [qsTr("Up, Down, Page Up, Page Down, Home, End"), qsTr("Another day; with Shift, several days; with Ctrl, without selecting")],
+                [qsTr("Space"), qsTr("Select the day, or the days of the month; with Ctrl, add or take away a day")],
+                ["Ctrl+A", qsTr("Select all days")],
+                [qsTr("Enter"), qsTr("Open the day in Review")],
+                ["Ctrl+E", qsTr("Export")]
+            ]
         }
     ]
 

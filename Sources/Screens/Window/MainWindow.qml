@@ -101,7 +101,13 @@ Window {
             Page {
                 shell: window.shell
                 key: "records"
-                sourceComponent: RecordsScreen { records: window.records }
+                sourceComponent: RecordsScreen {
+                    records: window.records
+                    onDayOpened: (dayID) => {
+                        window.review.openDay(dayID);
+                        window.shell.page = "review";
+                    }
+                }
             }
             Page {
                 shell: window.shell

@@ -56,6 +56,7 @@ void ReviewWindow::make(const ScreenContext& context)
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     m_engine->addImageProvider(QStringLiteral("glyphs"), new GlyphProvider);
+    m_engine->addImageProvider(QStringLiteral("timesheets"), m_content->timesheetProvider());
     m_engine->setInitialProperties(m_content->properties());
     m_engine->load(QUrl(QStringLiteral("qrc:/qt/qml/Velloran/Window/MainWindow.qml")));
     if (m_engine->rootObjects().isEmpty())

@@ -24,6 +24,7 @@ public:
     QVariantMap properties();
     ShellModel& shell() { return m_shell; }
     SettingsModel& settings() { return m_settings; }
+    TimesheetProvider* timesheetProvider() const { return m_records.timesheetProvider(); }
     /// The environment, or the store below it, is not as it was.
     void environmentChanged();
 

@@ -8,6 +8,7 @@
 
 #include "Export/Timesheet/PangoTypesetter.h"
 #include "Export/Timesheet/TimesheetPDF.h"
+#include "Export/Timesheet/TimesheetPicture.h"
 #include "Support/TemporaryDirectory.h"
 #include "TimesheetFixture.h"
 
@@ -157,6 +158,36 @@ TEST_F(TimesheetPDFTest, TakesTextsOfAnyBytes)
     EXPECT_THAT(text, HasSubstr("nul"));
     for (const std::string line : {"first", "second", "third", "fourth"})
         EXPECT_TRUE(std::regex_search(text, std::regex(line + "( .*)?\n"))) << line;
+}
+
+TEST_F(TimesheetPDFTest, ShowsEachPageAsThePictureThatTheFileHas)
+{
+    const auto document = timesheet(rowsOf(website, 120));
+    write(document);
+    const auto layout = timesheetLayout(document, region, generatedAt);
+    ASSERT_TRUE(layout);
+    EXPECT_THAT(told("pdfinfo"),
+                testing::ContainsRegex("Pages: +" + std::to_string(layout->pages.size()) + "\n"));
+
+    constexpr int width = 595;
+    const auto picture = timesheetPicture(layout->pages.back(), region, width);
+    ASSERT_TRUE(picture);
+    EXPECT_NEAR(picture->height, width * 297.0 / 210, 1);
+    const auto isInked = [&](const Word& word) {
+        for (int y = static_cast<int>(word.top); y < static_cast<int>(word.bottom); ++y) {
+            for (int x = static_cast<int>(word.left); x < static_cast<int>(word.right); ++x) {
+                if (picture->pixels[static_cast<std::size_t>(y * width + x)] != 0xffffffff)
+                    return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_FALSE(isInked({.left = 0, .top = 0, .right = width, .bottom = 40}));
+    for (const auto& word : words()) {
+        if (word.page == static_cast<int>(layout->pages.size())) {
+            EXPECT_TRUE(isInked(word)) << word.text;
+        }
+    }
 }
 
 } // namespace
