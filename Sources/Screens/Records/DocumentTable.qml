@@ -7,8 +7,9 @@ Flickable {
     id: table
 
     required property DocumentModel document
+    readonly property var columns: document.columns
     readonly property real characterWidth: metrics.averageCharacterWidth + 1
-    readonly property var widths: document.columns.map((column) => Math.round(column.width * characterWidth + 20))
+    readonly property var widths: columns.map((column) => Math.round(column.width * characterWidth + 20))
     readonly property real allWidths: widths.reduce((sum, one) => sum + one, 0)
 
     contentWidth: Math.max(width, allWidths)
@@ -40,7 +41,7 @@ Flickable {
                 font.pixelSize: Theme.small
                 font.weight: row.isHeading ? Font.DemiBold : Font.Normal
                 color: row.isHeading ? Theme.secondaryInk : Theme.ink
-                horizontalAlignment: table.document.columns[index]?.isNumber ? Text.AlignRight : Text.AlignLeft
+                horizontalAlignment: table.columns[index]?.isNumber ? Text.AlignRight : Text.AlignLeft
                 verticalAlignment: Text.AlignVCenter
                 Accessible.ignored: !row.isHeading
             }
@@ -49,7 +50,7 @@ Flickable {
     Cells {
         id: heading
         isHeading: true
-        cells: table.document.columns.map((column) => column.key)
+        cells: table.columns.map((column) => column.key)
     }
     Rectangle {
         y: heading.height

@@ -51,7 +51,8 @@ Panel {
             height: 52
             onIsChosenChanged: if (isChosen) list.positionViewAtIndex(index, ListView.Contain)
             Accessible.role: Accessible.ListItem
-            Accessible.name: [format, period, whose, when, billed, amount, changedText].filter((part) => part.length > 0).join(", ")
+            readonly property var parts: [format, period, whose, when, billed, amount, changedText]
+            Accessible.name: parts.filter((part) => part.length > 0).join(", ")
             Accessible.selected: isChosen
             Accessible.onPressAction: panel.history.select(exportID)
 

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Velloran
 
 /// An export: what it holds on one side, the document as it will be on the other, and what came of it.

@@ -7,9 +7,10 @@ Sheet {
     id: sheet
 
     required property ExportHistoryModel history
+    readonly property var detail: history.detail
     readonly property bool isSummary: history.document.kind === "text"
 
-    title: history.detail.period ?? ""
+    title: detail.period ?? ""
     width: Math.min(900, parent.width - 2 * Theme.margin)
     height: parent.height - 2 * Theme.margin
     onAboutToShow: history.openDocument()
@@ -17,7 +18,7 @@ Sheet {
 
     Words {
         Layout.fillWidth: true
-        text: qsTr("%1, %2").arg(sheet.history.detail.format ?? "").arg(sheet.history.detail.when ?? "")
+        text: qsTr("%1, %2").arg(sheet.detail.format ?? "").arg(sheet.detail.when ?? "")
         color: Theme.secondaryInk
     }
     Notice {

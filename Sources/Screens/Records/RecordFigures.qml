@@ -17,7 +17,7 @@ RowLayout {
     spacing: Theme.gap
     Item { Layout.fillWidth: true }
     component Figure: Words {
-        Layout.preferredWidth: figures.isWide ? 92 : 76
+        Layout.preferredWidth: 92
         horizontalAlignment: Text.AlignRight
         font.pixelSize: figures.isHeading ? Theme.caption : Theme.body
         font.weight: figures.isStrong ? Font.DemiBold : Font.Normal
@@ -33,7 +33,7 @@ RowLayout {
         color: figures.ink
     }
     Figure {
-        Layout.preferredWidth: figures.isWide ? 110 : 88
+        Layout.preferredWidth: figures.isWide ? 110 : 92
         text: figures.amount
         color: figures.ink
     }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Velloran
 
 /// Which days and whose work are looked at.

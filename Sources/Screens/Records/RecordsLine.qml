@@ -21,8 +21,8 @@ Item {
 
     implicitHeight: words.implicitHeight + 14
     Accessible.role: Accessible.ListItem
-    Accessible.name: [title, account, times, qsTr("%1 tracked").arg(tracked), qsTr("%1 billed").arg(billed), amountText]
-                     .filter((part) => part.length > 0).join(", ")
+    readonly property var parts: [title, account, times, qsTr("%1 tracked").arg(tracked), qsTr("%1 billed").arg(billed), amountText]
+    Accessible.name: parts.filter((part) => part.length > 0).join(", ")
 
     FocusRing {
         anchors.margins: 2

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import QtQuick.Templates as T
 import Velloran
 
@@ -24,6 +23,12 @@ Panel {
         panel.records.look(Math.max(first, 0), last < 0 ? list.count - 1 : last);
     }
 
+    // Once the rows have their places.
+    Timer {
+        id: once
+        interval: 0
+        onTriggered: panel.look()
+    }
     RecordFigures {
         id: heading
         anchors.left: parent.left
@@ -67,8 +72,8 @@ Panel {
         Accessible.name: qsTr("Days")
 
         onContentYChanged: panel.look()
-        onCountChanged: Qt.callLater(panel.look)
-        onHeightChanged: Qt.callLater(panel.look)
+        onCountChanged: once.restart()
+        onHeightChanged: once.restart()
         Keys.onPressed: (event) => {
             const how = event.modifiers & Qt.ShiftModifier ? "extend" : event.modifiers & Qt.ControlModifier ? "keep" : "only";
             const page = Math.max(1, Math.floor(list.height / 44) - 1);

@@ -22,8 +22,9 @@ Item {
 
     height: isMonth ? 40 : 48
     Accessible.role: Accessible.ListItem
-    Accessible.name: [title, stateName, tracked.length > 0 ? qsTr("%1 tracked").arg(tracked) : "",
-                      billed.length > 0 ? qsTr("%1 billed").arg(billed) : "", amount].filter((part) => part.length > 0).join(", ")
+    readonly property var parts: [title, stateName, tracked.length > 0 ? qsTr("%1 tracked").arg(tracked) : "",
+                      billed.length > 0 ? qsTr("%1 billed").arg(billed) : "", amount]
+    Accessible.name: parts.filter((part) => part.length > 0).join(", ")
     Accessible.selectable: true
     Accessible.selected: isSelected
     Accessible.onPressAction: chose("only")
