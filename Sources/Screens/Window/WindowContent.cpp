@@ -21,15 +21,12 @@ WindowContent::WindowContent(const ScreenContext& context)
 
 QVariantMap WindowContent::properties()
 {
-    return {{"appearance", QVariant::fromValue(&m_appearance)},
-            {"shell", QVariant::fromValue(&m_shell)},
-            {"review", QVariant::fromValue(&m_review)},
-            {"edits", QVariant::fromValue(&m_edits)},
-            {"records", QVariant::fromValue(&m_records)},
-            {"clients", QVariant::fromValue(&m_clients)},
-            {"rules", QVariant::fromValue(&m_rules)},
-            {"settings", QVariant::fromValue(&m_settings)},
-            {"onboarding", QVariant::fromValue(&m_onboarding)}};
+    return {
+        {"appearance", QVariant::fromValue(&m_appearance)}, {"shell", QVariant::fromValue(&m_shell)},
+        {"review", QVariant::fromValue(&m_review)},         {"edits", QVariant::fromValue(&m_edits)},
+        {"records", QVariant::fromValue(&m_records)},       {"clients", QVariant::fromValue(&m_clients)},
+        {"rules", QVariant::fromValue(&m_rules)},           {"settings", QVariant::fromValue(&m_settings)},
+        {"onboarding", QVariant::fromValue(&m_onboarding)}};
 }
 
 void WindowContent::environmentChanged()
