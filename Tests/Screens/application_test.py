@@ -98,6 +98,66 @@ class Application(unittest.TestCase):
         screen.says("This day is ready to bill.")
         self.assertIn("Ready to bill", cli("day", "show", DAY))
 
+    def test_2_a_rule_is_made_from_work_and_kept_in_its_place(self):
+        screen = self.screen
+        before = cli("rule", "list")
+        screen.press(BUTTON, "We 18")
+        screen.press(ROW, "Offer 2026-031.odt")
+        screen.press(BUTTON, "Make rule")
+        screen.says("It would attribute")
+        screen.press(BUTTON, "Add Rule")
+        eventually(lambda: cli("rule", "list") != before, "the rule in the store")
+        screen.keys("ctrl+4")
+        screen.wait(BUTTON, "Add Exclusion")
+        self.assertFalse(screen.unnamed())
+        screen.keys("ctrl+3")
+        screen.press(ROW, "Seeberg")
+        screen.wait(FIELD, "Client hourly rate")
+        self.assertFalse(screen.unnamed())
+
+    def export(self, file_format, file):
+        screen = self.screen
+        screen.keys("ctrl+e")
+        screen.press(PICKER, "Format")
+        screen.press(ROW, file_format)
+        screen.press(BUTTON, "Save…")
+        # The panel is the toolkit's; its field for the name has the focus.
+        screen.wait("dialog", "Export")
+        screen.keys("ctrl+a")
+        screen.type_where_the_focus_is(str(file))
+        screen.keys("Return")
+        screen.wait(BUTTON, "Show in Folder")
+        screen.press(BUTTON, "Done")
+
+    def test_3_a_ready_day_is_exported(self):
+        screen = self.screen
+        screen.keys("ctrl+2")
+        screen.wait(ROW, "Wednesday 18")
+        self.assertFalse(screen.unnamed())
+        csv, pdf = DESKTOP.home / "work.csv", DESKTOP.home / "work.pdf"
+        self.export("CSV", csv)
+        self.export("PDF", pdf)
+        self.assertIn("Nordlicht", csv.read_text())
+        text = subprocess.run(["pdftotext", str(pdf), "-"], capture_output=True, text=True, check=True).stdout
+        self.assertIn("Timesheet", text)
+        self.assertIn("Exported", cli("day", "show", DAY))
+
+    def test_4_settings_are_chosen_and_history_is_deleted(self):
+        screen = self.screen
+        screen.keys("ctrl+comma")
+        for pane in ("General", "Capture", "Billing", "About", "History and Data"):
+            screen.press(BUTTON, pane)
+            screen.wait("heading", pane)
+            self.assertFalse(screen.unnamed())
+        screen.press(BUTTON, "Delete History…")
+        screen.type_into("First day", "2026-11-18")
+        screen.type_into("Last day", "2026-11-18")
+        screen.press(BUTTON, "Continue…")
+        screen.press(BUTTON, "Confirm deletion")
+        eventually(lambda: "Array.prototype.toSorted" not in cli("segments", DAY), "the deletion")
+        # What was billed is still known.
+        self.assertIn("Changed since export", cli("day", "show", DAY))
+
     def test_8_recording_is_paused_and_resumed_from_the_item(self):
         self.host.choose("1 Hour")
         self.screen.says("Paused until")

@@ -81,6 +81,10 @@ class ScreenReader:
         self.wait(FIELD, name).grab_focus()
         eventually(lambda: self.find(FIELD, name).get_state_set().contains(Atspi.StateType.FOCUSED), f"focus on {name}")
         self.keys("ctrl+a")
+        self.type_where_the_focus_is(words)
+
+    @staticmethod
+    def type_where_the_focus_is(words):
         subprocess.run(["xdotool", "type", "--delay", "5", words], check=True)
 
     @staticmethod

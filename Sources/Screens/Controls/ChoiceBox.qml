@@ -51,6 +51,12 @@ T.ComboBox {
         height: Theme.controlHeight
         highlighted: control.highlightedIndex === index
         Accessible.role: Accessible.ListItem
+        Accessible.onPressAction: {
+            control.currentIndex = index;
+            control.activated(index);
+            // Last: the row goes with it.
+            control.popup.close();
+        }
         Accessible.name: name
         contentItem: Words {
             leftPadding: 6
