@@ -16,14 +16,14 @@ PATIENCE = 20.0
 
 
 def eventually(condition, what, limit=PATIENCE):
-    """The first true value that the condition gives; fails with `what` when none comes in time."""
+    """The first true value that the condition gives; fails with `what`, a text or what makes one, when none comes."""
     deadline = time.monotonic() + limit
     while True:
         value = condition()
         if value:
             return value
         if time.monotonic() > deadline:
-            raise AssertionError(f"Did not come: {what}")
+            raise AssertionError(f"Did not come: {what() if callable(what) else what}")
         time.sleep(0.05)
 
 

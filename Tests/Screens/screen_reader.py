@@ -51,14 +51,14 @@ class ScreenReader:
         return None
 
     def wait(self, role, name):
-        return eventually(lambda: self.find(role, name), f"{role} “{name}”; there are: {self.summary()}")
+        return eventually(lambda: self.find(role, name), lambda: f"{role} “{name}”; there are: {self.summary()}")
 
     def wait_gone(self, role, name):
         eventually(lambda: not self.find(role, name), f"the end of {role} “{name}”")
 
     def says(self, words):
         return eventually(lambda: any(words in self._text(node) for node in self.all()),
-                          f"“{words}”; there is: {self.summary()}")
+                          lambda: f"“{words}”; there is: {self.summary()}")
 
     @staticmethod
     def _text(node):

@@ -116,9 +116,9 @@ private:
 
     /// Does the edit and reads all, or complains at the field.
     void edit(const QString& field, Edit edit, Done done = nullptr);
-    void editClient(const QString& field, std::function<ClientEdited<void>(ClientBook&, ClientID)> edit);
+    void editClient(const QString& field, std::function<ClientEdited<void>(ClientBook&, ClientID)> work);
     void editProject(const QString& projectID, const char* field,
-                     std::function<ClientEdited<void>(ClientBook&, ProjectID)> edit);
+                     std::function<ClientEdited<void>(ClientBook&, ProjectID)> work);
     void show(std::shared_ptr<const Shown> shown);
     void showRows();
     void complain(const QString& field, const std::optional<std::string>& problem);

@@ -48,7 +48,8 @@ ExportDesk::Delivery clipboardDelivery()
 }
 
 void askForFile(ExportFormat format, const QString& suggestedName, QObject* receiver,
-                std::function<void(const QString& path)> chosen, std::function<void()> cancelled)
+                const std::function<void(const QString& path)>& chosen,
+                const std::function<void()>& cancelled)
 {
     static QString lastDirectory = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const bool isPDF = format == ExportFormat::timesheetPDF;

@@ -14,7 +14,8 @@ ExportDesk::Delivery clipboardDelivery();
 
 /// Asks where to save, without making anything wait: `chosen` hears of the file, `cancelled` that there is none.
 void askForFile(ExportFormat format, const QString& suggestedName, QObject* receiver,
-                std::function<void(const QString& path)> chosen, std::function<void()> cancelled);
+                const std::function<void(const QString& path)>& chosen,
+                const std::function<void()>& cancelled);
 
 /// "timesheet 2026-11-01 – 2026-11-30 Nordlicht.pdf".
 QString suggestedFileName(const ExportDocumentModel& document);

@@ -60,6 +60,8 @@ class DocumentModel : public QObject {
 public:
     explicit DocumentModel(std::shared_ptr<TimesheetGallery> gallery, QObject* parent = nullptr);
     ~DocumentModel() override;
+    DocumentModel(const DocumentModel&) = delete;
+    DocumentModel& operator=(const DocumentModel&) = delete;
 
     /// "table", "pages" or "text"; empty when there is no document.
     QString kind() const;

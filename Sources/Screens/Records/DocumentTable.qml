@@ -65,7 +65,6 @@ Flickable {
         height: table.height - y
         clip: true
         model: table.document.rows
-        reuseItems: true
         activeFocusOnTab: true
         keyNavigationEnabled: true
         boundsBehavior: Flickable.StopAtBounds

@@ -21,7 +21,6 @@ Panel {
         anchors.margins: Theme.gap
         clip: true
         model: panel.history.rows
-        reuseItems: true
         activeFocusOnTab: true
         keyNavigationEnabled: false
         boundsBehavior: Flickable.StopAtBounds
@@ -31,6 +30,13 @@ Panel {
         Keys.onUpPressed: panel.history.step(-1)
         Keys.onDownPressed: panel.history.step(1)
         Keys.onReturnPressed: panel.open()
+        // Rows may be on the move.
+        Timer {
+            id: later
+            property int row: -1
+            interval: 0
+            onTriggered: list.positionViewAtIndex(row, ListView.Contain)
+        }
 
         delegate: Item {
             id: row
@@ -49,10 +55,13 @@ Panel {
 
             width: ListView.view.width
             height: 52
-            onIsChosenChanged: if (isChosen) list.positionViewAtIndex(index, ListView.Contain)
             Accessible.role: Accessible.ListItem
             readonly property var parts: [format, period, whose, when, billed, amount, changedText]
             Accessible.name: parts.filter((part) => part.length > 0).join(", ")
+            onIsChosenChanged: if (isChosen) {
+                later.row = index;
+                later.restart();
+            }
             Accessible.selected: isChosen
             Accessible.onPressAction: panel.history.select(exportID)
 

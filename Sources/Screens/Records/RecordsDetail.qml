@@ -109,7 +109,6 @@ Panel {
             Layout.fillHeight: true
             clip: true
             model: panel.records.lines
-            reuseItems: true
             activeFocusOnTab: true
             keyNavigationEnabled: true
             boundsBehavior: Flickable.StopAtBounds

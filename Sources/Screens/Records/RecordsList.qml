@@ -62,7 +62,6 @@ Panel {
         bottomMargin: Theme.gap
         clip: true
         model: panel.records.rows
-        reuseItems: true
         focus: true
         activeFocusOnTab: true
         keyNavigationEnabled: false

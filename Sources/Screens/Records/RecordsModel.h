@@ -118,7 +118,7 @@ private:
     void showSelection();
     void showDetail();
     void showOpened(const OpenedDay& day);
-    QVariantMap figuresOf(const ReviewedWorkTotals& totals) const;
+    QVariantMap figuresOf(const ReviewedWorkTotals& sums) const;
     void setProblem(const QString& problem);
 
     ScreenContext m_context;

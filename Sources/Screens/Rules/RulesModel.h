@@ -96,7 +96,7 @@ private:
     static Stored<RulesContent> read(OpenedStore& store);
     /// Does the edit and reads the rules, or tells why it was not done.
     void edit(Edit edit);
-    void editRules(const QString& id, std::function<Outcome(RuleBook&, RuleID)> edit);
+    void editRules(const QString& id, std::function<Outcome(RuleBook&, RuleID)> work);
     void show(std::shared_ptr<const RulesContent> content);
     void showRows();
     void showConflicts();

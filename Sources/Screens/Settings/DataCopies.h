@@ -28,6 +28,8 @@ public:
     explicit DataCopies(const ScreenContext& context, QObject* parent = nullptr);
     /// What is under way ends without a trace.
     ~DataCopies() override;
+    DataCopies(const DataCopies&) = delete;
+    DataCopies& operator=(const DataCopies&) = delete;
 
     bool isBusy() const { return m_isBusy; }
     bool isCancelling() const { return m_isBusy && m_stop.stop_requested(); }

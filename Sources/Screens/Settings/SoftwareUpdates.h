@@ -30,6 +30,8 @@ public:
                     QObject* parent = nullptr);
     /// What is being asked ends.
     ~SoftwareUpdates() override;
+    SoftwareUpdates(const SoftwareUpdates&) = delete;
+    SoftwareUpdates& operator=(const SoftwareUpdates&) = delete;
 
     /// What is known, or being done; empty before the first check.
     QString sentence() const;

@@ -21,6 +21,8 @@ public:
     StatusItem(AppEnvironment& environment, std::function<CalendarContext()> calendar,
                QObject* parent = nullptr);
     ~StatusItem() override;
+    StatusItem(const StatusItem&) = delete;
+    StatusItem& operator=(const StatusItem&) = delete;
 
     void environmentChanged();
 

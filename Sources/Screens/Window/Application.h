@@ -24,6 +24,8 @@ class Application : public QObject {
 public:
     explicit Application(Environment variables);
     ~Application() override;
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
 
     /// Whether there is anything to run for; otherwise another copy was asked to come forward.
     bool start();

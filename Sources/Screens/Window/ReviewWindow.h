@@ -22,6 +22,8 @@ public:
     /// The preferences outlive the window.
     explicit ReviewWindow(PreferenceStoring& preferences);
     ~ReviewWindow() override;
+    ReviewWindow(const ReviewWindow&) = delete;
+    ReviewWindow& operator=(const ReviewWindow&) = delete;
 
     bool isOpen() const override { return m_window != nullptr && m_window->isVisible(); }
     /// Brings it to the front.
