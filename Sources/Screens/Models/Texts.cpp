@@ -47,6 +47,16 @@ QString timeOf(Instant at, const CalendarContext& calendar)
     return QLocale().toString(QTime(civil.hour, civil.minute), format);
 }
 
+QTime timeFrom(const QString& typed)
+{
+    auto time = QLocale().toTime(typed, QLocale::ShortFormat);
+    for (const auto* format : {"H:mm", "H.mm", "Hmm", "H", "h:mm ap", "h ap"}) {
+        if (!time.isValid())
+            time = QLocale::c().toTime(typed, QString::fromLatin1(format));
+    }
+    return time;
+}
+
 QString timesOf(Interval interval, const CalendarContext& calendar)
 {
     return timeOf(interval.start, calendar) + QStringLiteral(" – ") + timeOf(interval.end, calendar);

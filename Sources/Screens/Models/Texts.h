@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QTime>
 #include <string_view>
 
 #include "Base/Decimal.h"
@@ -22,6 +23,8 @@ QString shortDuration(Seconds length);
 QString shortDuration(const Decimal& seconds);
 /// "08:35", or "8:35 AM".
 QString timeOf(Instant at, const CalendarContext& calendar);
+/// As people type it, "8:35", "0835" or "8 am"; null for anything else.
+QTime timeFrom(const QString& typed);
 /// "08:35 – 08:39".
 QString timesOf(Interval interval, const CalendarContext& calendar);
 

@@ -16,7 +16,7 @@ T.Popup {
     padding: 12
     margins: 8
     focus: true
-    onAboutToShow: review.showMonth()
+    onAboutToShow: review.calendar.showMonth()
     onOpened: grid.forceActiveFocus()
     background: Panel { border.color: Theme.strongBorder }
 
@@ -26,7 +26,7 @@ T.Popup {
             Layout.fillWidth: true
             Words {
                 Layout.fillWidth: true
-                text: popup.review.monthTitle
+                text: popup.review.calendar.monthTitle
                 font.weight: Font.DemiBold
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
@@ -34,12 +34,12 @@ T.Popup {
             IconButton {
                 glyph: "chevron-left"
                 text: qsTr("Previous Month")
-                onClicked: popup.review.moveMonth(-1)
+                onClicked: popup.review.calendar.moveMonth(-1)
             }
             IconButton {
                 glyph: "chevron-right"
                 text: qsTr("Next Month")
-                onClicked: popup.review.moveMonth(1)
+                onClicked: popup.review.calendar.moveMonth(1)
             }
         }
         Row {
@@ -65,15 +65,15 @@ T.Popup {
             interactive: false
             keyNavigationEnabled: true
             activeFocusOnTab: true
-            model: popup.review.month
+            model: popup.review.calendar.month
             Accessible.role: Accessible.Table
-            Accessible.name: popup.review.monthTitle
+            Accessible.name: popup.review.calendar.monthTitle
             Keys.onReturnPressed: currentItem?.clicked()
             Keys.onPressed: (event) => {
                 if (event.key === Qt.Key_PageUp)
-                    popup.review.moveMonth(-1);
+                    popup.review.calendar.moveMonth(-1);
                 else if (event.key === Qt.Key_PageDown)
-                    popup.review.moveMonth(1);
+                    popup.review.calendar.moveMonth(1);
             }
             delegate: DayButton {
                 id: day

@@ -1,7 +1,6 @@
 #include "Screens/Review/ReviewModel.h"
 
 #include <QLocale>
-#include <QTime>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -14,54 +13,11 @@ namespace stintbook {
 
 namespace {
 
-std::vector<RowModel<SubjectRow>::Role> subjectRoles()
-{
-    using Rows = RowModel<SubjectRow>;
-    return {Rows::role("subjectID", &SubjectRow::id),
-            Rows::role("title", &SubjectRow::title),
-            Rows::role("moreTitles", &SubjectRow::moreTitles),
-            Rows::role("times", &SubjectRow::times),
-            Rows::role("duration", &SubjectRow::duration),
-            Rows::role("application", &SubjectRow::application),
-            Rows::role("client", &SubjectRow::client),
-            Rows::role("project", &SubjectRow::project),
-            Rows::role("clientColor", &SubjectRow::color),
-            Rows::role("state", &SubjectRow::state),
-            {"stateText",
-             [](const SubjectRow& row) {
-                 const auto state = fromRawValue<SubjectState>(row.state.toStdString());
-                 return state ? stateText(*state) : QString();
-             }},
-            Rows::role("isUnresolved", &SubjectRow::isUnresolved),
-            Rows::role("start", &SubjectRow::start),
-            Rows::role("end", &SubjectRow::end)};
-}
-
-std::vector<RowModel<WeekDayRow>::Role> dayRoles()
-{
-    using Rows = RowModel<WeekDayRow>;
-    return {Rows::role("dayID", &WeekDayRow::id),
-            Rows::role("name", &WeekDayRow::name),
-            Rows::role("number", &WeekDayRow::number),
-            Rows::role("isChosen", &WeekDayRow::isChosen),
-            Rows::role("isToday", &WeekDayRow::isToday),
-            Rows::role("isWeekend", &WeekDayRow::isWeekend),
-            Rows::role("isOutside", &WeekDayRow::isOutside),
-            Rows::role("hasWork", &WeekDayRow::hasWork),
-            Rows::role("reviewed", &WeekDayRow::reviewed),
-            Rows::role("state", &WeekDayRow::state)};
-}
-
 std::vector<RowModel<ChoiceRow>::Role> choiceRoles()
 {
     using Rows = RowModel<ChoiceRow>;
     return {Rows::role("choiceID", &ChoiceRow::id), Rows::role("name", &ChoiceRow::name),
             Rows::role("clientColor", &ChoiceRow::color)};
-}
-
-Stored<std::vector<ListedDay>> listed(const DayBook& book, const std::vector<CivilDate>& dates)
-{
-    return book.list(book.calendar().dayOn(dates.front()), book.calendar().dayOn(dates.back()));
 }
 
 /// A choice that is gone gives way to what lies where it lay.
@@ -77,9 +33,7 @@ const SubjectRow* rowAt(const std::vector<SubjectRow>& rows, double second)
 ReviewModel::ReviewModel(const ScreenContext& context, QObject* parent)
     : QObject(parent)
     , m_context(context)
-    , m_today(context.calendar().dateOf(context.clock.now()))
-    , m_week(dayRoles())
-    , m_month(dayRoles())
+    , m_calendar(context)
     , m_blocks(subjectRoles())
     , m_subjects(subjectRoles())
     , m_spans(
@@ -193,11 +147,7 @@ double ReviewModel::secondOf(const QString& typed) const
     if (!m_view)
         return -1;
     const auto words = typed.trimmed();
-    auto time = QLocale().toTime(words, QLocale::ShortFormat);
-    for (const auto* format : {"H:mm", "H.mm", "Hmm", "H", "h:mm ap", "h ap"}) {
-        if (!time.isValid())
-            time = QLocale::c().toTime(words, QString::fromLatin1(format));
-    }
+    const auto time = timeFrom(words);
     const bool isDaysEnd = words == QStringLiteral("24:00");
     if (!time.isValid() && !isDaysEnd)
         return -1;
@@ -208,8 +158,7 @@ double ReviewModel::secondOf(const QString& typed) const
 void ReviewModel::tick()
 {
     Q_EMIT nowChanged();
-    if (std::exchange(m_today, m_context.calendar().dateOf(m_context.clock.now())) != m_today)
-        readWeek();
+    m_calendar.tick();
 }
 
 void ReviewModel::openToday()
@@ -244,7 +193,7 @@ void ReviewModel::open(CivilDate date)
 void ReviewModel::refresh()
 {
     edit([](StoreDesk::Workplace&, DayBook&, const LocalDay&) { return EditOutcome{}; });
-    readWeek();
+    m_calendar.choose(m_date);
 }
 
 void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
@@ -276,7 +225,7 @@ void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
             if (answer.view && (outcome.day || date == m_date))
                 show(answer.view, outcome.work);
             if (!outcome.work.empty() || outcome.day)
-                readWeek();
+                m_calendar.choose(m_date);
             if (done)
                 done(!outcome.problem);
         },
@@ -285,60 +234,6 @@ void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
             if (done)
                 done(false);
         });
-}
-
-void ReviewModel::readWeek()
-{
-    const auto dates = datesOfStrip(m_date);
-    // What was read before is right but for what is chosen.
-    m_context.desk.ask(
-        this,
-        [dates, calendar = m_context.calendar()](StoreDesk::Workplace& place) {
-            return listed(DayBook(place.store, calendar), dates);
-        },
-        [this, dates](const Stored<std::vector<ListedDay>>& days) {
-            if (days && dates == datesOfStrip(m_date))
-                m_week.show(weekRows(dates, m_date, *days, m_context.clock.now(), m_context.calendar()));
-        },
-        [](const std::string&) {});
-}
-
-QString ReviewModel::monthTitle() const
-{
-    return QLocale().toString(dateOf(m_shownMonth), QStringLiteral("MMMM yyyy"));
-}
-
-void ReviewModel::showMonth()
-{
-    m_shownMonth = {m_date.year, m_date.month, 1};
-    readMonth();
-}
-
-void ReviewModel::moveMonth(int months)
-{
-    const auto moved = dateOf(m_shownMonth).addMonths(months);
-    m_shownMonth = {moved.year(), moved.month(), 1};
-    readMonth();
-}
-
-void ReviewModel::readMonth()
-{
-    Q_EMIT monthChanged();
-    const auto dates = datesOfMonth(m_shownMonth);
-    const auto showDays = [this, dates](const std::vector<ListedDay>& days) {
-        m_month.show(weekRows(dates, m_date, days, m_context.clock.now(), m_context.calendar()));
-    };
-    showDays({});
-    m_context.desk.ask(
-        this,
-        [dates, calendar = m_context.calendar()](StoreDesk::Workplace& place) {
-            return listed(DayBook(place.store, calendar), dates);
-        },
-        [this, dates, showDays](const Stored<std::vector<ListedDay>>& days) {
-            if (days && dates == datesOfMonth(m_shownMonth))
-                showDays(*days);
-        },
-        [](const std::string&) {});
 }
 
 void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work)

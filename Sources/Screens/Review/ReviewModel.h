@@ -13,6 +13,7 @@
 #include "Screens/Review/DaySelection.h"
 #include "Screens/Review/DayView.h"
 #include "Screens/Review/Inspection.h"
+#include "Screens/Review/ReviewCalendar.h"
 #include "Screens/Review/ReviewRows.h"
 #include "Screens/Window/ScreenContext.h"
 
@@ -48,9 +49,7 @@ class ReviewModel : public QObject {
     Q_PROPERTY(QString undoTitle READ undoTitle NOTIFY changed)
     Q_PROPERTY(QString redoTitle READ redoTitle NOTIFY changed)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
-    Q_PROPERTY(QAbstractItemModel* week READ week CONSTANT)
-    Q_PROPERTY(QAbstractItemModel* month READ month CONSTANT)
-    Q_PROPERTY(QString monthTitle READ monthTitle NOTIFY monthChanged)
+    Q_PROPERTY(stintbook::ReviewCalendar* calendar READ calendar CONSTANT)
     Q_PROPERTY(QAbstractItemModel* blocks READ blocks CONSTANT)
     Q_PROPERTY(QAbstractItemModel* subjects READ subjects CONSTANT)
     Q_PROPERTY(QAbstractItemModel* spans READ spans CONSTANT)
@@ -88,9 +87,7 @@ public:
     QString redoTitle() const { return m_view ? m_view->redoTitle : QString(); }
     /// Why the last thing that was asked for did not happen.
     const QString& problem() const { return m_problem; }
-    QAbstractItemModel* week() { return &m_week; }
-    QAbstractItemModel* month() { return &m_month; }
-    QString monthTitle() const;
+    ReviewCalendar* calendar() { return &m_calendar; }
     /// All, for the timeline;
     QAbstractItemModel* blocks() { return &m_blocks; }
     /// and those that the list shows.
@@ -117,9 +114,6 @@ public:
     Q_INVOKABLE void move(int days);
     Q_INVOKABLE void openDay(const QString& dayID);
     Q_INVOKABLE QString dayID() const;
-    /// Fills `month` with the one of the day, or of so many months from the one that is shown.
-    Q_INVOKABLE void showMonth();
-    Q_INVOKABLE void moveMonth(int months);
 
     /// Its place in `subjects`; negative where it is not there.
     Q_INVOKABLE int currentRow() const;
@@ -168,7 +162,6 @@ public:
 Q_SIGNALS:
     void changed();
     void nowChanged();
-    void monthChanged();
     void problemChanged();
     void selectionChanged();
     void inspectedChanged();
@@ -178,8 +171,6 @@ private:
     void open(CivilDate date);
     void show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work);
     void showList();
-    void readWeek();
-    void readMonth();
     void choose(std::vector<UUID> rows);
     void selectionMoved();
     void keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work);
@@ -187,8 +178,7 @@ private:
 
     ScreenContext m_context;
     CivilDate m_date;
-    CivilDate m_today;
-    CivilDate m_shownMonth;
+    ReviewCalendar m_calendar;
     std::shared_ptr<const DayView> m_view;
     DaySelection m_selection;
     QVariantMap m_chosen;
@@ -197,8 +187,6 @@ private:
     QString m_search;
     bool m_onlyUnresolved = false;
     QString m_order = QStringLiteral("time");
-    RowModel<WeekDayRow> m_week;
-    RowModel<WeekDayRow> m_month;
     RowModel<SubjectRow> m_blocks;
     RowModel<SubjectRow> m_subjects;
     RowModel<SpanRow> m_spans;

@@ -154,6 +154,29 @@ QString stateText(SubjectState state)
     return {};
 }
 
+std::vector<RowModel<SubjectRow>::Role> subjectRoles()
+{
+    using Rows = RowModel<SubjectRow>;
+    return {Rows::role("subjectID", &SubjectRow::id),
+            Rows::role("title", &SubjectRow::title),
+            Rows::role("moreTitles", &SubjectRow::moreTitles),
+            Rows::role("times", &SubjectRow::times),
+            Rows::role("duration", &SubjectRow::duration),
+            Rows::role("application", &SubjectRow::application),
+            Rows::role("client", &SubjectRow::client),
+            Rows::role("project", &SubjectRow::project),
+            Rows::role("clientColor", &SubjectRow::color),
+            Rows::role("state", &SubjectRow::state),
+            {"stateText",
+             [](const SubjectRow& row) {
+                 const auto state = fromRawValue<SubjectState>(row.state.toStdString());
+                 return state ? stateText(*state) : QString();
+             }},
+            Rows::role("isUnresolved", &SubjectRow::isUnresolved),
+            Rows::role("start", &SubjectRow::start),
+            Rows::role("end", &SubjectRow::end)};
+}
+
 std::vector<SubjectRow> subjectRows(const DayView& view)
 {
     const auto& content = view.day.content;

@@ -6,6 +6,7 @@
 #include "App/DayBook.h"
 #include "Base/Identifier.h"
 #include "Review/SubjectState.h"
+#include "Screens/Models/RowModel.h"
 
 /// A day's parts as its screen shows them: texts and numbers, made away from the window's thread.
 namespace stintbook {
@@ -91,6 +92,7 @@ struct LineageRow {
 /// "Assigned by rule" and the like.
 QString stateText(SubjectState state);
 
+std::vector<RowModel<SubjectRow>::Role> subjectRoles();
 std::vector<SubjectRow> subjectRows(const DayView& view);
 std::vector<SpanRow> spanRows(const DayView& view);
 std::vector<LineageRow> lineageRows(const std::vector<WorkBlockSegment>& lineage,

@@ -11,7 +11,7 @@ ListView {
     orientation: ListView.Horizontal
     interactive: contentWidth > width
     spacing: Theme.unit
-    model: review.week
+    model: review.calendar.week
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Days")
     delegate: DayButton {
