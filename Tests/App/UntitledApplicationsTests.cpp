@@ -6,7 +6,7 @@
 namespace stintbook {
 namespace {
 
-ActivitySegment work(std::string name, double start, double end, ContextEvidence evidence)
+ActivitySegment work(const std::string& name, double start, double end, ContextEvidence evidence)
 {
     return {.start = Instant{start},
             .end = Instant{end},
