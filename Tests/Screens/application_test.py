@@ -66,7 +66,11 @@ class Application(unittest.TestCase):
 
     def test_1_a_day_is_reviewed(self):
         screen = self.screen
-        screen.press(BUTTON, "We 18")
+        screen.keys("ctrl+2")
+        screen.press(PICKER, "Period")
+        screen.press(ROW, "All")
+        screen.press(ROW, "Wednesday 18")
+        screen.press(BUTTON, "Open in Review")
         screen.press(ROW, "Array.prototype.toSorted")
         screen.says("Wins: domain nordlicht.example.org")
         screen.press(BUTTON, "Split")

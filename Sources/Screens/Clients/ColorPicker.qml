@@ -57,7 +57,7 @@ ColumnLayout {
             FocusRing { isShown: swatch.visualFocus }
         }
         Hint {
-            visible: swatch.hovered
+            isWanted: swatch.hovered
             text: swatch.text
         }
     }

@@ -6,6 +6,10 @@ import Velloran
 T.ToolTip {
     id: control
 
+    /// The mouse rests there; rows may feel it before they are in a window.
+    property bool isWanted: false
+
+    visible: isWanted && parent !== null && parent.Window.window !== null
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height + 4 : 0
     implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding

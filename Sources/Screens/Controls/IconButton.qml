@@ -24,7 +24,7 @@ T.Button {
         }
     }
     Hint {
-        visible: control.hovered && control.text.length > 0
+        isWanted: control.hovered && control.text.length > 0
         text: control.text
     }
     background: Rectangle {

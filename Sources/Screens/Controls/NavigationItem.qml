@@ -50,7 +50,7 @@ T.Button {
         }
     }
     Hint {
-        visible: control.hovered && Theme.isNarrow
+        isWanted: control.hovered && Theme.isNarrow
         text: control.text
     }
     background: Rectangle {

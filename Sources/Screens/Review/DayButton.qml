@@ -27,7 +27,7 @@ T.AbstractButton {
     Accessible.onPressAction: day.clicked()
 
     Hint {
-        visible: day.hovered && day.hasWork
+        isWanted: day.hovered && day.hasWork
         text: day.state
     }
     background: Rectangle {

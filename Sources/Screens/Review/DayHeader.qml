@@ -80,7 +80,7 @@ ColumnLayout {
             enabled: header.review.canMarkReady
             onClicked: header.edits.markReady()
             Hint {
-                visible: ready.hovered
+                isWanted: ready.hovered
                 text: qsTr("Freeze this day's reviewed work and mark it ready")
             }
         }

@@ -39,7 +39,7 @@ Item {
         border.color: Theme.ink
     }
     Hint {
-        visible: drag.active
+        isWanted: drag.active
         delay: 0
         text: handle.review.timeText(handle.second)
     }

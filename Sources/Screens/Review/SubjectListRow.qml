@@ -106,7 +106,7 @@ Item {
         visible: row.state === "reviewed" || row.isUnresolved || row.state === "assignedByRule"
         ink: row.state === "reviewed" ? Theme.good : row.isUnresolved ? Theme.warning : Theme.secondaryInk
         Hint {
-            visible: hover.hovered
+            isWanted: hover.hovered
             text: row.stateText
         }
     }

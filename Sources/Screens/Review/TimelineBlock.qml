@@ -52,7 +52,7 @@ Rectangle {
         onTapped: block.review.extendTo(block.subjectID)
     }
     Hint {
-        visible: hover.hovered
+        isWanted: hover.hovered
         text: qsTr("%1  ·  %2  ·  %3").arg(block.times).arg(block.duration).arg(block.title)
     }
     Rectangle {

@@ -61,7 +61,7 @@ Item {
                 }
             }
             Hint {
-                visible: hover.hovered
+                isWanted: hover.hovered
                 text: qsTr("%1  ·  %2  ·  %3").arg(gap.title).arg(gap.times).arg(gap.duration)
             }
         }
