@@ -117,8 +117,8 @@ void addCSV(Noun& noun)
         if (session.isJSON() && !file)
             throw WrongUsage{"--json prints the receipt, so the CSV needs --output."};
         const auto what = requested(session, options, ExportFormatKind::csv);
-        const auto receipt = deliver(session, what, regionFor(session),
-                                     file ? fileDelivery(*file) : standardOutput(session));
+        const auto receipt =
+            deliver(session, what, regionFor(session), file ? fileDelivery(*file) : standardOutput(session));
         if (file)
             print(session, receipt);
     });
