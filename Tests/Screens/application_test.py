@@ -18,6 +18,8 @@ from screen_reader import BUTTON, CHECK, FIELD, PICKER, ROW, ScreenReader  # noq
 VELLORAN, CLI = os.environ["VELLORAN"], os.environ["VELLORAN_CLI"]
 SAMPLES = Path(__file__).resolve().parents[2] / "Samples"
 DAY = "2026-11-18@Europe/Berlin"
+# That much earlier the same day was recorded once more.
+LONG_AGO, DAYS_AGO = "2025-10-14@Europe/Berlin", 400
 
 
 def cli(*words):
@@ -31,10 +33,18 @@ def cli_json(*words):
     return json.loads(cli(*words, "--json"))
 
 
+def replay_long_ago():
+    trace = DESKTOP.home / "long-ago.jsonl"
+    inputs = map(json.loads, (SAMPLES / "working-day.jsonl").read_text().splitlines())
+    trace.write_text("\n".join(json.dumps({**one, "at": one["at"] - DAYS_AGO * 86_400}) for one in inputs))
+    cli("replay", str(trace))
+
+
 class Application(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cli("replay", str(SAMPLES / "working-day.jsonl"))
+        replay_long_ago()
         subprocess.run([SAMPLES / "apply_rules.sh"], check=True, capture_output=True)
         cls.host = StatusItemHost()
         cls.screen = ScreenReader("velloran")
@@ -161,6 +171,18 @@ class Application(unittest.TestCase):
         eventually(lambda: "Array.prototype.toSorted" not in cli("segments", DAY), "the deletion")
         # What was billed is still known.
         self.assertIn("Changed since export", cli("day", "show", DAY))
+
+        screen.press(PICKER, "Keep history")
+        screen.press(ROW, "365 days")
+        screen.says("Remove activity older than 365 days")
+        screen.press(BUTTON, "Cancel")
+        screen.wait_gone(BUTTON, "Cancel")
+        self.assertIn("Array.prototype.toSorted", cli("segments", LONG_AGO))
+        screen.press(PICKER, "Keep history")
+        screen.press(ROW, "365 days")
+        screen.press(BUTTON, "Remove")
+        eventually(lambda: "Array.prototype.toSorted" not in cli("segments", LONG_AGO), "the shorter history")
+        eventually(lambda: "365" in cli("preferences", "list"), "the retention that was chosen")
 
     def test_8_recording_is_paused_and_resumed_from_the_item(self):
         self.host.choose("1 Hour")

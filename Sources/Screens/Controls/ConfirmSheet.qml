@@ -38,8 +38,9 @@ Sheet {
             isDestructive: sheet.isDestructive
             text: sheet.confirmText
             onClicked: {
-                sheet.close();
+                // Before it closes: whoever hears of that takes the question for declined.
                 sheet.confirmed();
+                sheet.close();
             }
         }
     ]
