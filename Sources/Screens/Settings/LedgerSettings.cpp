@@ -42,7 +42,7 @@ int LedgerSettings::rounding() const
 void LedgerSettings::setCurrency(const QString& code)
 {
     const auto typed = trimmed(code.toStdString());
-    edit([typed](BillingDesk& desk) {
+    edit(&LedgerSettings::m_currencyProblem, [typed](BillingDesk& desk) {
         return desk.setCurrency(typed.empty() ? std::nullopt : std::optional(typed));
     });
 }
@@ -50,22 +50,30 @@ void LedgerSettings::setCurrency(const QString& code)
 void LedgerSettings::setRounding(int place)
 {
     const auto policy = RawValues<RoundingPolicy>::table.at(static_cast<std::size_t>(place)).first;
-    edit([policy](BillingDesk& desk) { return desk.setRounding(policy); });
+    edit(&LedgerSettings::m_roundingProblem,
+         [policy](BillingDesk& desk) { return desk.setRounding(policy); });
 }
 
 void LedgerSettings::dismissProblem()
 {
-    m_problem.clear();
+    m_roundingProblem.clear();
+    m_readingProblem.clear();
+    Q_EMIT changed();
+}
+
+void LedgerSettings::dismissCurrencyProblem()
+{
+    m_currencyProblem.clear();
     Q_EMIT changed();
 }
 
 void LedgerSettings::refresh()
 {
-    edit({});
+    edit(nullptr, {});
 }
 
-/// Does the edit, where there is one, and reads what holds then.
-void LedgerSettings::edit(std::function<Edited(BillingDesk&)> edit)
+/// Does the edit, where there is one, and reads what holds then. Reading alone leaves what was refused before.
+void LedgerSettings::edit(Complaint complaint, std::function<Edited(BillingDesk&)> edit)
 {
     struct Answer {
         Edited edited;
@@ -78,21 +86,16 @@ void LedgerSettings::edit(std::function<Edited(BillingDesk&)> edit)
             auto edited = edit ? edit(desk) : Edited();
             return Answer{.edited = std::move(edited), .settings = desk.settings()};
         },
-        [this](const Answer& answer) {
-            m_currencyProblem.clear();
-            m_problem.clear();
+        [this, complaint](const Answer& answer) {
+            m_readingProblem = answer.settings ? QString() : text(message(answer.settings.error()));
             if (answer.settings)
                 m_settings = *answer.settings;
-            else
-                m_problem = text(message(answer.settings.error()));
-            if (!answer.edited) {
-                const bool isCurrency = std::holds_alternative<CurrencyRefused>(answer.edited.error());
-                (isCurrency ? m_currencyProblem : m_problem) = text(message(answer.edited.error()));
-            }
+            if (complaint != nullptr)
+                this->*complaint = answer.edited ? QString() : text(message(answer.edited.error()));
             Q_EMIT changed();
         },
         [this](const std::string& problem) {
-            m_problem = text(problem);
+            m_readingProblem = text(problem);
             Q_EMIT changed();
         });
 }

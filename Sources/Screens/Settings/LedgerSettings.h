@@ -45,12 +45,17 @@ public:
     QAbstractItemModel* roundings() { return &m_roundings; }
     /// Its place among the roundings; -1 where none was chosen.
     int rounding() const;
-    const QString& problem() const { return m_problem; }
+    /// Of the rounding, else of reading.
+    const QString& problem() const
+    {
+        return m_roundingProblem.isEmpty() ? m_readingProblem : m_roundingProblem;
+    }
 
     /// Blank: none.
     Q_INVOKABLE void setCurrency(const QString& code);
     Q_INVOKABLE void setRounding(int place);
     Q_INVOKABLE void dismissProblem();
+    Q_INVOKABLE void dismissCurrencyProblem();
     void refresh();
 
 Q_SIGNALS:
@@ -58,12 +63,15 @@ Q_SIGNALS:
 
 private:
     using Edited = std::expected<void, BillingProblem>;
-    void edit(std::function<Edited(BillingDesk&)> edit);
+    /// Where the sentence stands when the edit is refused.
+    using Complaint = QString LedgerSettings::*;
+    void edit(Complaint complaint, std::function<Edited(BillingDesk&)> edit);
 
     ScreenContext m_context;
     BillingSettings m_settings;
     QString m_currencyProblem;
-    QString m_problem;
+    QString m_roundingProblem;
+    QString m_readingProblem;
     RowModel<LedgerRoundingRow> m_roundings;
 };
 
