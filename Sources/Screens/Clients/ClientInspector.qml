@@ -50,6 +50,7 @@ Panel {
                     subject: inspector.clientID
                     Accessible.name: qsTr("Client name")
                     onEdited: (text) => inspector.clients.renameClient(text)
+                    onRestored: inspector.clients.dismissComplaint("name")
                 }
             }
             FormRow {
@@ -61,6 +62,7 @@ Panel {
                     subject: inspector.clientID
                     complaint: inspector.complaints.color ?? ""
                     onPicked: (color) => inspector.clients.colorClient(color)
+                    onRestored: inspector.clients.dismissComplaint("color")
                 }
             }
             GridLayout {
@@ -79,6 +81,7 @@ Panel {
                     name: qsTr("Client hourly rate")
                     refusal: inspector.complaints.rate ?? ""
                     onEdited: (rate) => inspector.clients.setClientRate(rate)
+                    onRestored: inspector.clients.dismissComplaint("rate")
                 }
                 RoundingRow {
                     Layout.fillWidth: true

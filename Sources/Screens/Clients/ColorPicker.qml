@@ -11,6 +11,7 @@ ColumnLayout {
     property string subject
     property string complaint
     signal picked(string color)
+    signal restored()
 
     spacing: Theme.unit
     ClientPalette { id: palette }
@@ -87,6 +88,7 @@ ColumnLayout {
             placeholderText: qsTr("#1A2B3C")
             Accessible.name: qsTr("Colour by its digits")
             onEdited: (text) => picker.picked(text)
+            onRestored: picker.restored()
         }
     }
     Words {

@@ -15,6 +15,10 @@ ColumnLayout {
         return project.complaints[projectID + "." + field] ?? "";
     }
 
+    function dismiss(field: string) {
+        clients.dismissComplaint(projectID + "." + field);
+    }
+
     spacing: Theme.padding
     Words {
         Layout.fillWidth: true
@@ -33,6 +37,7 @@ ColumnLayout {
             subject: editor.projectID
             Accessible.name: qsTr("Project name")
             onEdited: (text) => editor.clients.renameProject(editor.projectID, text)
+            onRestored: editor.dismiss("name")
         }
     }
     GridLayout {
@@ -51,6 +56,7 @@ ColumnLayout {
             name: qsTr("Project hourly rate")
             refusal: editor.complaint("rate")
             onEdited: (rate) => editor.clients.setProjectRate(editor.projectID, rate)
+            onRestored: editor.dismiss("rate")
         }
         RoundingRow {
             Layout.fillWidth: true

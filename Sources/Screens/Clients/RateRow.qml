@@ -15,6 +15,7 @@ FormRow {
     property string refusal
     readonly property string fault: clients.rateComplaint(field.text)
     signal edited(string rate)
+    signal restored()
 
     label: clients.currency.length > 0 ? qsTr("Hourly rate (%1)").arg(clients.currency) : qsTr("Hourly rate")
     complaint: fault.length > 0 ? fault : refusal
@@ -28,5 +29,6 @@ FormRow {
         Accessible.name: row.name
         Accessible.description: row.complaint
         onEdited: (text) => { if (row.fault.length === 0) row.edited(text); }
+        onRestored: row.restored()
     }
 }

@@ -11,6 +11,8 @@ InputField {
     property string subject
     property bool isTouched: false
     signal edited(string text)
+    /// What was typed is given up, so that nothing is left to complain of.
+    signal restored()
 
     function showStored() {
         isTouched = false;
@@ -27,9 +29,13 @@ InputField {
         isTouched = false;
         if (text !== stored)
             edited(text);
+        else
+            restored();
     }
     Keys.onEscapePressed: (event) => {
         event.accepted = isTouched || text !== stored;
         showStored();
+        if (event.accepted)
+            restored();
     }
 }

@@ -29,6 +29,7 @@ SettingsPane {
                 font.capitalization: Font.AllUppercase
                 Accessible.name: qsTr("Currency")
                 onEdited: (text) => pane.ledger.setCurrency(text)
+                onRestored: pane.ledger.dismissCurrencyProblem()
             }
         }
         SettingRow {
