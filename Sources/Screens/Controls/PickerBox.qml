@@ -74,13 +74,17 @@ T.AbstractButton {
         id: popup
 
         property int current: 0
-        readonly property bool canCreate: control.newText.length > 0 && search.text.trim().length > 0 && !hasExactly(search.text.trim())
-        function matches(name: string): bool {
-            return name.toLocaleLowerCase().includes(search.text.trim().toLocaleLowerCase());
+        readonly property string typed: search.text.trim()
+        readonly property string wanted: typed.toLocaleLowerCase()
+        readonly property bool canCreate: control.newText.length > 0 && typed.length > 0 && !hasExactly()
+        // Untyped: this version of the linter crashes over a call without arguments on a typed parameter.
+        function matches(name) {
+            return name.toLocaleLowerCase().includes(wanted);
         }
-        function hasExactly(name: string): bool {
+        function hasExactly(): bool {
             for (let i = 0; i < choices.count; ++i) {
-                if (choices.itemAt(i).name.toLocaleLowerCase() === name.toLocaleLowerCase())
+                const row = choices.itemAt(i) as PickerRow;
+                if (row.name.toLocaleLowerCase() === wanted)
                     return true;
             }
             return false;
@@ -94,12 +98,12 @@ T.AbstractButton {
         }
         function take() {
             const row = current < choices.count ? choices.itemAt(current) as PickerRow : null;
-            const typed = search.text.trim();
+            const newName = typed;
             close();
             if (row && row.visible)
                 control.chose(row.choiceID);
-            else if (typed.length > 0 && control.newText.length > 0)
-                control.created(typed);
+            else if (newName.length > 0 && control.newText.length > 0)
+                control.created(newName);
         }
 
         y: control.height + 2
@@ -157,7 +161,7 @@ T.AbstractButton {
                     PickerRow {
                         width: rows.width
                         visible: popup.canCreate
-                        name: visible ? control.newText.arg(search.text.trim()) : ""
+                        name: visible ? control.newText.arg(popup.typed) : ""
                         highlighted: popup.current === choices.count
                         onClicked: {
                             popup.current = choices.count;
