@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "Screens/Models/Texts.h"
+#include "Screens/Records/RecordsRows.h"
 
 namespace stintbook {
 
@@ -77,8 +78,8 @@ void askForFile(ExportFormat format, const QString& suggestedName, QObject* rece
 QString suggestedFileName(const ExportDocumentModel& document)
 {
     const auto& request = document.request;
-    const auto first = text(dayID(request.rangeStart)).left(10);
-    const auto last = text(dayID(request.rangeEnd)).left(10);
+    const auto first = dateOf(request.rangeStart).toString(Qt::ISODate);
+    const auto last = dateOf(request.rangeEnd).toString(Qt::ISODate);
     auto name = QObject::tr("Timesheet") + QLatin1Char(' ') + first;
     if (last != first)
         name += QStringLiteral(" – ") + last;

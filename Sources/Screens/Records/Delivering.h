@@ -5,7 +5,6 @@
 #include <functional>
 
 #include "App/ExportDesk.h"
-#include "Base/Executor.h"
 
 namespace stintbook {
 

@@ -8,14 +8,6 @@ Flickable {
     id: choices
 
     required property ExportModel exporting
-    readonly property var periods: [
-        { "choiceID": "thisMonth", "name": qsTr("This month") },
-        { "choiceID": "lastMonth", "name": qsTr("Last month") },
-        { "choiceID": "thisWeek", "name": qsTr("This week") },
-        { "choiceID": "lastWeek", "name": qsTr("Last week") },
-        { "choiceID": "all", "name": qsTr("All") },
-        { "choiceID": "custom", "name": qsTr("Custom") }
-    ]
 
     contentHeight: column.implicitHeight
     boundsBehavior: Flickable.StopAtBounds
@@ -32,12 +24,9 @@ Flickable {
         FormRow {
             Layout.fillWidth: true
             label: qsTr("Period")
-            ChoiceBox {
+            PeriodChoice {
                 Layout.fillWidth: true
-                model: choices.periods
-                currentIndex: choices.periods.findIndex((one) => one.choiceID === choices.exporting.filter.period)
-                Accessible.name: qsTr("Period")
-                onActivated: choices.exporting.filter.period = currentValue
+                filter: choices.exporting.filter
             }
         }
         DateRangeFields {
@@ -54,20 +43,13 @@ Flickable {
             ColumnLayout {
                 Layout.fillWidth: true
                 spacing: Theme.gap
-                FilterChoice {
+                ClientChoice {
                     Layout.fillWidth: true
-                    model: choices.exporting.filter.clients
-                    chosen: choices.exporting.filter.clientID
-                    Accessible.name: qsTr("Client")
-                    onChose: (choice) => choices.exporting.filter.clientID = choice
+                    filter: choices.exporting.filter
                 }
-                FilterChoice {
+                ProjectChoice {
                     Layout.fillWidth: true
-                    enabled: choices.exporting.filter.clientID.length > 0
-                    model: choices.exporting.filter.projects
-                    chosen: choices.exporting.filter.projectID
-                    Accessible.name: qsTr("Project")
-                    onChose: (choice) => choices.exporting.filter.projectID = choice
+                    filter: choices.exporting.filter
                 }
             }
         }

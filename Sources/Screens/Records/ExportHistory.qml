@@ -27,9 +27,18 @@ Panel {
         T.ScrollBar.vertical: ScrollEdge { }
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Exports")
-        Keys.onUpPressed: panel.history.step(-1)
-        Keys.onDownPressed: panel.history.step(1)
-        Keys.onReturnPressed: panel.open()
+        Keys.onPressed: (event) => {
+            const page = Math.max(1, Math.floor(list.height / 52) - 1);
+            const steps = ({ [Qt.Key_Up]: -1, [Qt.Key_Down]: 1, [Qt.Key_PageUp]: -page, [Qt.Key_PageDown]: page,
+                             [Qt.Key_Home]: -list.count, [Qt.Key_End]: list.count })[event.key];
+            event.accepted = true;
+            if (steps !== undefined)
+                panel.history.step(steps);
+            else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
+                panel.open();
+            else
+                event.accepted = false;
+        }
         // Rows may be on the move.
         Timer {
             id: later

@@ -10,6 +10,7 @@
 #include "Export/ExportRemarks.h"
 #include "Screens/Models/Texts.h"
 #include "Screens/Records/Delivering.h"
+#include "Screens/Records/RecordsRows.h"
 
 namespace stintbook {
 
@@ -30,15 +31,10 @@ QString formatName(ExportFormat format)
     return {};
 }
 
-QDate dateOfDay(const LocalDay& day)
-{
-    return QDate::fromString(text(dayID(day)).left(10), Qt::ISODate);
-}
-
 QString periodOf(const ExportSnapshot& snapshot)
 {
-    const auto first = QLocale().toString(dateOfDay(snapshot.rangeStart), QLocale::ShortFormat);
-    const auto last = QLocale().toString(dateOfDay(snapshot.rangeEnd), QLocale::ShortFormat);
+    const auto first = QLocale().toString(dateOf(snapshot.rangeStart), QLocale::ShortFormat);
+    const auto last = QLocale().toString(dateOf(snapshot.rangeEnd), QLocale::ShortFormat);
     return first == last ? first : first + QStringLiteral(" – ") + last;
 }
 
@@ -103,7 +99,7 @@ void ExportHistoryModel::refresh()
     m_isOutdated = !m_isVisible;
     if (!m_isVisible)
         return;
-    m_context.desk.ask(
+    m_context.readings.ask(
         this,
         [calendar = m_context.calendar(),
          region = m_region](StoreDesk::Workplace& place) -> Stored<std::vector<Listed>> {
@@ -113,7 +109,7 @@ void ExportHistoryModel::refresh()
                 Listed one{stintbook::rowOf(snapshot, calendar, region), {}};
                 for (const auto& day : TRY(desk.changedSince(snapshot)))
                     one.changedDays.push_back(
-                        {text(dayID(day)), QLocale().toString(dateOfDay(day), QLocale::LongFormat)});
+                        {text(dayID(day)), QLocale().toString(dateOf(day), QLocale::LongFormat)});
                 one.row.changedCount = static_cast<int>(one.changedDays.size());
                 listed.push_back(std::move(one));
             }
@@ -183,6 +179,7 @@ void ExportHistoryModel::openDocument()
         DocumentView view;
     };
     using Answer = std::expected<Opened, std::string>;
+    const auto request = ++m_request;
     m_context.desk.ask(
         this,
         [id = ExportSnapshotID{*id}, calendar = m_context.calendar(),
@@ -193,7 +190,9 @@ void ExportHistoryModel::openDocument()
             auto view = TRY(viewOf(documentOf(*snapshot), region, snapshot->createdAt));
             return Opened{*std::move(snapshot), std::move(view)};
         },
-        [this](const Answer& opened) {
+        [this, request](const Answer& opened) {
+            if (request != m_request)
+                return;
             if (!opened) {
                 setNotice(text(opened.error()));
                 return;
@@ -201,11 +200,12 @@ void ExportHistoryModel::openDocument()
             m_opened = opened->snapshot;
             m_document.show(opened->view);
         },
-        [this](const std::string& problem) { setNotice(text(problem)); });
+        [this, request](const std::string& problem) { tell(request, text(problem)); });
 }
 
 void ExportHistoryModel::closeDocument()
 {
+    ++m_request;
     m_opened.reset();
     m_document.clear();
     setNotice({});
@@ -238,8 +238,22 @@ void ExportHistoryModel::deliverBy(const ExportDesk::Delivery& delivery, const Q
          delivery](StoreDesk::Workplace& place) -> Delivered {
             return ExportDesk(place.store, calendar).deliverAgain(snapshot, region, delivery);
         },
-        [this, done](const Delivered& result) { setNotice(result ? done : text(message(result.error()))); },
-        [this](const std::string& problem) { setNotice(text(problem)); });
+        [this, done, request = m_request](const Delivered& result) {
+            if (!result)
+                tell(request, text(message(result.error())));
+            else if (request == m_request)
+                setNotice(done);
+        },
+        [this, request = m_request](const std::string& problem) { tell(request, text(problem)); });
+}
+
+/// Beside the document that it is about, or in the list once that is closed.
+void ExportHistoryModel::tell(int request, const QString& problem)
+{
+    if (request == m_request)
+        setNotice(problem);
+    else
+        setProblem(problem);
 }
 
 void ExportHistoryModel::setProblem(const QString& problem)

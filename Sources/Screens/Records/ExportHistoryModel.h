@@ -74,7 +74,9 @@ public:
     Q_INVOKABLE void deliverAgain();
     Q_INVOKABLE void dismissNotice() { setNotice({}); }
 
-    void setVisible(bool isVisible);
+    Q_INVOKABLE void dismissProblem() { setProblem({}); }
+    /// Reads only while it is looked at.
+    Q_INVOKABLE void setVisible(bool isVisible);
     void refresh();
 
 Q_SIGNALS:
@@ -92,6 +94,7 @@ private:
     void deliverBy(const ExportDesk::Delivery& delivery, const QString& done);
     void setProblem(const QString& problem);
     void setNotice(const QString& notice);
+    void tell(int request, const QString& problem);
 
     ScreenContext m_context;
     ExportRegion m_region;
@@ -103,6 +106,8 @@ private:
     bool m_isKnown = false;
     bool m_isVisible = false;
     bool m_isOutdated = true;
+    /// Of the document that is open; what comes of an earlier one is not shown in it.
+    int m_request = 0;
 
     RowModel<ExportRow> m_rows;
     RowModel<ChangedDayRow> m_changedDays;

@@ -13,6 +13,7 @@
 #include "Export/ExportRemarks.h"
 #include "Screens/Models/Texts.h"
 #include "Screens/Records/Delivering.h"
+#include "Screens/Records/RecordsRows.h"
 
 namespace stintbook {
 
@@ -46,11 +47,6 @@ Stored<std::optional<DayRange>> rangeOf(const DayBook& book, const std::optional
         return daysOf(*dates, book.calendar());
     const auto days = TRY(book.days(std::nullopt, std::nullopt));
     return days.empty() ? std::nullopt : std::optional(DayRange{days.front(), days.back()});
-}
-
-QString dayTitle(const LocalDay& day)
-{
-    return QLocale().toString(QDate::fromString(text(dayID(day)).left(10), Qt::ISODate), QLocale::LongFormat);
 }
 
 } // namespace
@@ -95,7 +91,6 @@ void ExportModel::begin(RecordsFilter* looked)
     m_filter.adopt(*looked);
     m_mode = m_context.environment.preferences().defaultExportMode();
     m_chosenFields = m_context.environment.preferences().exportFields(m_mode);
-    m_notice.clear();
     build();
 }
 
@@ -103,8 +98,7 @@ void ExportModel::end()
 {
     m_isOpen = false;
     ++m_revision;
-    m_built.reset();
-    m_document.clear();
+    forgetDocument();
     m_step = ExportConfiguring{};
     Q_EMIT changed();
 }
@@ -165,6 +159,7 @@ void ExportModel::build()
     if (!m_isOpen)
         return;
     showFields();
+    m_notice.clear();
     m_isBuilding = true;
     m_step = ExportConfiguring{};
     const auto revision = ++m_revision;
@@ -198,14 +193,18 @@ void ExportModel::build()
         [this, revision](const Answer& answer) {
             if (revision != m_revision)
                 return;
-            if (answer)
+            if (answer) {
                 show(*answer);
-            else
+            } else {
+                forgetDocument();
                 refuse(text(answer.error()));
+            }
         },
         [this, revision](const std::string& problem) {
-            if (revision == m_revision)
-                refuse(text(problem));
+            if (revision != m_revision)
+                return;
+            forgetDocument();
+            refuse(text(problem));
         });
 }
 
@@ -217,9 +216,18 @@ void ExportModel::show(std::shared_ptr<const Built> built)
     m_document.show(m_built->view);
     std::vector<BlockedDayRow> blocked;
     for (const auto& day : m_built->preview.document.blockedDays)
-        blocked.push_back({text(dayID(day.day)), dayTitle(day.day), text(blockedReason(day))});
+        blocked.push_back({text(dayID(day.day)), QLocale().toString(dateOf(day.day), QLocale::LongFormat),
+                           text(blockedReason(day))});
     m_blockedDays.show(std::move(blocked));
     Q_EMIT changed();
+}
+
+/// It is not what was chosen last.
+void ExportModel::forgetDocument()
+{
+    m_built.reset();
+    m_document.clear();
+    m_blockedDays.show({});
 }
 
 void ExportModel::refuse(const QString& notice)
@@ -322,9 +330,9 @@ void ExportModel::tell(const ExportDeskProblem& problem)
         m_resultText = text(message(*failure));
         return;
     }
-    m_notice = text(message(problem));
     if (std::holds_alternative<PreviewOutdated>(problem) || std::holds_alternative<ExportBlocked>(problem))
         build();
+    m_notice = text(message(problem));
 }
 
 void ExportModel::backToPreview()
@@ -338,14 +346,17 @@ void ExportModel::dismissNotice()
     Q_EMIT changed();
 }
 
-void ExportModel::openFile() const
+void ExportModel::showInFolder()
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(m_deliveredFile));
+    openWithDesktop(QFileInfo(m_deliveredFile).absolutePath());
 }
 
-void ExportModel::showInFolder() const
+void ExportModel::openWithDesktop(const QString& path)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(m_deliveredFile).absolutePath()));
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
+        return;
+    m_resultText = m_deliveredFile + QLatin1Char('\n') + tr("Nothing on this desktop opens it.");
+    Q_EMIT changed();
 }
 
 } // namespace stintbook

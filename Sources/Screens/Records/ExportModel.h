@@ -40,6 +40,7 @@ class ExportModel : public QObject {
 
     Q_PROPERTY(QString step READ step NOTIFY changed)
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY changed)
+    Q_PROPERTY(bool isDelivering READ isDelivering NOTIFY changed)
     Q_PROPERTY(bool canDeliver READ canDeliver NOTIFY changed)
     Q_PROPERTY(stintbook::RecordsFilter* filter READ filter CONSTANT)
     Q_PROPERTY(QString mode READ mode WRITE setMode NOTIFY changed)
@@ -64,6 +65,8 @@ public:
 
     /// "configure" until a document is shown, then "preview"; "complete" or "failed" after a delivery.
     QString step() const;
+    /// What was chosen stays until it is known what came of it.
+    bool isDelivering() const { return m_isDelivering; }
     /// While a document is built or delivered.
     bool isBusy() const { return m_isBuilding || m_isDelivering; }
     bool canDeliver() const;
@@ -99,8 +102,8 @@ public:
     Q_INVOKABLE void deliver();
     Q_INVOKABLE void backToPreview();
     Q_INVOKABLE void dismissNotice();
-    Q_INVOKABLE void openFile() const;
-    Q_INVOKABLE void showInFolder() const;
+    Q_INVOKABLE void openFile() { openWithDesktop(m_deliveredFile); }
+    Q_INVOKABLE void showInFolder();
 
 Q_SIGNALS:
     void changed();
@@ -120,7 +123,9 @@ private:
     void deliverBy(const ExportDesk::Delivery& delivery, const QString& file);
     void tell(const ExportReceipt& receipt, const QString& file);
     void tell(const ExportDeskProblem& problem);
+    void forgetDocument();
     void refuse(const QString& notice);
+    void openWithDesktop(const QString& path);
 
     ScreenContext m_context;
     ExportRegion m_region;

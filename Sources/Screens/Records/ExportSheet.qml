@@ -14,6 +14,8 @@ Sheet {
     width: isOver ? Math.min(460, parent.width - 2 * Theme.margin) : Math.min(1120, parent.width - 2 * Theme.margin)
     height: isOver ? Math.min(implicitContentHeight + topPadding + bottomPadding, parent.height - 2 * Theme.margin)
                    : parent.height - 2 * Theme.margin
+    // Where it goes, and what comes of it, is to be told here.
+    asksToLeave: exporting.isDelivering
     onClosed: exporting.end()
 
     ExportResult {
@@ -36,6 +38,7 @@ Sheet {
         ExportChoices {
             Layout.preferredWidth: 248
             Layout.fillHeight: true
+            enabled: !sheet.exporting.isDelivering
             exporting: sheet.exporting
         }
         ColumnLayout {
@@ -92,6 +95,7 @@ Sheet {
         ActionButton {
             visible: !sheet.isOver
             text: qsTr("Cancel")
+            enabled: !sheet.exporting.isDelivering
             onClicked: sheet.close()
         },
         ActionButton {

@@ -20,8 +20,8 @@ std::optional<CivilDate> dateIn(const QString& words)
     auto date = QDate::fromString(words, Qt::ISODate);
     if (!date.isValid()) {
         date = QLocale().toDate(words, QLocale::ShortFormat);
-        // Where the locale writes two digits of a year, they are read as of the last century.
-        if (date.isValid() && !words.contains(QString::number(date.year())))
+        // Where the locale writes two digits of a year, they are read as of the last century, in which nobody recorded.
+        if (date.isValid() && date.year() < 2000)
             date = date.addYears(100);
     }
     if (!date.isValid())
@@ -125,6 +125,11 @@ void RecordsFilter::show(const AssignmentDirectory& directory)
         clients.push_back({text(client.id.uuid), text(client.name)});
     m_clients.show(std::move(clients));
     showProjects();
+    // What was deleted meanwhile filters nothing any more.
+    if (m_work.clientID && m_directory.client(*m_work.clientID) == nullptr)
+        setWork({});
+    else if (m_work.projectID && m_directory.project(*m_work.projectID) == nullptr)
+        setWork({m_work.clientID, std::nullopt});
 }
 
 void RecordsFilter::showProjects()

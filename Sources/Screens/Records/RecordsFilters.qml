@@ -6,39 +6,21 @@ Flow {
     id: filters
 
     required property RecordsFilter filter
-    readonly property var periods: [
-        { "choiceID": "thisMonth", "name": qsTr("This month") },
-        { "choiceID": "lastMonth", "name": qsTr("Last month") },
-        { "choiceID": "thisWeek", "name": qsTr("This week") },
-        { "choiceID": "lastWeek", "name": qsTr("Last week") },
-        { "choiceID": "all", "name": qsTr("All") },
-        { "choiceID": "custom", "name": qsTr("Custom") }
-    ]
     readonly property int choiceWidth: Math.min(180, (width - 2 * spacing) / 3)
 
     spacing: Theme.gap
 
-    ChoiceBox {
+    PeriodChoice {
         width: filters.choiceWidth
-        model: filters.periods
-        currentIndex: filters.periods.findIndex((one) => one.choiceID === filters.filter.period)
-        Accessible.name: qsTr("Period")
-        onActivated: filters.filter.period = currentValue
+        filter: filters.filter
     }
-    FilterChoice {
+    ClientChoice {
         width: filters.choiceWidth
-        model: filters.filter.clients
-        chosen: filters.filter.clientID
-        Accessible.name: qsTr("Client")
-        onChose: (choice) => filters.filter.clientID = choice
+        filter: filters.filter
     }
-    FilterChoice {
+    ProjectChoice {
         width: filters.choiceWidth
-        enabled: filters.filter.clientID.length > 0
-        model: filters.filter.projects
-        chosen: filters.filter.projectID
-        Accessible.name: qsTr("Project")
-        onChose: (choice) => filters.filter.projectID = choice
+        filter: filters.filter
     }
     DateRangeFields {
         visible: filters.filter.period === "custom"

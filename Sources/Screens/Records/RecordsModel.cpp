@@ -22,7 +22,7 @@ constexpr std::size_t daysOfAShortPeriod = 400;
 QString titleOf(const RecordRow& row)
 {
     return row.isMonth ? QLocale().standaloneMonthName(row.date.month()) + QLatin1Char(' ')
-            + QString::number(row.date.year())
+            + QLocale().toString(row.date, QStringLiteral("yyyy"))
                        : QLocale().toString(row.date, QStringLiteral("dddd d"));
 }
 
@@ -77,7 +77,7 @@ RecordsModel::RecordsModel(const ScreenContext& context, QObject* parent)
     connect(&m_filter, &RecordsFilter::datesChanged, this, &RecordsModel::readPeriod);
     connect(&m_filter, &RecordsFilter::workChanged, this, [this] {
         showRows();
-        showDetail();
+        keepSelection();
         readDays();
     });
     connect(&m_showingSoon, &QTimer::timeout, this, &RecordsModel::showRows);
@@ -86,7 +86,6 @@ RecordsModel::RecordsModel(const ScreenContext& context, QObject* parent)
 void RecordsModel::setVisible(bool isVisible)
 {
     m_isVisible = isVisible;
-    m_history.setVisible(isVisible);
     if (isVisible && std::exchange(m_isOutdated, false))
         refresh();
 }
@@ -117,8 +116,7 @@ void RecordsModel::readPeriod()
                                        .days(days ? std::optional(days->first) : std::nullopt,
                                              days ? std::optional(days->last) : std::nullopt));
             for (const auto& day : std::views::reverse(found)) {
-                const auto id = text(dayID(day));
-                shown.days.push_back({id, day, QDate::fromString(id.left(10), Qt::ISODate)});
+                shown.days.push_back({text(dayID(day)), day, dateOf(day)});
             }
             shown.directory = TRY(ClientBook(place.store).directory());
             shown.currency = TRY(BillingDesk(place.store).settings()).currency;
@@ -140,10 +138,19 @@ void RecordsModel::show(std::shared_ptr<const Shown> shown)
     m_amounts = std::make_shared<const AmountText>(m_shown->currency, QLocale().name().toStdString());
     m_filter.show(m_shown->directory);
     showRows();
-    m_selection.keepOnly(dayIDs());
+    keepSelection();
+    readDays();
+}
+
+/// Of what is shown: days, and the months above them.
+void RecordsModel::keepSelection()
+{
+    QStringList ids;
+    for (const auto& row : m_rows.rows())
+        ids.append(row.id);
+    m_selection.keepOnly(ids);
     Q_EMIT selectionChanged();
     showDetail();
-    readDays();
 }
 
 bool RecordsModel::readsEverything() const
@@ -183,6 +190,7 @@ void RecordsModel::readDays()
     if (wanted.empty())
         return;
     m_isReading = true;
+    Q_EMIT changed();
     using Records = std::vector<std::pair<QString, DayRecord>>;
     m_context.desk.ask(
         this,
@@ -231,16 +239,20 @@ void RecordsModel::showRows()
     std::size_t month = 0;
     std::vector<ReviewedDayLine> linesOfMonth;
     bool isMonthRead = true;
+    // Days that may have work of the filter, and are no rows yet.
+    std::set<QString> monthsWithUnreadDays;
     const auto finishMonth = [&] {
-        if (!rows.empty() && isMonthRead)
+        if (!rows.empty() && isMonthRead && !monthsWithUnreadDays.contains(rows[month].id))
             rows[month].totals = totals(linesOfMonth);
     };
     for (const auto& day : m_shown->days) {
         RecordRow row{.id = day.id, .isMonth = false, .date = day.date};
         row.isSelected = m_selection.contains(row.id);
         const auto read = m_read.find(row.id);
-        if (read == m_read.end() && isFiltered())
+        if (read == m_read.end() && isFiltered()) {
+            monthsWithUnreadDays.insert(monthOf(row.id));
             continue;
+        }
         std::vector<ReviewedDayLine> lines;
         if (read != m_read.end()) {
             std::ranges::copy_if(read->second.record.lines, std::back_inserter(lines),
@@ -268,6 +280,7 @@ void RecordsModel::showRows()
     }
     finishMonth();
     m_rows.show(std::move(rows));
+    m_figures = figures();
     Q_EMIT changed();
     if (m_selection.ids().size() > 1)
         showDetail();
@@ -275,7 +288,9 @@ void RecordsModel::showRows()
 
 QString RecordsModel::figures() const
 {
-    if (!m_shown)
+    const bool isWholeFilterRead = !isFiltered()
+        || std::ranges::all_of(m_shown->days, [this](const auto& day) { return m_read.contains(day.id); });
+    if (!isWholeFilterRead)
         return {};
     const auto list = dayIDs();
     const std::set<QString> ids(list.begin(), list.end());
@@ -383,8 +398,11 @@ void RecordsModel::selectAll()
 
 void RecordsModel::showSelection()
 {
+    auto rows = m_rows.rows();
+    for (auto& row : rows)
+        row.isSelected = m_selection.contains(row.id);
+    m_rows.show(std::move(rows));
     Q_EMIT selectionChanged();
-    showRows();
     showDetail();
     readDays();
 }

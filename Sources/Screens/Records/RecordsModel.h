@@ -33,11 +33,10 @@ class RecordsModel : public QObject {
     Q_PROPERTY(stintbook::ExportHistoryModel* history READ history CONSTANT)
     Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY changed)
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT)
-    Q_PROPERTY(QString figures READ figures NOTIFY changed)
+    Q_PROPERTY(QString figures MEMBER m_figures NOTIFY changed)
     Q_PROPERTY(bool isReading READ isReading NOTIFY changed)
     Q_PROPERTY(bool isKnown READ isKnown NOTIFY changed)
     Q_PROPERTY(QString current READ current NOTIFY selectionChanged)
-    Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectionChanged)
     Q_PROPERTY(QVariantMap detail READ detail NOTIFY detailChanged)
     Q_PROPERTY(QAbstractItemModel* lines READ lines CONSTANT)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
@@ -52,12 +51,9 @@ public:
     TimesheetProvider* timesheetProvider() const { return new TimesheetProvider(m_gallery); }
     bool isFiltered() const { return m_filter.work() != WorkFilter{}; }
     QAbstractItemModel* rows() { return &m_rows; }
-    /// Of the whole period, once all of it was read.
-    QString figures() const;
     bool isReading() const { return m_isReading; }
     bool isKnown() const { return m_shown != nullptr; }
     const QString& current() const { return m_selection.current(); }
-    int selectedCount() const { return static_cast<int>(m_selection.ids().size()); }
     /// Of the selected day, or of the selected days together.
     const QVariantMap& detail() const { return m_detail; }
     QAbstractItemModel* lines() { return &m_lines; }
@@ -108,6 +104,9 @@ private:
     void readDays();
     void show(std::shared_ptr<const Shown> shown);
     void showRows();
+    void keepSelection();
+    /// Of the whole period, once all of it was read.
+    QString figures() const;
     bool isRead(const std::set<QString>& ids) const;
     /// Of the days among the rows.
     QStringList dayIDs() const;
@@ -138,6 +137,7 @@ private:
 
     RowModel<RecordRow> m_rows;
     RowModel<RecordLineRow> m_lines;
+    QString m_figures;
     QVariantMap m_detail;
     QString m_problem;
     /// Rows are shown a few times a second while many are read.

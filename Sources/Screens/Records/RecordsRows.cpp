@@ -39,6 +39,11 @@ QString titleOf(const UUID& id, const ReviewDay& day)
 
 } // namespace
 
+QDate dateOf(const LocalDay& day)
+{
+    return QDate::fromString(text(dayID(day)).left(10), Qt::ISODate);
+}
+
 QString monthOf(const QString& dayID)
 {
     return dayID.left(7);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <optional>
 #include <vector>
@@ -48,6 +49,8 @@ struct RecordLineRow {
     friend bool operator==(const RecordLineRow&, const RecordLineRow&) = default;
 };
 
+/// The date that the day bears where it was recorded.
+QDate dateOf(const LocalDay& day);
 QString monthOf(const QString& dayID);
 QString accountOf(const ReviewedDayLine& line);
 QString colorOf(const ReviewedDayLine& line, const AssignmentDirectory& directory);

@@ -11,6 +11,8 @@ FocusScope {
     signal dayOpened(string dayID)
 
     focus: true
+    readonly property bool looksAtExports: visible && showsExports
+    onLooksAtExportsChanged: screen.records.history.setVisible(looksAtExports)
     onVisibleChanged: screen.records.setVisible(visible)
     Component.onCompleted: screen.records.setVisible(visible)
 
@@ -70,7 +72,7 @@ FocusScope {
             Layout.fillWidth: true
             visible: text.length > 0
             text: screen.showsExports ? screen.records.history.problem : screen.records.problem
-            onDismissed: screen.records.dismissProblem()
+            onDismissed: screen.showsExports ? screen.records.history.dismissProblem() : screen.records.dismissProblem()
         }
         RowLayout {
             Layout.fillWidth: true

@@ -4,11 +4,6 @@
 
 namespace stintbook {
 
-void RowSelection::clear()
-{
-    *this = RowSelection();
-}
-
 void RowSelection::selectOnly(const QString& id)
 {
     m_ids = {id};

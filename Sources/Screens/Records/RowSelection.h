@@ -15,7 +15,6 @@ public:
     /// The row that the keyboard is at; empty for none.
     const QString& current() const { return m_current; }
 
-    void clear();
     void selectOnly(const QString& id);
     /// The current row is this one; what is selected stays.
     void moveTo(const QString& id) { m_current = id; }

@@ -29,7 +29,6 @@ class CaptureSettings : public QObject {
 
     Q_PROPERTY(bool recordsTitles READ recordsTitles NOTIFY changed)
     Q_PROPERTY(bool recordsDomains READ recordsDomains NOTIFY changed)
-    Q_PROPERTY(QString domainsState READ domainsState NOTIFY changed)
     Q_PROPERTY(QAbstractItemModel* browsers READ browsers CONSTANT)
     Q_PROPERTY(bool knowsBrowsers READ knowsBrowsers NOTIFY changed)
     Q_PROPERTY(QString accessibility READ accessibility NOTIFY changed)
