@@ -34,7 +34,6 @@ Panel {
                 onToggled: panel.review.onlyUnresolved = checked
             }
             SegmentedChoice {
-                visible: panel.width > 460
                 name: qsTr("Order")
                 choices: [{ "key": "time", "name": qsTr("Time") }, { "key": "duration", "name": qsTr("Length") }, { "key": "client", "name": qsTr("Client") }]
                 chosen: panel.review.order
