@@ -162,6 +162,8 @@ void AppEnvironment::startCapture()
                           [this] {
                               if (m_cleanup)
                                   m_cleanup->calendarChanged();
+                              // Every day begins and ends elsewhere.
+                              m_dataRevision.raise();
                           }});
 }
 

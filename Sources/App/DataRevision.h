@@ -12,8 +12,8 @@
 
 namespace stintbook {
 
-/// Counts the times that stored data changed under whoever shows it: by a deletion here, or by another process.
-/// What this process saves otherwise is no such change.
+/// Counts the times that stored data changed under whoever shows it: recorded or deleted here, or changed by
+/// another process.
 ///
 /// Confined to the main executor. While nobody writes to the store, nothing of this wakes up.
 class DataRevision {
@@ -26,7 +26,7 @@ public:
 
     std::int64_t value() const { return m_value; }
     void raise();
-    /// From now on also when another process has committed something.
+    /// From now on also when anything was committed to the store, by whomever.
     void follow(const OpenedStore& store, std::shared_ptr<Executor> elsewhere, StoreChangeWatching& changes);
 
 private:

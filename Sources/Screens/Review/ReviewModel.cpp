@@ -192,7 +192,7 @@ void ReviewModel::open(CivilDate date)
 
 void ReviewModel::refresh()
 {
-    edit([](StoreDesk::Workplace&, DayBook&, const LocalDay&) { return EditOutcome{}; });
+    edit({});
     m_calendar.choose(m_date);
 }
 
@@ -206,9 +206,10 @@ void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
         std::shared_ptr<const DayView> view;
         EditOutcome outcome;
     };
+    const bool isEdit = edit != nullptr;
     const auto work = [calendar, day = *day, edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
         DayBook book(place.store, calendar, &place.history);
-        Answer answer{.view = nullptr, .outcome = edit(place, book, day)};
+        Answer answer{.view = nullptr, .outcome = edit ? edit(place, book, day) : EditOutcome{}};
         if (auto view = readDay(book, answer.outcome.day.value_or(day), place.store, place.history))
             answer.view = *std::move(view);
         else
@@ -217,9 +218,12 @@ void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
     };
     m_context.desk.ask(
         this, work,
-        [this, date = m_date, done](const Answer& answer) {
+        [this, date = m_date, isEdit, done](const Answer& answer) {
             const auto& outcome = answer.outcome;
-            setProblem(outcome.problem ? text(*outcome.problem) : QString());
+            // What was refused stands until the next edit, not until the next reading.
+            if (isEdit || outcome.problem || m_isUnreadable)
+                setProblem(outcome.problem ? text(*outcome.problem) : QString());
+            m_isUnreadable = !answer.view;
             if (outcome.day && answer.view)
                 m_date = answer.view->calendar.dateOf(outcome.day->start);
             if (answer.view && (outcome.day || date == m_date))
@@ -230,6 +234,7 @@ void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
                 done(!outcome.problem);
         },
         [this, done](const std::string& problem) {
+            m_isUnreadable = true;
             setProblem(text(problem));
             if (done)
                 done(false);

@@ -148,8 +148,8 @@ public:
         std::optional<LocalDay> day;
     };
     using Edit = std::function<EditOutcome(StoreDesk::Workplace& place, DayBook& book, const LocalDay& day)>;
-    /// Does the edit on the desk and shows the day as it is then, or tells why it was not done. What was edited is
-    /// selected. `done` is told whether it was.
+    /// Does the edit, if there is one, on the desk and shows the day as it is then, or tells why it was not done.
+    /// What was edited is selected. `done` is told whether it was.
     void edit(Edit edit, const std::function<void(bool)>& done = {});
     /// The blocks and items of the selected rows, by time.
     std::vector<UUID> selectedSubjects() const;
@@ -184,6 +184,8 @@ private:
     QVariantMap m_chosen;
     QVariantMap m_inspected;
     QString m_problem;
+    /// The last reading failed, and the problem says why.
+    bool m_isUnreadable = false;
     QString m_search;
     bool m_onlyUnresolved = false;
     QString m_order = QStringLiteral("time");

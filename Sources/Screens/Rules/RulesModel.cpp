@@ -230,7 +230,7 @@ void RulesModel::refresh()
 {
     m_isStale = true;
     if (m_isShown)
-        edit([](RuleBook&) { return Outcome{}; });
+        edit({});
 }
 
 void RulesModel::editRules(const QString& id, std::function<Outcome(RuleBook&, RuleID)> work)
@@ -256,25 +256,30 @@ void RulesModel::edit(Edit edit)
         std::shared_ptr<const RulesContent> content;
     };
     m_isStale = false;
+    const bool isEdit = edit != nullptr;
     m_context.desk.ask(
         this,
         [edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
             RuleBook book(place.store);
-            Answer answer{.outcome = edit(book), .content = nullptr};
+            Answer answer{.outcome = edit ? edit(book) : Outcome{}, .content = nullptr};
             if (auto content = read(place.store))
                 answer.content = std::make_shared<const RulesContent>(*std::move(content));
             else
                 answer.outcome.problem = tr("Rules could not be read from the local store.").toStdString();
             return answer;
         },
-        [this](const Answer& answer) {
-            setProblem(answer.outcome.problem ? text(*answer.outcome.problem) : QString());
+        [this, isEdit](const Answer& answer) {
+            // What was refused stands until the next edit, not until the next reading.
+            if (isEdit || answer.outcome.problem || m_isUnreadable)
+                setProblem(answer.outcome.problem ? text(*answer.outcome.problem) : QString());
+            m_isUnreadable = !answer.content;
             if (answer.outcome.selected)
                 m_selected = answer.outcome.selected;
             if (answer.content)
                 show(answer.content);
         },
         [this](const std::string& problem) {
+            m_isUnreadable = true;
             m_isStale = true;
             setProblem(text(problem));
         });

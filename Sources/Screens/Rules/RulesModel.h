@@ -112,6 +112,8 @@ private:
     bool m_isCounting = false;
     bool m_isCountStale = true;
     QString m_problem;
+    /// The last reading failed, and the problem says why.
+    bool m_isUnreadable = false;
     std::optional<UUID> m_selected;
     std::shared_ptr<const RulesContent> m_content;
     RuleSummaries m_summaries;

@@ -98,6 +98,7 @@ void ReviewWindow::notePlacement()
 
 void ReviewWindow::visibilityHasChanged()
 {
+    m_content->setShown(m_window->isVisible());
     if (!m_window->isVisible()) {
         m_placement.isMaximized = m_window->windowStates().testFlag(Qt::WindowMaximized);
         if (const auto text = m_placement.text(); text != m_rememberedPlacement) {

@@ -34,8 +34,20 @@ void WindowContent::environmentChanged()
     m_shell.environmentChanged();
     m_settings.environmentChanged();
     m_onboarding.environmentChanged();
+    refreshWhatIsOutdated();
+}
+
+void WindowContent::setShown(bool isShown)
+{
+    m_isShown = isShown;
+    refreshWhatIsOutdated();
+}
+
+void WindowContent::refreshWhatIsOutdated()
+{
     const auto revision = m_context.environment.activityDataRevision();
-    if (m_context.environment.store() == nullptr || std::exchange(m_shownRevision, revision) == revision)
+    if (!m_isShown || m_context.environment.store() == nullptr
+        || std::exchange(m_shownRevision, revision) == revision)
         return;
     m_shell.refresh();
     m_review.refresh();

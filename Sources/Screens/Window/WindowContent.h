@@ -27,10 +27,15 @@ public:
     TimesheetProvider* timesheetProvider() const { return m_records.timesheetProvider(); }
     /// The environment, or the store below it, is not as it was.
     void environmentChanged();
+    /// While its window is closed nothing is read.
+    void setShown(bool isShown);
 
 private:
+    void refreshWhatIsOutdated();
+
     ScreenContext m_context;
     std::int64_t m_shownRevision = -1;
+    bool m_isShown = true;
     AppearanceModel m_appearance;
     ShellModel m_shell;
     ReviewModel m_review;
