@@ -12,7 +12,7 @@ T.ToolTip {
     visible: isWanted && parent !== null && parent.Window.window !== null
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height + 4 : 0
-    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    implicitWidth: Math.min(contentItem.implicitWidth, 440) + leftPadding + rightPadding
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     margins: 6
     padding: 6
@@ -20,11 +20,15 @@ T.ToolTip {
     rightPadding: 8
     delay: 500
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
-    contentItem: Words {
+    contentItem: Text {
         text: control.text
+        font.family: Theme.family
         font.pixelSize: Theme.small
+        font.hintingPreference: Font.PreferNoHinting
+        renderType: Text.NativeRendering
+        textFormat: Text.PlainText
         color: Theme.hintInk
-        elide: Text.ElideNone
+        wrapMode: Text.Wrap
     }
     background: Rectangle {
         radius: Theme.radius

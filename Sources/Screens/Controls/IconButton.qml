@@ -6,6 +6,8 @@ T.Button {
     id: control
 
     required property string glyph
+    /// By the mouse that still rests on it, which knows what it does by now.
+    property bool isUsed: false
 
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
@@ -15,6 +17,8 @@ T.Button {
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: control.clicked()
+    onPressed: isUsed = true
+    onHoveredChanged: isUsed = false
 
     contentItem: Item {
         Glyph {
@@ -24,7 +28,7 @@ T.Button {
         }
     }
     Hint {
-        isWanted: control.hovered && control.text.length > 0
+        isWanted: control.hovered && !control.isUsed && control.text.length > 0
         text: control.text
     }
     background: Rectangle {

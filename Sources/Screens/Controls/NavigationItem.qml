@@ -9,6 +9,8 @@ T.Button {
     required property string glyph
     property bool isChosen: false
     property int count: 0
+    /// Without its words.
+    property bool isNarrow: Theme.isNarrow
 
     implicitHeight: 34
     hoverEnabled: true
@@ -31,7 +33,7 @@ T.Button {
             anchors.leftMargin: 36
             anchors.right: parent.right
             anchors.rightMargin: 24
-            visible: !Theme.isNarrow
+            visible: !control.isNarrow
             anchors.verticalCenter: parent.verticalCenter
             text: control.text
             font.weight: Font.DemiBold
@@ -40,7 +42,7 @@ T.Button {
         }
         Words {
             anchors.right: parent.right
-            anchors.rightMargin: Theme.isNarrow ? 2 : 10
+            anchors.rightMargin: control.isNarrow ? 2 : 10
             anchors.verticalCenter: parent.verticalCenter
             visible: control.count > 0
             text: control.count
@@ -50,7 +52,7 @@ T.Button {
         }
     }
     Hint {
-        isWanted: control.hovered && Theme.isNarrow
+        isWanted: control.hovered && control.isNarrow
         text: control.text
     }
     background: Rectangle {

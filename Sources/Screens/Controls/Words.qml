@@ -1,8 +1,10 @@
 import QtQuick
 import Velloran
 
-/// A text of the application.
+/// A text of the application. Where it does not fit, the mouse that rests on it learns the whole of it.
 Text {
+    id: words
+
     color: Theme.ink
     font.family: Theme.family
     font.pixelSize: Theme.body
@@ -10,4 +12,20 @@ Text {
     renderType: Text.NativeRendering
     textFormat: Text.PlainText
     elide: Text.ElideRight
+    // Where the layout begins, whichever way the words run.
+    horizontalAlignment: Text.AlignLeft
+
+    HoverHandler {
+        id: mouse
+        enabled: words.truncated
+        onHoveredChanged: if (hovered) whole.createObject(words)
+    }
+    Component {
+        id: whole
+        Hint {
+            isWanted: mouse.hovered
+            text: words.text
+            onIsWantedChanged: if (!isWanted) destroy()
+        }
+    }
 }

@@ -17,7 +17,13 @@ T.Popup {
     margins: 8
     focus: true
     onAboutToShow: review.calendar.showMonth()
-    onOpened: grid.forceActiveFocus()
+    onOpened: {
+        for (let index = 0; index < grid.count; ++index) {
+            if (grid.itemAtIndex(index)?.isChosen)
+                grid.currentIndex = index;
+        }
+        grid.forceActiveFocus();
+    }
     background: Panel { border.color: Theme.strongBorder }
 
     contentItem: ColumnLayout {
@@ -84,6 +90,7 @@ T.Popup {
                 focusPolicy: Qt.NoFocus
                 isCurrent: grid.activeFocus && grid.currentIndex === index
                 onIsChosenChanged: if (isChosen) grid.currentIndex = index
+                Component.onCompleted: if (isChosen) grid.currentIndex = index
                 onClicked: {
                     popup.close();
                     popup.review.openDay(dayID);

@@ -35,6 +35,7 @@ Rectangle {
             NavigationItem {
                 required property var modelData
                 Layout.fillWidth: true
+                isNarrow: false
                 glyph: modelData.glyph
                 text: modelData.name
                 isChosen: list.pane === modelData.key
