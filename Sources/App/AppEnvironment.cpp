@@ -60,10 +60,11 @@ AppEnvironment::Launch AppEnvironment::start()
             return Launch::going;
         }
         log::event("A second launch found the store already held and handed over to it");
-        // Whether it comes is the other copy's affair.
-        std::ignore = m_collaborators.otherInstance.activate();
+        const auto token = m_collaborators.variables.find("XDG_ACTIVATION_TOKEN");
+        const auto asked = m_collaborators.otherInstance.activate(
+            token == m_collaborators.variables.end() ? std::string() : token->second);
         m_openingProblem = std::move(claim).error();
-        return Launch::handedOver;
+        return asked ? Launch::handedOver : Launch::refused;
     }
     *m_claim = *std::move(claim);
     m_opener.open([this](StoreOpener::Result result, int) {
@@ -150,6 +151,12 @@ void AppEnvironment::startCapture()
         return;
     }
     m_capture = std::move(capture);
+    std::function<void(const std::string&)> activation;
+    if (m_collaborators.reviewWindow != nullptr)
+        activation = [this](const std::string& token) {
+            m_activationToken = token;
+            m_activationListeners.tell();
+        };
     m_capture->start(observedContext(),
                      {.status =
                           [this](const CaptureStatus& status) {
@@ -157,7 +164,7 @@ void AppEnvironment::startCapture()
                               m_listeners.tell();
                           },
                       .deletion = [this] { m_dataRevision.raise(); },
-                      .activation = [this] { m_activationListeners.tell(); },
+                      .activation = std::move(activation),
                       .calendar =
                           [this] {
                               if (m_cleanup)

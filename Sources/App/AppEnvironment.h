@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "App/AppPreferences.h"
 #include "App/CaptureSession.h"
@@ -68,9 +69,11 @@ public:
 
     enum class Launch {
         going,
-        /// Another copy holds the store and was asked to come forward: this process ends, with what its front end
-        /// makes of that. `openingProblem` names the other one.
+        /// Another copy holds the store and comes forward: this process ends, with what its front end makes of
+        /// that. `openingProblem` names the other one.
         handedOver,
+        /// The same, but the other copy has no window or does not answer.
+        refused,
     };
     /// Takes the lock and begins to open the store. Once.
     Launch start();
@@ -124,6 +127,8 @@ public:
     {
         return m_listeners.add(std::move(listener));
     }
+    /// What the last launch that asked this copy to come forward brought of the desktop's leave to do so; once.
+    std::string takeActivationToken() { return std::exchange(m_activationToken, {}); }
     /// Told when another launch asks this copy to come forward.
     [[nodiscard]] Listeners::Subscription followActivation(std::function<void()> listener)
     {
@@ -146,6 +151,7 @@ private:
     AppPreferences m_preferences;
     Listeners m_listeners;
     Listeners m_activationListeners;
+    std::string m_activationToken;
 
     /// Shared with the opening that is under way.
     std::shared_ptr<std::optional<StoreClaim>> m_claim = std::make_shared<std::optional<StoreClaim>>();

@@ -58,6 +58,11 @@ template <typename Work> void CaptureSession::onMain(Work work) const
 void CaptureSession::start(const ObservedContext& context, Recorder::Followers followers)
 {
     auto& publishing = m_collaborators.desktop.publishing();
+    std::function<void(const std::string&)> activation;
+    if (followers.activation)
+        activation = [this, follower = std::move(followers.activation)](const std::string& token) {
+            onMain([follower, token] { follower(token); });
+        };
     m_recorder.follow(
         {.status =
              [this, &publishing, follower = std::move(followers.status)](const CaptureStatus& status) {
@@ -65,7 +70,7 @@ void CaptureSession::start(const ObservedContext& context, Recorder::Followers f
                  onMain([follower, status] { follower(status); });
              },
          .deletion = [this, follower = std::move(followers.deletion)] { onMain(follower); },
-         .activation = [this, follower = std::move(followers.activation)] { onMain(follower); },
+         .activation = std::move(activation),
          .calendar = [this, follower = std::move(followers.calendar)] { onMain(follower); }});
     onCapture([context, &publishing](Recorder& recorder) {
         recorder.start(context);

@@ -188,11 +188,13 @@ void Recorder::quit()
     ::kill(::getpid(), SIGTERM);
 }
 
-void Recorder::activate()
+bool Recorder::activate(const std::string& activationToken)
 {
     log::event("Another launch asked this copy to come forward");
-    if (m_followers.activation)
-        m_followers.activation();
+    if (!m_followers.activation)
+        return false;
+    m_followers.activation(activationToken);
+    return true;
 }
 
 } // namespace stintbook

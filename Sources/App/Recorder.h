@@ -51,8 +51,9 @@ public:
         CaptureCoordinator::StatusFollower status;
         /// Recorded activity was deleted, on whose request ever.
         std::function<void()> deletion;
-        /// Another launch asks this copy to come forward.
-        std::function<void()> activation;
+        /// Another launch asks this copy to come forward, with this token of the desktop or none. Absent where it
+        /// has no window.
+        std::function<void(const std::string& token)> activation;
         /// The system's time zone is another one.
         std::function<void()> calendar;
     };
@@ -85,7 +86,7 @@ public:
     void deleteActivity(const ActivityDataScope& scope, InstanceRequestHandling::Reply<DeletedActivity> reply,
                         DeletionProgress progress) override;
     void flush(InstanceRequestHandling::Reply<void> reply) override;
-    void activate() override;
+    bool activate(const std::string& activationToken) override;
     void quit() override;
 
 private:

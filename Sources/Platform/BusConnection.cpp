@@ -214,7 +214,10 @@ BusResult<BusMessage> BusConnection::compose(const BusMethod& method)
                                                 method.interface, method.member);
     if (status < 0)
         return std::unexpected(problem(status));
-    return BusMessage(message);
+    BusMessage composed(message);
+    if (method.starting == BusMethod::Starting::never)
+        sd_bus_message_set_auto_start(message, 0);
+    return composed;
 }
 
 BusResult<BusMessage> BusConnection::send(const BusMessage& message, Seconds timeout)

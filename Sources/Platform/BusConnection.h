@@ -36,6 +36,8 @@ struct BusMethod {
     const char* path = nullptr;
     const char* interface = nullptr;
     const char* member = nullptr;
+    /// Whether the bus may start the destination for it.
+    enum class Starting { whereItCan, never } starting = Starting::whereItCan;
 };
 
 /// A received message, read from front to back.

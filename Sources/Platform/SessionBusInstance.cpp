@@ -16,12 +16,18 @@ constexpr Seconds patienceWithFlush{30};
 /// Years of history on a slow disk.
 constexpr std::uint64_t patienceWithDeletion = 3600'000'000;
 
+/// Who asks a copy that runs starts none.
+BusMethod toRunningCopy(const char* interface, const char* member)
+{
+    return {sessionbus::name, sessionbus::path, interface, member, BusMethod::Starting::never};
+}
+
 template <typename... Arguments>
 BusResult<BusMessage> ask(const char* interface, const char* member, const char* types,
                           Arguments... arguments)
 {
     auto bus = TRY(BusConnection::session());
-    return bus->call({sessionbus::name, sessionbus::path, interface, member}, patience, types, arguments...);
+    return bus->call(toRunningCopy(interface, member), patience, types, arguments...);
 }
 
 /// No bus at all, or none of this name on it.
@@ -151,6 +157,8 @@ std::expected<DeletedActivity, std::string> SessionBusInstance::deleteActivity(
                                                 sessionbus::interface, "DeleteActivity");
     const BusMessage call(composed);
     if (status >= 0)
+        status = sd_bus_message_set_auto_start(composed, 0);
+    if (status >= 0)
         status = sd_bus_message_append(composed, "sss", arguments.scope.c_str(), arguments.from.c_str(),
                                        arguments.through.c_str());
     if (status >= 0)
@@ -179,13 +187,15 @@ std::expected<void, std::string> SessionBusInstance::flush()
     auto bus = BusConnection::session();
     if (!bus)
         return std::unexpected(sentence(bus.error()));
-    return done((*bus)->call({sessionbus::name, sessionbus::path, sessionbus::interface, "Flush"},
-                             patienceWithFlush));
+    return done((*bus)->call(toRunningCopy(sessionbus::interface, "Flush"), patienceWithFlush));
 }
 
-std::expected<void, std::string> SessionBusInstance::activate()
+std::expected<void, std::string> SessionBusInstance::activate(const std::string& activationToken)
 {
-    return done(ask(sessionbus::applicationInterface, "Activate", "a{sv}", 0));
+    if (activationToken.empty())
+        return done(ask(sessionbus::applicationInterface, "Activate", "a{sv}", 0));
+    return done(ask(sessionbus::applicationInterface, "Activate", "a{sv}", 1, sessionbus::activationToken,
+                    "s", activationToken.c_str()));
 }
 
 } // namespace stintbook

@@ -15,7 +15,7 @@ public:
     std::expected<DeletedActivity, std::string> deleteActivity(const ActivityDataScope& scope,
                                                                const DeletionProgress& progress) override;
     std::expected<void, std::string> flush() override;
-    std::expected<void, std::string> activate() override;
+    std::expected<void, std::string> activate(const std::string& activationToken) override;
 };
 
 } // namespace stintbook

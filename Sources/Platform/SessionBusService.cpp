@@ -129,17 +129,18 @@ struct SessionBusService::Methods {
                        });
     }
 
-    static int activate(sd_bus_message* call, void* context, sd_bus_error*)
+    static int activate(sd_bus_message* call, void* context, sd_bus_error* error)
     {
-        handler(context).activate();
-        return sd_bus_reply_method_return(call, "");
+        auto launch = BusMessage::borrowed(call);
+        return comeForward(call, context, error, activationToken(launch));
     }
 
     static int open(sd_bus_message* call, void* context, sd_bus_error* error)
     {
-        if (!BusMessage::borrowed(call).readTexts().value_or(std::vector<std::string>()).empty())
+        auto launch = BusMessage::borrowed(call);
+        if (!launch.readTexts().value_or(std::vector<std::string>()).empty())
             return sd_bus_error_set(error, SD_BUS_ERROR_NOT_SUPPORTED, "Velloran opens no files.");
-        return activate(call, context, error);
+        return comeForward(call, context, error, activationToken(launch));
     }
 
     static int activateAction(sd_bus_message* call, void* context, sd_bus_error* error)
@@ -150,7 +151,7 @@ struct SessionBusService::Methods {
         else if (action == "resume")
             handler(context).resume();
         else if (action == "review")
-            handler(context).activate();
+            return comeForward(call, context, error, {});
         else if (action == "quit")
             handler(context).quit();
         else
@@ -159,6 +160,32 @@ struct SessionBusService::Methods {
     }
 
 private:
+    static int comeForward(sd_bus_message* call, void* context, sd_bus_error* error, const std::string& token)
+    {
+        if (!handler(context).activate(token))
+            return sd_bus_error_set(error, SD_BUS_ERROR_FAILED, "This copy of Velloran has no window.");
+        return sd_bus_reply_method_return(call, "");
+    }
+
+    /// Of what a launch says of itself, which stands next.
+    static std::string activationToken(BusMessage& launch)
+    {
+        std::string token;
+        if (!launch.enter('a', "{sv}"))
+            return token;
+        while (launch.enter('e', "sv")) {
+            const bool isToken = launch.readText() == sessionbus::activationToken;
+            if (isToken && launch.enter('v', "s")) {
+                token = launch.readText().value_or("");
+                launch.leave();
+            } else {
+                launch.skip();
+            }
+            launch.leave();
+        }
+        return token;
+    }
+
     /// A call that is answered later.
     using Call = std::shared_ptr<const BusMessage>;
 

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QLocale>
+#include <QMessageBox>
 #include <QQuickWindow>
 #include <QSessionManager>
 #include <QtPlugin>
@@ -82,8 +83,18 @@ int main(int argumentCount, char** argumentTexts)
     }
 
     Application application(processEnvironment());
-    if (!application.start())
+    switch (application.start()) {
+    case AppEnvironment::Launch::handedOver:
         return EXIT_SUCCESS;
+    case AppEnvironment::Launch::refused:
+        // Nothing else would show that it was started.
+        if (rest.isEmpty())
+            QMessageBox::information(nullptr, QApplication::applicationDisplayName(),
+                                     application.openingProblem());
+        return EXIT_FAILURE;
+    case AppEnvironment::Launch::going:
+        break;
+    }
     const TerminationSignals signals([] { QApplication::quit(); });
     // The session ends, and its desktop starts this again at login if its user wants that.
     QObject::connect(&qt, &QGuiApplication::commitDataRequest, &qt, [](QSessionManager& session) {

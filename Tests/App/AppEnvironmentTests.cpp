@@ -80,7 +80,7 @@ struct NoInstance final : RunningInstance {
         return DeletedActivity{};
     }
     std::expected<void, std::string> flush() override { return {}; }
-    std::expected<void, std::string> activate() override { return {}; }
+    std::expected<void, std::string> activate(const std::string&) override { return {}; }
 };
 
 /// A scripted desktop on a thread of its own, where time stands still.
@@ -184,6 +184,10 @@ public:
     std::function<void()> written;
 };
 
+struct OpenWindow final : ReviewWindowSourcing {
+    bool isOpen() const override { return true; }
+};
+
 class AppEnvironmentTest : public testing::Test {
 protected:
     AppEnvironmentTest() { configuration.captureEnabled = false; }
@@ -202,6 +206,7 @@ protected:
                                 .otherInstance = otherInstance,
                                 .desktop = desktop,
                                 .storeChanges = &storeChanges,
+                                .reviewWindow = &window,
                                 .background = std::make_shared<InlineExecutor>()});
         return environment->start();
     }
@@ -228,6 +233,7 @@ protected:
     NoInstance otherInstance;
     DesktopOnAThread desktop;
     WrittenStore storeChanges;
+    OpenWindow window;
     AppEnvironment::Configuration configuration;
     std::optional<AppEnvironment> environment;
 };
@@ -376,8 +382,9 @@ TEST_F(AppEnvironmentTest, RepublishesCaptureTakesOverPreferencesAndFlushesAtIts
 
     int activations = 0;
     const auto listening = environment->followActivation([&] { ++activations; });
-    desktop.perform([&](ScriptedDesktop&) { desktop.handler->activate(); });
+    desktop.perform([&](ScriptedDesktop&) { desktop.handler->activate("token"); });
     ASSERT_TRUE(comes([&] { return activations == 1; }));
+    EXPECT_EQ(environment->takeActivationToken(), "token");
 
     environment->pause(TimedPauseOption::untilIResume);
     ASSERT_TRUE(comes([&] { return environment->captureStatus().runtime.isPaused(); }));

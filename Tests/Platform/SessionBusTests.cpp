@@ -32,7 +32,12 @@ public:
         deletions.push_back({scope, std::move(reply), std::move(progress)});
     }
     void flush(Reply<void> reply) override { flushes.push_back(std::move(reply)); }
-    void activate() override { ++activations; }
+    bool activate(const std::string& activationToken) override
+    {
+        ++activations;
+        lastToken = activationToken;
+        return hasWindow;
+    }
     void quit() override { ++ends; }
 
     struct Deletion {
@@ -52,6 +57,8 @@ public:
     std::vector<Deletion> deletions;
     std::vector<Reply<void>> flushes;
     int activations = 0;
+    std::string lastToken;
+    bool hasWindow = true;
     int ends = 0;
 };
 
@@ -220,7 +227,12 @@ TEST_F(SessionBusTest, TellsOfANewStatusAndDoesWhatADesktopAsksFor)
     EXPECT_EQ(action("format-the-disk"), SD_BUS_ERROR_INVALID_ARGS);
     EXPECT_EQ(asked("Open", "asa{sv}", 0, 0), "");
     EXPECT_EQ(action("review"), "");
-    EXPECT_EQ(answers.activations, 2);
+    EXPECT_EQ(asked("Activate", "a{sv}", 2, "desktop-startup-id", "s", "7", "activation-token", "s", "leave"),
+              "");
+    EXPECT_EQ(answers.lastToken, "leave");
+    EXPECT_EQ(answers.activations, 3);
+    answers.hasWindow = false;
+    EXPECT_EQ(action("review"), SD_BUS_ERROR_FAILED);
     EXPECT_EQ(asked("Open", "asa{sv}", 1, "file:///etc/passwd", 0), SD_BUS_ERROR_NOT_SUPPORTED);
 }
 

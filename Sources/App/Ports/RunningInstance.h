@@ -50,8 +50,9 @@ public:
                                 DeletionProgress progress) = 0;
     /// Saves everything that was recorded so far, the open segment up to now included.
     virtual void flush(Reply<void> reply) = 0;
-    /// Another launch asks this copy to come forward.
-    virtual void activate() = 0;
+    /// Another launch asks this copy to come forward, with the desktop's leave to do so: its token, or nothing.
+    /// False where there is no window that could.
+    virtual bool activate(const std::string& activationToken) = 0;
     /// Ends as on SIGTERM.
     virtual void quit() = 0;
 };
@@ -80,7 +81,8 @@ public:
                                                                        const DeletionProgress& progress) = 0;
     /// Bounded to thirty seconds.
     virtual std::expected<void, std::string> flush() = 0;
-    virtual std::expected<void, std::string> activate() = 0;
+    /// Hands on the desktop's token that lets a window come forward, or nothing.
+    virtual std::expected<void, std::string> activate(const std::string& activationToken) = 0;
 };
 
 } // namespace stintbook

@@ -4,6 +4,7 @@
 #include <QLocale>
 
 #include "Base/BuildInformation.h"
+#include "Screens/Models/Texts.h"
 
 namespace stintbook {
 
@@ -36,7 +37,12 @@ Application::Application(Environment variables)
         });
     });
     m_changes = m_environment.follow([this] { environmentChanged(); });
-    m_activation = m_environment.followActivation([this] { showWindow(); });
+    m_activation = m_environment.followActivation([this] {
+        // Where the toolkit looks for it when a window wants to come forward.
+        if (const auto token = m_environment.takeActivationToken(); !token.empty())
+            qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
+        showWindow();
+    });
     connect(&m_hosts, &StatusNotifierHosts::changed, this, &Application::hostsChanged);
     connect(m_window.get(), &ReviewWindow::visibilityChanged, this, &Application::windowVisibilityChanged);
     for (const auto signal : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved})
@@ -51,9 +57,10 @@ Application::~Application()
     m_window->discard();
 }
 
-bool Application::start()
+QString Application::openingProblem() const
 {
-    return m_environment.start() == AppEnvironment::Launch::going;
+    const auto& problem = m_environment.openingProblem();
+    return problem ? text(message(*problem)) : QString();
 }
 
 ScreenContext Application::context()

@@ -27,8 +27,9 @@ public:
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    /// Whether there is anything to run for; otherwise another copy was asked to come forward.
-    bool start();
+    AppEnvironment::Launch start() { return m_environment.start(); }
+    /// Why the store could not be opened; for people.
+    QString openingProblem() const;
     void showWindow();
     /// The window too, where its user wants that.
     void showAsAtLogin();
