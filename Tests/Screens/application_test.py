@@ -184,9 +184,23 @@ class Application(unittest.TestCase):
         eventually(lambda: "Array.prototype.toSorted" not in cli("segments", LONG_AGO), "the shorter history")
         eventually(lambda: "365" in cli("preferences", "list"), "the retention that was chosen")
 
-    def test_8_recording_is_paused_and_resumed_from_the_item(self):
+    def test_8_what_is_shown_follows_what_happens_and_the_item_pauses_and_resumes(self):
+        screen = self.screen
+        DESKTOP.start(["xterm"])
+        eventually(lambda: "XTerm" in cli("status"), "the program in front")
+        self.assertEqual(subprocess.run([VELLORAN], timeout=20, check=False).returncode, 0)
+        screen.keys("ctrl+1")
+        screen.press(BUTTON, "Today")
+        screen.type_into("Search this day", "xt")
+        before = len(self.host.items)
+        self.host.leave()
+        self.host.come()
+        eventually(lambda: len(self.host.items) > before, "the item's return")
         self.host.choose("1 Hour")
-        self.screen.says("Paused until")
+        screen.says("Paused until")
+        screen.wait(ROW, "XTerm")
+        screen.type_where_the_focus_is("erm")
+        eventually(lambda: screen.written_in("Search this day") == "xterm", "what was being typed")
         eventually(lambda: "aused" in cli("status"), "the pause")
         self.host.choose("Resume")
         eventually(lambda: "aused" not in cli("status"), "recording")

@@ -113,11 +113,18 @@ class StatusItemHost:
             self.context.push_thread_default()
             interface = Gio.DBusNodeInfo.new_for_xml(self.INTERFACE).interfaces[0]
             self.bus.register_object("/StatusNotifierWatcher", interface, self._called, self._read, None)
-            Gio.bus_own_name_on_connection(self.bus, self.NAME, Gio.BusNameOwnerFlags.NONE, lambda *_: ready.set(), None)
+            self.come(ready.set)
             self.loop.run()
 
         threading.Thread(target=serve, daemon=True).start()
         ready.wait(PATIENCE)
+
+    def come(self, done=lambda: None):
+        self.presence = self.gio.bus_own_name_on_connection(
+            self.bus, self.NAME, self.gio.BusNameOwnerFlags.NONE, lambda *_: done(), None)
+
+    def leave(self):
+        self.gio.bus_unown_name(self.presence)
 
     def _called(self, _bus, sender, _path, _interface, method, arguments, invocation):
         if method == "RegisterStatusNotifierItem":

@@ -83,6 +83,10 @@ class ScreenReader:
         self.keys("ctrl+a")
         self.type_where_the_focus_is(words)
 
+    def written_in(self, name):
+        field = self.wait(FIELD, name)
+        return Atspi.Text.get_text(field, 0, Atspi.Text.get_character_count(field))
+
     @staticmethod
     def type_where_the_focus_is(words):
         subprocess.run(["xdotool", "type", "--delay", "5", words], check=True)
