@@ -1,5 +1,7 @@
 #!/usr/bin/python3
-"""Writes a trace of many working days that end on 2026-11-18: make_history.py DAYS > history.jsonl
+"""Writes a trace of many working days that end on 2026-11-18, or on a date of one's own:
+
+    make_history.py DAYS [LAST_DATE [SWITCHES]] > history.jsonl
 
 A day has 959 switches between eight and six with a sample of idleness every 15 seconds, as 350,000 switches a year
 ask for; the computer sleeps in between. A day's content depends on its date alone, so that the last day is the same
@@ -15,31 +17,32 @@ import zoneinfo
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "Samples"))
 import make_working_day as sample  # noqa: E402
 
-LAST_DAY = datetime.date(2026, 11, 18)
+LAST_DAY = "2026-11-18"
 SWITCHES_A_DAY = 959
 WORK_SECONDS = 10 * 3600
 WINDOWS = [window for matter in sample.MATTERS.values() for window in matter]
 
 
-def write_day(trace, date):
+def write_day(trace, date, switches):
     sample.RANDOM = random.Random(date.toordinal())
     start = datetime.datetime(date.year, date.month, date.day, 8, tzinfo=zoneinfo.ZoneInfo(sample.ZONE)).timestamp()
     trace.sleep(start)
     previous = None
-    for switch in range(SWITCHES_A_DAY):
+    for switch in range(switches):
         window = sample.RANDOM.choice([other for other in WINDOWS if other is not previous])
         previous = window
         trace.show(*window[:3])
-        trace.until(round(start + (switch + 1) * WORK_SECONDS / SWITCHES_A_DAY, 3))
+        trace.until(round(start + (switch + 1) * WORK_SECONDS / switches, 3))
 
 
 def main():
-    days = int(sys.argv[1])
-    first = LAST_DAY - datetime.timedelta(days - 1)
+    days, last, switches = sys.argv[1:] + [LAST_DAY, SWITCHES_A_DAY][len(sys.argv) - 2:]
+    days = int(days)
+    first = datetime.date.fromisoformat(last) - datetime.timedelta(days - 1)
     trace = sample.Trace(datetime.datetime(first.year, first.month, first.day, 7, 59,
                                            tzinfo=zoneinfo.ZoneInfo(sample.ZONE)).timestamp())
     for day in range(days):
-        write_day(trace, first + datetime.timedelta(day))
+        write_day(trace, first + datetime.timedelta(day), int(switches))
     trace.emit({"stop": {}})
 
 
