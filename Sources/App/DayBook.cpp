@@ -4,6 +4,7 @@
 #include <limits>
 #include <ranges>
 #include <set>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -137,6 +138,20 @@ AttributionAssignment assignmentTo(const WorkTarget& target, const AssignmentDir
     return {target.clientID, target.projectID, target.isBillable.value_or(isBillableByDefault)};
 }
 
+Edited<ReviewedLayerMutation> addWork(Interval when, const WorkTarget& target,
+                                      const std::optional<std::string>& description,
+                                      const EditContext& context)
+{
+    const auto assignment = assignmentTo(target, context.directory);
+    return addMissingWork({.start = when.start,
+                           .end = when.end,
+                           .clientID = assignment.clientID,
+                           .projectID = assignment.projectID,
+                           .billable = assignment.isBillable,
+                           .description = description},
+                          context);
+}
+
 } // namespace
 
 std::string message(const DayEditProblem& problem)
@@ -155,6 +170,12 @@ struct DayBook::Loaded {
     std::optional<ReviewedDayApproval> approval;
 };
 
+struct DayBook::Left {
+    Loaded day;
+    std::int64_t dataVersion = 0;
+    std::int64_t ownChanges = 0;
+};
+
 DayBook::DayBook(OpenedStore& store, CalendarContext calendar, EditHistory* history)
     : m_store(store)
     , m_calendar(std::move(calendar))
@@ -162,13 +183,25 @@ DayBook::DayBook(OpenedStore& store, CalendarContext calendar, EditHistory* hist
 {
 }
 
+DayBook::~DayBook() = default;
+
+CalendarContext DayBook::calendarOf(const LocalDay& day) const
+{
+    return CalendarContext::inZone(day.timeZoneIdentifier).value_or(m_calendar);
+}
+
 Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
 {
-    auto calendar = CalendarContext::inZone(day.timeZoneIdentifier).value_or(m_calendar);
+    return load(day, TRY(m_store.segments().segments(calendarOf(day).boundsOf(day))));
+}
+
+Stored<DayBook::Loaded> DayBook::load(const LocalDay& day, std::vector<ActivitySegment> segments) const
+{
+    auto calendar = calendarOf(day);
     const auto bounds = calendar.boundsOf(day);
     auto& review = m_store.review();
 
-    auto recorded = TRY(recordedDay(m_store, bounds));
+    auto recorded = TRY(recordedDay(m_store, bounds, std::move(segments)));
     auto directory = TRY(ClientBook(m_store).directory());
     const AttributionEngine engine(TRY(review.attributionRules()), directory);
     const ExclusionEngine exclusion(TRY(review.exclusionRules()));
@@ -191,10 +224,21 @@ Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
                   .approval = std::move(approval)};
 }
 
+Stored<DayBook::Loaded> DayBook::loadAfterEdit(const LocalDay& day) const
+{
+    const auto left = std::exchange(m_left, nullptr);
+    const bool isSame = left && left->day.content.day == day
+        && left->dataVersion == TRY(m_store.database().dataVersion())
+        && left->ownChanges == m_store.database().ownChanges();
+    if (isSame)
+        return std::move(left->day);
+    return load(day);
+}
+
 Stored<OpenedDay> DayBook::open(const LocalDay& day) const
 {
     return m_store.database().read([&](StoreConnection&) -> Stored<OpenedDay> {
-        auto loaded = TRY(load(day));
+        auto loaded = TRY(loadAfterEdit(day));
         const auto billing = TRY(m_store.review().billing());
         auto reading = stintbook::reading(loaded.content, loaded.approval, loaded.directory, billing);
 
@@ -222,7 +266,7 @@ Stored<ListedDay> DayBook::summarize(const LocalDay& day, const ExclusionEngine&
                                      const std::map<std::string, std::string>& exportedRevisions) const
 {
     auto& review = m_store.review();
-    const auto bounds = CalendarContext::inZone(day.timeZoneIdentifier).value_or(m_calendar).boundsOf(day);
+    const auto bounds = calendarOf(day).boundsOf(day);
     const auto [segments, free, reviews] = TRY(recordedDay(m_store, bounds));
     const auto items = TRY(review.items(day));
     const auto approval = TRY(review.approval(day));
@@ -289,11 +333,12 @@ template <typename Compute, typename Answer>
 auto DayBook::edit(EditKind kind, const LocalDay& day, std::span<const UUID> ids, Compute compute,
                    Answer answer)
 {
-    using Result =
-        decltype(answer(std::declval<std::vector<ReviewSubject>&>(), std::declval<ReviewedLayerMutation&>()));
+    using Result = decltype(answer(std::declval<std::vector<ReviewSubject>&>(),
+                                   std::declval<ReviewedLayerMutation&>(), std::declval<ReviewDay&>()));
     std::optional<DayEdit> done;
+    std::unique_ptr<Left> left;
     auto result = m_store.database().write([&](StoreConnection&) -> Result {
-        const auto loaded = TRY(load(day));
+        auto loaded = TRY(load(day));
         const auto selected = TRY(subjects(loaded.content, ids));
         const EditContext context{loaded.content, loaded.directory, loaded.calendar};
         const auto mutation = TRY(compute(selected, context));
@@ -304,9 +349,15 @@ auto DayBook::edit(EditKind kind, const LocalDay& day, std::span<const UUID> ids
         TRY(m_store.review().apply(mutation));
         if (done)
             done->after = TRY(layer(day, mutation.reviewUpserts));
-        return answer(selected, mutation);
+        // What was recorded is what it was.
+        left = std::make_unique<Left>(TRY(load(day, std::move(loaded.segments))),
+                                      TRY(m_store.database().dataVersion()), m_store.database().ownChanges());
+        return answer(selected, mutation, left->day.content);
     });
-    if (result && done)
+    if (!result)
+        return result;
+    m_left = std::move(left);
+    if (done)
         m_history->add(*std::move(done));
     return result;
 }
@@ -316,9 +367,9 @@ DayEdited<EditedWork> DayBook::editInPlace(EditKind kind, const LocalDay& day, s
                                            Compute compute)
 {
     return edit(kind, day, ids, compute,
-                [&](const std::vector<ReviewSubject>& selected,
-                    const ReviewedLayerMutation& mutation) -> DayEdited<EditedWork> {
-                    return afterwards(TRY(load(day)).content, selected, mutation);
+                [](const std::vector<ReviewSubject>& selected, const ReviewedLayerMutation& mutation,
+                   const ReviewDay& after) -> DayEdited<EditedWork> {
+                    return afterwards(after, selected, mutation);
                 });
 }
 
@@ -327,7 +378,7 @@ DayEdited<std::vector<ReviewedWorkItem>> DayBook::editItems(EditKind kind, const
                                                             std::span<const UUID> ids, Compute compute)
 {
     return edit(kind, day, ids, compute,
-                [](const std::vector<ReviewSubject>&, const ReviewedLayerMutation& mutation)
+                [](const std::vector<ReviewSubject>&, const ReviewedLayerMutation& mutation, const ReviewDay&)
                     -> DayEdited<std::vector<ReviewedWorkItem>> { return mutation.upserts; });
 }
 
@@ -391,39 +442,26 @@ DayEdited<std::vector<ReviewedWorkItem>> DayBook::describe(const LocalDay& day, 
                      });
 }
 
-DayEdited<std::vector<ReviewedWorkItem>> DayBook::addWork(EditKind kind, const LocalDay& day, Interval when,
-                                                          const WorkTarget& target,
-                                                          const std::optional<std::string>& description)
-{
-    return editItems(kind, day, {}, [&](const auto&, const EditContext& context) {
-        const auto assignment = assignmentTo(target, context.directory);
-        return addMissingWork({.start = when.start,
-                               .end = when.end,
-                               .clientID = assignment.clientID,
-                               .projectID = assignment.projectID,
-                               .billable = assignment.isBillable,
-                               .description = description},
-                              context);
-    });
-}
-
 DayEdited<std::vector<ReviewedWorkItem>> DayBook::add(const LocalDay& day, Interval when,
                                                       const WorkTarget& target,
                                                       const std::optional<std::string>& description)
 {
-    return addWork(EditKind::addWork, day, when, target, description);
+    return editItems(EditKind::addWork, day, {}, [&](const auto&, const EditContext& context) {
+        return addWork(when, target, description, context);
+    });
 }
 
 DayEdited<std::vector<ReviewedWorkItem>> DayBook::convertIdle(const LocalDay& day, SegmentID idle,
                                                               const WorkTarget& target,
                                                               const std::optional<std::string>& description)
 {
-    return m_store.database().write([&](StoreConnection&) -> DayEdited<std::vector<ReviewedWorkItem>> {
-        const auto when = idleTime(idle, TRY(load(day)).content);
-        if (!when)
-            return std::unexpected(UnknownWork{idle.uuid});
-        return addWork(EditKind::convertIdle, day, *when, target, description);
-    });
+    return editItems(EditKind::convertIdle, day, {},
+                     [&](const auto&, const EditContext& context) -> DayEdited<ReviewedLayerMutation> {
+                         const auto when = idleTime(idle, context.day);
+                         if (!when)
+                             return std::unexpected(UnknownWork{idle.uuid});
+                         return TRY(addWork(*when, target, description, context));
+                     });
 }
 
 DayEdited<ReviewedDayApproval> DayBook::markReady(const LocalDay& day, Instant now)

@@ -2,6 +2,7 @@
 
 #include <expected>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <span>
@@ -96,6 +97,9 @@ class DayBook {
 public:
     /// A history, which outlives the book, remembers its edits.
     DayBook(OpenedStore& store, CalendarContext calendar, EditHistory* history = nullptr);
+    ~DayBook();
+    DayBook(const DayBook&) = delete;
+    DayBook& operator=(const DayBook&) = delete;
 
     const CalendarContext& calendar() const { return m_calendar; }
 
@@ -134,7 +138,11 @@ public:
 
 private:
     struct Loaded;
+    struct Left;
+    CalendarContext calendarOf(const LocalDay& day) const;
     Stored<Loaded> load(const LocalDay& day) const;
+    Stored<Loaded> load(const LocalDay& day, std::vector<ActivitySegment> segments) const;
+    Stored<Loaded> loadAfterEdit(const LocalDay& day) const;
     Stored<ListedDay> summarize(const LocalDay& day, const ExclusionEngine& exclusion,
                                 const std::map<std::string, std::string>& exportedRevisions) const;
     template <typename Compute, typename Answer>
@@ -145,9 +153,6 @@ private:
     template <typename Compute>
     DayEdited<std::vector<ReviewedWorkItem>> editItems(EditKind kind, const LocalDay& day,
                                                        std::span<const UUID> ids, Compute compute);
-    DayEdited<std::vector<ReviewedWorkItem>> addWork(EditKind kind, const LocalDay& day, Interval when,
-                                                     const WorkTarget& target,
-                                                     const std::optional<std::string>& description);
     Stored<ReviewedLayer> layer(const LocalDay& day,
                                 const std::map<SegmentID, SegmentReview>& segments) const;
     DayEdited<DayEdit> repeat(EditHistory::Direction direction);
@@ -155,6 +160,8 @@ private:
     OpenedStore& m_store;
     CalendarContext m_calendar;
     EditHistory* m_history;
+    /// The day as the last edit left it, for who looks at it next; taken only while nobody has written since.
+    mutable std::unique_ptr<Left> m_left;
 };
 
 } // namespace stintbook

@@ -1,5 +1,7 @@
 #include "App/RecordedDay.h"
 
+#include <utility>
+
 #include "Base/Try.h"
 #include "Store/PersistentActivitySegmentRepository.h"
 #include "Store/PersistentReviewStore.h"
@@ -8,8 +10,13 @@ namespace stintbook {
 
 Stored<RecordedDay> recordedDay(OpenedStore& store, Interval bounds)
 {
+    return recordedDay(store, bounds, TRY(store.segments().segments(bounds)));
+}
+
+Stored<RecordedDay> recordedDay(OpenedStore& store, Interval bounds, std::vector<ActivitySegment> segments)
+{
     RecordedDay day;
-    day.segments = TRY(store.segments().segments(bounds));
+    day.segments = std::move(segments);
     day.free = freeSegments(day.segments, bounds, TRY(store.review().items(bounds)));
     std::vector<SegmentID> ids;
     ids.reserve(day.segments.size());

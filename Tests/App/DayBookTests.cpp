@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "StoreOfADay.h"
@@ -22,6 +24,28 @@ TEST(DayBook, KeepsADayReadyWhenMoreIsRecorded)
     ASSERT_EQ(listed.size(), 1U);
     EXPECT_EQ(listed.front().recordsState, RecordsDayState::readyToBill);
     EXPECT_EQ(listed.front().unreviewedDuration, Seconds{3600});
+}
+
+TEST(DayBook, ShowsAfterItsOwnEditWhatOthersHaveWrittenSince)
+{
+    StoreOfADay world;
+    auto book = world.book();
+    const auto ids = world.blockIDs();
+    const auto first = std::span(ids).first(1);
+    const auto last = std::span(ids).last(1);
+    const auto ignored = [&] {
+        return std::ranges::count_if(book.open(world.day)->content.blocks,
+                                     [](const WorkBlock& block) { return block.review.isIgnored; });
+    };
+    ASSERT_TRUE(book.ignore(world.day, first));
+    const auto elsewhere = world.open();
+    ASSERT_TRUE(DayBook(*elsewhere, world.calendar).ignore(world.day, last));
+    EXPECT_EQ(ignored(), 2);
+
+    // The same connection, by another book.
+    ASSERT_TRUE(book.restore(world.day, first));
+    ASSERT_TRUE(world.book().restore(world.day, last));
+    EXPECT_EQ(ignored(), 0);
 }
 
 TEST(DayBook, SeesTheSameSecondOnceHoweverItsDayIsCut)

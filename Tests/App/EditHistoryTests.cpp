@@ -17,9 +17,17 @@ protected:
         friend bool operator==(const State&, const State&) = default;
     };
 
-    State state() const
+    /// As the book that edits tells it, which may remember it from its last edit, and as it is stored.
+    State state()
     {
-        auto opened = book.open(world.day);
+        const auto told = contentOf(book);
+        EXPECT_TRUE(told == contentOf(world.book()));
+        return told;
+    }
+
+    State contentOf(const DayBook& of) const
+    {
+        auto opened = of.open(world.day);
         return {opened->content.blocks, opened->content.items};
     }
 
