@@ -105,8 +105,9 @@ Item {
         name: row.state === "reviewed" ? "check" : row.isUnresolved ? "warning" : row.state === "assignedByRule" ? "rules" : "minus"
         visible: row.state === "reviewed" || row.isUnresolved || row.state === "assignedByRule"
         ink: row.state === "reviewed" ? Theme.good : row.isUnresolved ? Theme.warning : Theme.secondaryInk
+        HoverHandler { id: overMention }
         Hint {
-            isWanted: hover.hovered
+            isWanted: overMention.hovered
             text: row.stateText
         }
     }
