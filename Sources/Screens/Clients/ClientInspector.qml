@@ -49,7 +49,7 @@ Panel {
                     stored: inspector.client.name ?? ""
                     subject: inspector.clientID
                     Accessible.name: qsTr("Client name")
-                    onEdited: (text) => inspector.clients.renameClient(text)
+                    onEdited: (text) => inspector.clients.renameClient(inspector.clientID, text)
                     onRestored: inspector.clients.dismissComplaint("name")
                 }
             }
@@ -61,7 +61,7 @@ Panel {
                     color: inspector.client.clientColor ?? ""
                     subject: inspector.clientID
                     complaint: inspector.complaints.color ?? ""
-                    onPicked: (color) => inspector.clients.colorClient(color)
+                    onPicked: (color) => inspector.clients.colorClient(inspector.clientID, color)
                     onRestored: inspector.clients.dismissComplaint("color")
                 }
             }
@@ -80,7 +80,7 @@ Panel {
                     placeholder: qsTr("No rate")
                     name: qsTr("Client hourly rate")
                     refusal: inspector.complaints.rate ?? ""
-                    onEdited: (rate) => inspector.clients.setClientRate(rate)
+                    onEdited: (rate) => inspector.clients.setClientRate(inspector.clientID, rate)
                     onRestored: inspector.clients.dismissComplaint("rate")
                 }
                 RoundingRow {
@@ -91,7 +91,7 @@ Panel {
                     roundings: inspector.clients.clientRoundings
                     stored: inspector.client.rounding ?? ""
                     complaint: inspector.complaints.rounding ?? ""
-                    onChose: (rounding) => inspector.clients.setClientRounding(rounding)
+                    onChose: (rounding) => inspector.clients.setClientRounding(inspector.clientID, rounding)
                 }
             }
             Separator { }
@@ -104,6 +104,7 @@ Panel {
             Separator { }
             EndOfEntry {
                 Layout.fillWidth: true
+                subject: inspector.clientID
                 name: inspector.client.name ?? ""
                 references: inspector.client.references ?? ""
                 isArchived: inspector.client.isArchived ?? false
@@ -113,8 +114,8 @@ Panel {
                 deleteText: qsTr("Delete Client…")
                 question: qsTr("Delete this client?")
                 consequence: qsTr("Its projects and billing go with it. This cannot be taken back.")
-                onArchived: (isArchived) => inspector.clients.archiveClient(isArchived)
-                onDeleted: inspector.clients.deleteClient()
+                onArchived: (isArchived) => inspector.clients.archiveClient(inspector.clientID, isArchived)
+                onDeleted: (id) => inspector.clients.deleteClient(id)
             }
         }
     }

@@ -92,6 +92,16 @@ QString ClientsModel::selected() const
     return m_selected ? text(*m_selected) : QString();
 }
 
+QVariantMap ClientsModel::complaints() const
+{
+    QVariantMap complaints;
+    for (const auto& clientID : {std::optional<UUID>(), m_selected}) {
+        if (const auto found = m_complaints.find(clientID); found != m_complaints.end())
+            complaints.insert(found->second);
+    }
+    return complaints;
+}
+
 void ClientsModel::select(const QString& id)
 {
     setSelected(UUID::parse(id.toStdString()));
@@ -100,8 +110,7 @@ void ClientsModel::select(const QString& id)
 void ClientsModel::setSelected(std::optional<UUID> id)
 {
     if (m_selected != id) {
-        m_selected = id;
-        m_complaints.clear();
+        m_complaints.erase(std::exchange(m_selected, id));
         Q_EMIT complaintsChanged();
     }
     showRows();
@@ -158,63 +167,69 @@ template <typename ID> ClientsModel::Outcome ClientsModel::outcome(const ClientE
 
 void ClientsModel::addClient(const QString& name, const QString& color)
 {
-    edit(
-        QStringLiteral("newClient"),
-        [client =
-             ClientBook::NewClient{
-                 .name = name.toStdString(), .color = typed(color), .rate = {}, .rounding = {}}](
-            ClientBook& book) { return outcome(book.addClient(client)); },
-        &ClientsModel::clientWasAdded);
+    const ClientBook::NewClient client{
+        .name = name.toStdString(), .color = typed(color), .rate = {}, .rounding = {}};
+    add(
+        {.clientID = {}, .name = QStringLiteral("newClient")},
+        [client](ClientBook& book) { return outcome(book.addClient(client)); },
+        [this](const UUID& id) {
+            // The words that were searched for would hide it.
+            m_words.clear();
+            setSelected(id);
+            Q_EMIT clientAdded();
+        });
 }
 
-void ClientsModel::renameClient(const QString& name)
+void ClientsModel::renameClient(const QString& clientID, const QString& name)
 {
-    editClient(QStringLiteral("name"), [name = name.toStdString()](ClientBook& book, ClientID id) {
+    editClient(clientID, "name", [name = name.toStdString()](ClientBook& book, ClientID id) {
         return book.renameClient(id, name);
     });
 }
 
-void ClientsModel::colorClient(const QString& color)
+void ClientsModel::colorClient(const QString& clientID, const QString& color)
 {
-    editClient(QStringLiteral("color"),
+    editClient(clientID, "color",
                [color = typed(color)](ClientBook& book, ClientID id) { return book.colorClient(id, color); });
 }
 
-void ClientsModel::setClientRate(const QString& rate)
+void ClientsModel::setClientRate(const QString& clientID, const QString& rate)
 {
-    editClient(QStringLiteral("rate"),
+    editClient(clientID, "rate",
                [rate = typed(rate)](ClientBook& book, ClientID id) { return book.setClientRate(id, rate); });
 }
 
-void ClientsModel::setClientRounding(const QString& rounding)
+void ClientsModel::setClientRounding(const QString& clientID, const QString& rounding)
 {
-    editClient(QStringLiteral("rounding"),
+    editClient(clientID, "rounding",
                [policy = fromRawValue<RoundingPolicy>(rounding.toStdString())](
                    ClientBook& book, ClientID id) { return book.setClientRounding(id, policy); });
 }
 
-void ClientsModel::archiveClient(bool isArchived)
+void ClientsModel::archiveClient(const QString& clientID, bool isArchived)
 {
-    editClient(QStringLiteral("remove"),
+    editClient(clientID, "remove",
                [isArchived](ClientBook& book, ClientID id) { return book.archiveClient(id, isArchived); });
 }
 
-void ClientsModel::deleteClient()
+void ClientsModel::deleteClient(const QString& clientID)
 {
-    editClient(QStringLiteral("remove"), [](ClientBook& book, ClientID id) { return book.deleteClient(id); });
+    editClient(clientID, "remove", [](ClientBook& book, ClientID id) { return book.deleteClient(id); });
 }
 
 void ClientsModel::addProject(const QString& name)
 {
     if (!m_selected)
         return;
-    edit(
-        QStringLiteral("newProject"),
-        [project =
-             ClientBook::NewProject{
-                 .clientID = {*m_selected}, .name = name.toStdString(), .rate = {}, .rounding = {}}](
-            ClientBook& book) { return outcome(book.addProject(project)); },
-        &ClientsModel::projectWasAdded);
+    const ClientBook::NewProject project{
+        .clientID = {*m_selected}, .name = name.toStdString(), .rate = {}, .rounding = {}};
+    add(
+        {.clientID = m_selected, .name = QStringLiteral("newProject")},
+        [project](ClientBook& book) { return outcome(book.addProject(project)); },
+        [this, client = m_selected](const UUID& id) {
+            if (m_selected == client)
+                Q_EMIT projectAdded(text(id));
+        });
 }
 
 void ClientsModel::renameProject(const QString& projectID, const QString& name)
@@ -258,34 +273,51 @@ void ClientsModel::deleteProject(const QString& projectID)
 
 void ClientsModel::dismissComplaint(const QString& field)
 {
-    complain(field, std::nullopt);
+    complain({.clientID = {}, .name = field}, std::nullopt);
+    complain({.clientID = m_selected, .name = field}, std::nullopt);
 }
 
 void ClientsModel::refresh()
 {
     m_isStale = true;
     if (m_isShown)
-        edit({}, [](ClientBook&) { return Outcome{}; });
+        ask([](ClientBook&) { return Outcome{}; }, [](const Outcome&) {});
 }
 
-void ClientsModel::editClient(const QString& field,
+void ClientsModel::editClient(const QString& clientID, const char* field,
                               std::function<ClientEdited<void>(ClientBook&, ClientID)> work)
 {
-    if (m_selected)
-        edit(field, [id = ClientID{*m_selected}, work = std::move(work)](ClientBook& book) {
-            return outcome(work(book, id));
-        });
+    if (const auto id = ClientID::parse(clientID.toStdString()))
+        edit({.clientID = id->uuid, .name = QLatin1String(field)},
+             [id = *id, work = std::move(work)](ClientBook& book) { return outcome(work(book, id)); });
 }
 
 void ClientsModel::editProject(const QString& projectID, const char* field,
                                std::function<ClientEdited<void>(ClientBook&, ProjectID)> work)
 {
     if (const auto id = ProjectID::parse(projectID.toStdString()))
-        edit(projectID + QLatin1Char('.') + QLatin1String(field),
+        edit({.clientID = m_selected, .name = projectID + QLatin1Char('.') + QLatin1String(field)},
              [id = *id, work = std::move(work)](ClientBook& book) { return outcome(work(book, id)); });
 }
 
-void ClientsModel::edit(const QString& field, Edit edit, Done done)
+void ClientsModel::edit(const Field& field, Edit work)
+{
+    ask(std::move(work), [this, field](const Outcome& outcome) { complain(field, outcome.problem); });
+}
+
+void ClientsModel::add(const Field& field, Edit work, std::function<void(const UUID& made)> done)
+{
+    if (std::exchange(m_isAdding, true))
+        return;
+    ask(std::move(work), [this, field, done = std::move(done)](const Outcome& outcome) {
+        m_isAdding = false;
+        complain(field, outcome.problem);
+        if (outcome.made)
+            done(*outcome.made);
+    });
+}
+
+void ClientsModel::ask(Edit work, std::function<void(const Outcome&)> done)
 {
     struct Answer {
         Outcome outcome;
@@ -295,9 +327,9 @@ void ClientsModel::edit(const QString& field, Edit edit, Done done)
     m_isStale = false;
     m_context.desk.ask(
         this,
-        [edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
+        [work = std::move(work)](StoreDesk::Workplace& place) -> Answer {
             ClientBook book(place.store);
-            Answer answer{.outcome = edit(book), .shown = nullptr, .problem = std::nullopt};
+            Answer answer{.outcome = work(book), .shown = nullptr, .problem = std::nullopt};
             auto shown = [&]() -> Stored<Shown> {
                 Shown read;
                 read.clients = TRY(book.clients());
@@ -311,18 +343,18 @@ void ClientsModel::edit(const QString& field, Edit edit, Done done)
                 answer.problem = message(shown.error());
             return answer;
         },
-        [this, field, done](const Answer& answer) {
-            if (!field.isEmpty())
-                complain(field, answer.outcome.problem);
+        [this, done](const Answer& answer) {
             setProblem(answer.problem ? text(*answer.problem) : QString());
             if (answer.shown)
                 show(answer.shown);
-            if (done != nullptr && answer.outcome.made)
-                (this->*done)(*answer.outcome.made);
+            else
+                m_isStale = true;
+            done(answer.outcome);
         },
-        [this](const std::string& problem) {
+        [this, done](const std::string& problem) {
             m_isStale = true;
             setProblem(text(problem));
+            done({});
         });
 }
 
@@ -355,12 +387,13 @@ void ClientsModel::showRows()
     Q_EMIT selectionChanged();
 }
 
-void ClientsModel::complain(const QString& field, const std::optional<std::string>& problem)
+void ClientsModel::complain(const Field& field, const std::optional<std::string>& problem)
 {
+    auto& complaints = m_complaints[field.clientID];
     if (problem)
-        m_complaints.insert(field, text(*problem));
+        complaints.insert(field.name, text(*problem));
     else
-        m_complaints.remove(field);
+        complaints.remove(field.name);
     Q_EMIT complaintsChanged();
 }
 
@@ -368,19 +401,6 @@ void ClientsModel::setProblem(const QString& problem)
 {
     if (std::exchange(m_problem, problem) != problem)
         Q_EMIT complaintsChanged();
-}
-
-void ClientsModel::clientWasAdded(const UUID& id)
-{
-    // The words that were searched for would hide it.
-    m_words.clear();
-    setSelected(id);
-    Q_EMIT clientAdded();
-}
-
-void ClientsModel::projectWasAdded(const UUID& id)
-{
-    Q_EMIT projectAdded(text(id));
 }
 
 } // namespace stintbook

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QVariantMap>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -18,7 +19,7 @@ namespace stintbook {
 /// The clients with their projects, and the edits of them. Nothing is read until the screen is shown.
 ///
 /// Edits name the field that they come from; the sentence of one that was refused stands in `complaints` under that
-/// name until the field is edited again or another client is selected.
+/// name while the client that it is about is selected, until the field is edited again or the client is left.
 class ClientsModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -53,7 +54,7 @@ public:
     void search(const QString& words);
     /// What is wrong with all of the screen, as that nothing can be read.
     const QString& problem() const { return m_problem; }
-    const QVariantMap& complaints() const { return m_complaints; }
+    QVariantMap complaints() const;
     QString selected() const;
     void select(const QString& id);
     /// -1 without a selection.
@@ -71,13 +72,12 @@ public:
     Q_INVOKABLE QString rateComplaint(const QString& rate) const;
 
     Q_INVOKABLE void addClient(const QString& name, const QString& color);
-    // Of the selected client.
-    Q_INVOKABLE void renameClient(const QString& name);
-    Q_INVOKABLE void colorClient(const QString& color);
-    Q_INVOKABLE void setClientRate(const QString& rate);
-    Q_INVOKABLE void setClientRounding(const QString& rounding);
-    Q_INVOKABLE void archiveClient(bool isArchived);
-    Q_INVOKABLE void deleteClient();
+    Q_INVOKABLE void renameClient(const QString& clientID, const QString& name);
+    Q_INVOKABLE void colorClient(const QString& clientID, const QString& color);
+    Q_INVOKABLE void setClientRate(const QString& clientID, const QString& rate);
+    Q_INVOKABLE void setClientRounding(const QString& clientID, const QString& rounding);
+    Q_INVOKABLE void archiveClient(const QString& clientID, bool isArchived);
+    Q_INVOKABLE void deleteClient(const QString& clientID);
 
     /// Under the selected client.
     Q_INVOKABLE void addProject(const QString& name);
@@ -91,7 +91,7 @@ public:
     Q_INVOKABLE void dismissProblem() { setProblem({}); }
     Q_INVOKABLE void dismissComplaint(const QString& field);
     /// Reads what is shown again.
-    Q_INVOKABLE void refresh();
+    void refresh();
 
 Q_SIGNALS:
     void shownChanged();
@@ -109,22 +109,29 @@ private:
         std::optional<std::string> problem;
     };
     using Edit = std::function<Outcome(ClientBook&)>;
-    using Done = void (ClientsModel::*)(const UUID& made);
+    /// Where the sentence of a refusal stands.
+    struct Field {
+        /// None for a client that is yet to be made.
+        std::optional<UUID> clientID;
+        QString name;
+    };
 
     static Outcome outcome(const ClientEdited<void>& edited);
     template <typename ID> static Outcome outcome(const ClientEdited<ID>& made);
 
-    /// Does the edit and reads all, or complains at the field.
-    void edit(const QString& field, Edit edit, Done done = nullptr);
-    void editClient(const QString& field, std::function<ClientEdited<void>(ClientBook&, ClientID)> work);
+    void edit(const Field& field, Edit work);
+    void editClient(const QString& clientID, const char* field,
+                    std::function<ClientEdited<void>(ClientBook&, ClientID)> work);
     void editProject(const QString& projectID, const char* field,
                      std::function<ClientEdited<void>(ClientBook&, ProjectID)> work);
+    /// Like an edit, but not while another entry is being added.
+    void add(const Field& field, Edit work, std::function<void(const UUID& made)> done);
+    /// Does the work and shows all as it is then, and what became of the work.
+    void ask(Edit work, std::function<void(const Outcome&)> done);
     void show(std::shared_ptr<const Shown> shown);
     void showRows();
-    void complain(const QString& field, const std::optional<std::string>& problem);
+    void complain(const Field& field, const std::optional<std::string>& problem);
     void setProblem(const QString& problem);
-    void clientWasAdded(const UUID& id);
-    void projectWasAdded(const UUID& id);
     void setSelected(std::optional<UUID> id);
     std::optional<std::size_t> selectedRow() const;
 
@@ -133,7 +140,9 @@ private:
     bool m_isStale = true;
     QString m_words;
     QString m_problem;
-    QVariantMap m_complaints;
+    /// By the client, then by the field.
+    std::map<std::optional<UUID>, QVariantMap> m_complaints;
+    bool m_isAdding = false;
     std::optional<UUID> m_selected;
     std::shared_ptr<const Shown> m_shown;
     RowModel<ClientRow> m_clients;

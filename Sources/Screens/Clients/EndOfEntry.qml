@@ -6,6 +6,7 @@ import Velloran
 ColumnLayout {
     id: end
 
+    property string subject
     property string name
     property string references
     property bool isArchived: false
@@ -16,7 +17,7 @@ ColumnLayout {
     property string question
     property string consequence
     signal archived(bool isArchived)
-    signal deleted()
+    signal deleted(string id)
 
     spacing: Theme.gap
     Words {
@@ -37,7 +38,7 @@ ColumnLayout {
             text: end.deleteText
             isDestructive: true
             // Where something uses it, asking first would ask for nothing: it is refused.
-            onClicked: end.references.length > 0 ? end.deleted() : confirmation.open()
+            onClicked: end.references.length > 0 ? end.deleted(end.subject) : confirmation.ask()
         }
     }
     Words {
@@ -52,9 +53,15 @@ ColumnLayout {
     }
     ConfirmSheet {
         id: confirmation
+        /// What was shown when it was asked: another may be by the time of the answer.
+        property string subject
+        function ask() {
+            subject = end.subject;
+            scope = end.name;
+            open();
+        }
         title: end.question
         text: end.consequence
-        scope: end.name
-        onConfirmed: end.deleted()
+        onConfirmed: end.deleted(subject)
     }
 }

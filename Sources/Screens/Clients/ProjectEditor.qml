@@ -79,6 +79,7 @@ ColumnLayout {
     }
     EndOfEntry {
         Layout.fillWidth: true
+        subject: editor.projectID
         name: editor.project.name
         references: editor.project.references
         isArchived: editor.project.isArchived
@@ -89,6 +90,6 @@ ColumnLayout {
         question: qsTr("Delete this project?")
         consequence: qsTr("This cannot be taken back.")
         onArchived: (isArchived) => editor.clients.archiveProject(editor.projectID, isArchived)
-        onDeleted: editor.clients.deleteProject(editor.projectID)
+        onDeleted: (id) => editor.clients.deleteProject(id)
     }
 }

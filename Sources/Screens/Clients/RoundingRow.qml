@@ -21,7 +21,11 @@ FormRow {
         }
         Layout.fillWidth: true
         Accessible.name: row.name
-        onActivated: row.chose(currentValue)
+        onActivated: {
+            const chosen = currentValue;
+            showStored();
+            row.chose(chosen);
+        }
         onCountChanged: showStored()
         Component.onCompleted: showStored()
     }
