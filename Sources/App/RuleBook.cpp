@@ -124,6 +124,13 @@ RuleEdited<RuleID> RuleBook::addExclusion(const TypedMatch& match)
     return added.id;
 }
 
+RuleEdited<void> RuleBook::setExclusionEnabled(RuleID id, bool isEnabled)
+{
+    return changeExclusions(m_store, [&](std::vector<ExclusionRule> rules) {
+        return isEnabled ? enabled(std::move(rules), id) : disabled(std::move(rules), id);
+    });
+}
+
 RuleEdited<void> RuleBook::removeExclusion(RuleID id)
 {
     return changeExclusions(m_store,

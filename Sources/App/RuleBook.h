@@ -62,6 +62,7 @@ public:
     RuleEdited<void> remove(RuleID id);
 
     RuleEdited<RuleID> addExclusion(const TypedMatch& match);
+    RuleEdited<void> setExclusionEnabled(RuleID id, bool isEnabled);
     RuleEdited<void> removeExclusion(RuleID id);
 
 private:

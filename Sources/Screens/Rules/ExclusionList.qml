@@ -41,6 +41,8 @@ FocusScope {
                 T.ScrollBar.vertical: ScrollEdge { }
                 Accessible.role: Accessible.List
                 Accessible.name: qsTr("Exclusions")
+                Keys.onSpacePressed: if (currentItem) currentItem.toggle()
+                Keys.onDeletePressed: if (currentItem) currentItem.remove()
                 delegate: Item {
                     id: row
 
@@ -49,6 +51,13 @@ FocusScope {
                     required property string conditions
                     required property bool isEnabled
                     readonly property bool isCurrent: ListView.isCurrentItem && ListView.view.activeFocus
+
+                    function toggle() {
+                        panel.rules.setExclusionEnabled(ruleID, !isEnabled);
+                    }
+                    function remove() {
+                        panel.rules.removeExclusion(ruleID);
+                    }
 
                     width: ListView.view.width - Theme.gap
                     height: 40
@@ -66,6 +75,15 @@ FocusScope {
                         anchors.fill: parent
                         anchors.leftMargin: Theme.gap
                         spacing: Theme.gap
+                        Toggle {
+                            checked: row.isEnabled
+                            focusPolicy: Qt.NoFocus
+                            Accessible.name: qsTr("Turn the exclusion of %1 on or off").arg(row.conditions)
+                            onToggled: {
+                                row.toggle();
+                                checked = Qt.binding(() => row.isEnabled);
+                            }
+                        }
                         Words {
                             Layout.fillWidth: true
                             text: row.conditions
@@ -75,7 +93,7 @@ FocusScope {
                         IconButton {
                             glyph: "close"
                             text: qsTr("Remove %1").arg(row.conditions)
-                            onClicked: panel.rules.removeExclusion(row.ruleID)
+                            onClicked: row.remove()
                         }
                     }
                 }

@@ -306,9 +306,9 @@ void RuleEditor::showDraft()
 /// One count at a time: an edit that comes meanwhile has the next one.
 void RuleEditor::count()
 {
-    if (m_kind == Kind::exclusion || !m_draft || m_isCounting)
+    if (m_isCounting)
         return;
-    if (!rule(*m_draft)) {
+    if (m_kind == Kind::exclusion || !m_draft || !rule(*m_draft)) {
         m_effect.clear();
         Q_EMIT changed();
         return;
@@ -326,12 +326,12 @@ void RuleEditor::count()
                 count();
                 return;
             }
-            m_effect = effect ? text(description(*effect)) : QString();
+            m_effect = text(effect ? description(*effect) : message(effect.error()));
             Q_EMIT changed();
         },
         [this](const std::string& problem) {
             m_isCounting = false;
-            m_problem = text(problem);
+            m_effect = text(problem);
             Q_EMIT changed();
         });
     Q_EMIT changed();
@@ -339,9 +339,10 @@ void RuleEditor::count()
 
 void RuleEditor::save()
 {
-    if (!m_draft)
+    if (!m_draft || std::exchange(m_isSaving, true))
         return;
     m_isAskingToDiscard = false;
+    Q_EMIT changed();
     m_context.desk.ask(
         this,
         [draft = *m_draft, kind = m_kind](StoreDesk::Workplace& place) -> RuleEdited<RuleID> {
@@ -351,19 +352,26 @@ void RuleEditor::save()
             TRY(book.save(draft));
             return draft.id;
         },
-        [this](const RuleEdited<RuleID>& result) {
-            if (!result) {
-                m_problem = text(message(result.error()));
-                Q_EMIT changed();
-                return;
-            }
-            close();
+        [this, draft = m_draft->id](const RuleEdited<RuleID>& result) {
+            m_isSaving = false;
+            if (!result)
+                return refuse(draft, message(result.error()));
+            if (m_draft && m_draft->id == draft)
+                close();
             Q_EMIT saved(text(result->uuid));
         },
-        [this](const std::string& problem) {
-            m_problem = text(problem);
-            Q_EMIT changed();
+        [this, draft = m_draft->id](const std::string& problem) {
+            m_isSaving = false;
+            refuse(draft, problem);
         });
+}
+
+void RuleEditor::refuse(RuleID draft, const std::string& problem)
+{
+    if (!m_draft || m_draft->id != draft)
+        return;
+    m_problem = text(problem);
+    Q_EMIT changed();
 }
 
 void RuleEditor::giveUp()

@@ -77,6 +77,7 @@ public:
     QString billable() const;
     /// What the suggestion would attribute of the day that it was made from; empty for other drafts.
     const QString& dayEffect() const { return m_dayEffect; }
+    /// Or why that is not known.
     const QString& effect() const { return m_effect; }
     bool isCounting() const { return m_isCounting; }
     bool isAskingToDiscard() const { return m_isAskingToDiscard; }
@@ -128,6 +129,8 @@ private:
     bool open(Kind kind, RuleDraft draft);
     /// The draft is another than before.
     void edited();
+    /// Says why a draft was not stored, if it is still the one that is open.
+    void refuse(RuleID draft, const std::string& problem);
     void showDraft();
     void close();
     void count();
@@ -145,6 +148,7 @@ private:
     QString m_effect;
     QString m_problem;
     bool m_isCounting = false;
+    bool m_isSaving = false;
     bool m_isAskingToDiscard = false;
     RowModel<ConditionRow> m_conditions;
     RowModel<TargetRow> m_clients;

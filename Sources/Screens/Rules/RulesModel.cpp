@@ -87,7 +87,13 @@ QString RulesModel::selected() const
 
 void RulesModel::select(const QString& id)
 {
-    m_selected = UUID::parse(id.toStdString());
+    setSelected(UUID::parse(id.toStdString()));
+}
+
+void RulesModel::setSelected(std::optional<UUID> id)
+{
+    if (std::exchange(m_selected, id) != id)
+        tellProblems({}, m_readingProblem);
     showConflicts();
 }
 
@@ -115,8 +121,7 @@ void RulesModel::selectNeighbour(int distance)
     const auto row = selectedRow();
     const auto last = static_cast<int>(rows.size()) - 1;
     const auto next = row ? std::clamp(static_cast<int>(*row) + distance, 0, last) : 0;
-    m_selected = rows[static_cast<std::size_t>(next)].id;
-    showConflicts();
+    setSelected(rows[static_cast<std::size_t>(next)].id);
 }
 
 RulesModel::Outcome RulesModel::outcome(const RuleEdited<void>& edited)
@@ -158,6 +163,13 @@ void RulesModel::duplicate(const QString& id)
 void RulesModel::remove(const QString& id)
 {
     editRules(id, [](RuleBook& book, RuleID rule) { return outcome(book.remove(rule)); });
+}
+
+void RulesModel::setExclusionEnabled(const QString& id, bool isEnabled)
+{
+    editRules(id, [isEnabled](RuleBook& book, RuleID rule) {
+        return outcome(book.setExclusionEnabled(rule, isEnabled));
+    });
 }
 
 void RulesModel::removeExclusion(const QString& id)
@@ -223,7 +235,7 @@ void RulesModel::suggestFor(const QString& dayID, const QString& workID, const Q
 
 void RulesModel::dismissProblem()
 {
-    setProblem({});
+    tellProblems({}, {});
 }
 
 void RulesModel::refresh()
@@ -254,34 +266,33 @@ void RulesModel::edit(Edit edit)
     struct Answer {
         Outcome outcome;
         std::shared_ptr<const RulesContent> content;
+        QString problem;
     };
-    m_isStale = false;
     const bool isEdit = edit != nullptr;
+    m_isStale = false;
     m_context.desk.ask(
         this,
         [edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
             RuleBook book(place.store);
-            Answer answer{.outcome = edit ? edit(book) : Outcome{}, .content = nullptr};
+            Answer answer{.outcome = edit ? edit(book) : Outcome{}, .content = nullptr, .problem = {}};
             if (auto content = read(place.store))
                 answer.content = std::make_shared<const RulesContent>(*std::move(content));
             else
-                answer.outcome.problem = tr("Rules could not be read from the local store.").toStdString();
+                answer.problem = tr("Rules could not be read from the local store.");
             return answer;
         },
         [this, isEdit](const Answer& answer) {
-            // What was refused stands until the next edit, not until the next reading.
-            if (isEdit || answer.outcome.problem || m_isUnreadable)
-                setProblem(answer.outcome.problem ? text(*answer.outcome.problem) : QString());
-            m_isUnreadable = !answer.content;
+            tellProblems(isEdit ? text(answer.outcome.problem.value_or("")) : m_refusal, answer.problem);
             if (answer.outcome.selected)
                 m_selected = answer.outcome.selected;
             if (answer.content)
                 show(answer.content);
+            else
+                m_isStale = true;
         },
         [this](const std::string& problem) {
-            m_isUnreadable = true;
             m_isStale = true;
-            setProblem(text(problem));
+            tellProblems(m_refusal, text(problem));
         });
 }
 
@@ -324,7 +335,6 @@ void RulesModel::count()
     if (!m_isShown || m_isCounting || !std::exchange(m_isCountStale, false))
         return;
     m_isCounting = true;
-    Q_EMIT changed();
     m_context.readings.ask(
         this,
         [calendar = m_context.calendar(),
@@ -340,13 +350,17 @@ void RulesModel::count()
             if (summaries)
                 m_summaries = *std::move(summaries);
             else
-                setProblem(text(message(summaries.error())));
+                tellProblems(m_refusal, text(message(summaries.error())));
             showRows();
             count();
+            if (!summaries && !m_isCounting)
+                m_isCountStale = true;
         },
         [this](const std::string& problem) {
             m_isCounting = false;
-            setProblem(text(problem));
+            // Tried again when the rules are read or shown the next time.
+            m_isCountStale = true;
+            tellProblems(m_refusal, text(problem));
         });
 }
 
@@ -364,10 +378,11 @@ void RulesModel::nameApplications()
         [](const std::string&) {});
 }
 
-void RulesModel::setProblem(const QString& problem)
+void RulesModel::tellProblems(const QString& refusal, const QString& readingProblem)
 {
-    if (std::exchange(m_problem, problem) != problem)
-        Q_EMIT changed();
+    m_refusal = refusal;
+    m_readingProblem = readingProblem;
+    Q_EMIT changed();
 }
 
 } // namespace stintbook

@@ -27,7 +27,6 @@ class RulesModel : public QObject {
 
     Q_PROPERTY(bool isShown READ isShown WRITE setShown NOTIFY shownChanged)
     Q_PROPERTY(bool isRead READ isRead NOTIFY changed)
-    Q_PROPERTY(bool isCounting READ isCounting NOTIFY changed)
     Q_PROPERTY(QString summary READ summary NOTIFY changed)
     Q_PROPERTY(QString withoutTarget READ withoutTarget NOTIFY changed)
     Q_PROPERTY(QString problem READ problem NOTIFY changed)
@@ -44,12 +43,11 @@ public:
     bool isShown() const { return m_isShown; }
     void setShown(bool isShown);
     bool isRead() const { return m_content != nullptr; }
-    /// While it is counted what the rules do.
-    bool isCounting() const { return m_isCounting; }
     QString summary() const;
     /// Why no rule can be made yet; empty when one can.
     QString withoutTarget() const;
-    const QString& problem() const { return m_problem; }
+    /// Of the last edit that was refused, else of reading.
+    const QString& problem() const { return m_refusal.isEmpty() ? m_readingProblem : m_refusal; }
     QString selected() const;
     void select(const QString& id);
     /// -1 without a selection.
@@ -67,6 +65,7 @@ public:
     Q_INVOKABLE void setEnabled(const QString& id, bool isEnabled);
     Q_INVOKABLE void duplicate(const QString& id);
     Q_INVOKABLE void remove(const QString& id);
+    Q_INVOKABLE void setExclusionEnabled(const QString& id, bool isEnabled);
     Q_INVOKABLE void removeExclusion(const QString& id);
     Q_INVOKABLE void addRule();
     Q_INVOKABLE void editRule(const QString& id);
@@ -76,7 +75,7 @@ public:
     Q_INVOKABLE void suggestFor(const QString& dayID, const QString& workID, const QString& titleWords);
     Q_INVOKABLE void dismissProblem();
     /// Reads what is shown again.
-    Q_INVOKABLE void refresh();
+    void refresh();
 
 Q_SIGNALS:
     void shownChanged();
@@ -94,7 +93,7 @@ private:
 
     static Outcome outcome(const RuleEdited<void>& edited);
     static Stored<RulesContent> read(OpenedStore& store);
-    /// Does the edit and reads the rules, or tells why it was not done.
+    /// Does the edit, where there is one, and reads the rules. Reading alone leaves what was refused before.
     void edit(Edit edit);
     void editRules(const QString& id, std::function<Outcome(RuleBook&, RuleID)> work);
     void show(std::shared_ptr<const RulesContent> content);
@@ -103,7 +102,8 @@ private:
     /// How much the rules attribute, unless that is known of these rules.
     void count();
     void nameApplications();
-    void setProblem(const QString& problem);
+    void setSelected(std::optional<UUID> id);
+    void tellProblems(const QString& refusal, const QString& readingProblem);
     std::optional<std::size_t> selectedRow() const;
 
     ScreenContext m_context;
@@ -111,9 +111,8 @@ private:
     bool m_isStale = true;
     bool m_isCounting = false;
     bool m_isCountStale = true;
-    QString m_problem;
-    /// The last reading failed, and the problem says why.
-    bool m_isUnreadable = false;
+    QString m_refusal;
+    QString m_readingProblem;
     std::optional<UUID> m_selected;
     std::shared_ptr<const RulesContent> m_content;
     RuleSummaries m_summaries;
