@@ -261,11 +261,10 @@ void AppEnvironment::changeRetention(const RetentionChangeRequest& request,
                                      std::move_only_function<void(HistoryOutcome)> reply,
                                      DeletionProgress progress)
 {
-    const auto scope = scopeOf(request, m_collaborators.calendar(), m_collaborators.timeSource.now());
-    if (!scope)
+    if (!request.scope)
         return reply(keep(m_preferences, request.window, {}));
     deleteActivity(
-        *scope,
+        *request.scope,
         [this, window = request.window, reply = std::move(reply)](ActivityDeleting::Outcome outcome) mutable {
             if (outcome)
                 reply(keep(m_preferences, window, *outcome));

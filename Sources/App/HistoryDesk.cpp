@@ -86,12 +86,12 @@ std::expected<RetentionChangeRequest, RetentionChangeUnknown> HistoryDesk::chang
     return retentionChange((*store)->database(), m_preferences.retentionWindow(), chosen, m_calendar, now);
 }
 
-HistoryDesk::Outcome HistoryDesk::apply(const RetentionChangeRequest& request, Instant now,
+HistoryDesk::Outcome HistoryDesk::apply(const RetentionChangeRequest& request,
                                         const DeletionProgress& progress) const
 {
     DeletedActivity deleted;
-    if (const auto scope = scopeOf(request, m_calendar, now))
-        deleted = TRY(deleteActivity(*scope, progress));
+    if (request.scope)
+        deleted = TRY(deleteActivity(*request.scope, progress));
     return keep(m_preferences, request.window, deleted);
 }
 

@@ -29,8 +29,7 @@ public:
                                                                          Instant now) const;
     /// Removes what the change removes, then stores the window. Where that cannot be stored, what is removed
     /// stays so.
-    Outcome apply(const RetentionChangeRequest& request, Instant now,
-                  const DeletionProgress& progress = {}) const;
+    Outcome apply(const RetentionChangeRequest& request, const DeletionProgress& progress = {}) const;
     /// What the present window no longer keeps; nothing where history is kept until it is deleted.
     Outcome cleanUp(Instant now, const DeletionProgress& progress = {}) const;
 

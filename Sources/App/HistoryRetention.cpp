@@ -66,15 +66,6 @@ std::optional<RetentionWindow> retentionWindowFrom(std::string_view text)
     return count ? RetentionWindow::days(*count) : std::nullopt;
 }
 
-std::optional<ActivityDataScope> scopeOf(const RetentionChangeRequest& request,
-                                         const CalendarContext& calendar, Instant now)
-{
-    const auto cutoff = retentionCutoff(request.window, calendar, now);
-    if (!cutoff || request.days.empty())
-        return std::nullopt;
-    return DaysBefore{*cutoff};
-}
-
 std::string message(const HistoryKept& problem)
 {
     return problem.sentence;
@@ -108,14 +99,17 @@ std::expected<RetentionChangeRequest, RetentionChangeUnknown> retentionChange(St
                                                                               const CalendarContext& calendar,
                                                                               Instant now)
 {
-    RetentionChangeRequest request{.window = chosen, .days = {}};
+    RetentionChangeRequest request{.window = chosen, .days = {}, .scope = std::nullopt};
     const auto cutoff = retentionCutoff(chosen, calendar, now);
     if (!cutoff || chosen.isLongerThan(present))
         return request;
-    auto days = recordedDays(store, DaysBefore{*cutoff}, calendar);
+    const DaysBefore older{*cutoff};
+    auto days = recordedDays(store, older, calendar);
     if (!days)
         return std::unexpected(RetentionChangeUnknown{});
     request.days = *std::move(days);
+    if (!request.days.empty())
+        request.scope = older;
     return request;
 }
 

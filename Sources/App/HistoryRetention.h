@@ -32,11 +32,9 @@ struct RetentionChangeRequest {
     /// Days with observed activity that would go, in order; none for a window that is longer than the present
     /// one.
     std::vector<LocalDay> days;
+    /// What applying the change deletes, whenever that is; absent where that is nothing.
+    std::optional<DaysBefore> scope;
 };
-
-/// What applying the change deletes; absent where that is nothing.
-std::optional<ActivityDataScope> scopeOf(const RetentionChangeRequest& request,
-                                         const CalendarContext& calendar, Instant now);
 
 /// What was asked for was not done, or not all of it; what and why, in a sentence.
 struct HistoryKept {

@@ -117,7 +117,7 @@ void addRetention(Noun& noun)
         const auto request = orRefuse(desk.history.change(window, session.now()));
         if (!request.days.empty() && !isConfirmed)
             askToConfirm(confirmation(request, shownRange(session, calendar, request.days)));
-        const auto deleted = orRefuse(desk.history.apply(request, session.now(), desk.shown("Removing…")));
+        const auto deleted = orRefuse(desk.history.apply(request, desk.shown("Removing…")));
         const auto sentence = window.dayCount()
             ? fmt::format("Observed activity is kept for {}.", label(window))
             : "Observed activity is kept until it is deleted.";

@@ -311,21 +311,27 @@ TEST_F(AppEnvironmentTest, CleansUpAtTheStartAndAfterMidnightAndSaysThatDataChan
     EXPECT_THAT(log.events(), ElementsAre("Retention cleanup removed 1 day(s)"));
 }
 
-TEST_F(AppEnvironmentTest, RemovesWhatAShorterWindowDoesNotKeepBeforeItHolds)
+TEST_F(AppEnvironmentTest, RemovesWhatItSaidThatAShorterWindowWouldRemoveBeforeThatHolds)
 {
     startWithStore();
-    time.advanceTo(stored.day.start + Seconds{5 * 86'400});
+    const Seconds day{86'400};
+    const auto yesterday = stored.at(9) + day * 4;
+    ASSERT_TRUE(stored.store->segments().save(
+        {{stored.segment({yesterday, yesterday + Seconds{60}}, ActivityKind::work, "kate")}}));
+    time.advanceTo(stored.day.start + day * 5);
     const auto shorter = *RetentionWindow::days(2);
     const auto change =
         retentionChange(stored.store->database(), environment->preferences().retentionWindow(), shorter,
                         stored.calendar, time.now());
     ASSERT_TRUE(change && change->days.size() == 1);
+    // The answer comes after midnight, when the window keeps a day less of what was there.
+    time.advance(day);
     std::optional<HistoryOutcome> outcome;
     environment->changeRetention(*change, [&](HistoryOutcome result) { outcome = std::move(result); });
     EXPECT_NE(environment->preferences().retentionWindow(), shorter);
     ASSERT_TRUE(comes([&] { return outcome.has_value(); }));
     EXPECT_EQ(outcome->value().dayCount, 1);
-    EXPECT_EQ(segmentCount(), 0U);
+    EXPECT_EQ(segmentCount(), 1U);
     EXPECT_EQ(environment->preferences().retentionWindow(), shorter);
 }
 

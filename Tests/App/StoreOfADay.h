@@ -65,14 +65,6 @@ public:
         ASSERT_TRUE(book().markReady(day, at(20)));
     }
 
-    TemporaryDirectory directory;
-    CalendarContext calendar = *CalendarContext::inZone("Europe/Berlin");
-    LocalDay day = *calendar.dayOn({2026, 11, 20});
-    std::unique_ptr<OpenedStore> store = open();
-    ClientID client;
-    ProjectID project;
-
-private:
     ActivitySegment segment(Interval time, ActivityKind kind, const std::string& application) const
     {
         return {.id = SegmentID::random(),
@@ -83,6 +75,13 @@ private:
                 .evidence = ContextEvidence::applicationOnly,
                 .timeZone = calendar.stamp(time.start)};
     }
+
+    TemporaryDirectory directory;
+    CalendarContext calendar = *CalendarContext::inZone("Europe/Berlin");
+    LocalDay day = *calendar.dayOn({2026, 11, 20});
+    std::unique_ptr<OpenedStore> store = open();
+    ClientID client;
+    ProjectID project;
 };
 
 } // namespace stintbook
