@@ -38,13 +38,20 @@ template <typename Work> void ExcludedApplicationsModel::edit(Work work)
     m_rules.ask(std::move(work), m_main, [this, isAlive = std::weak_ptr(m_isAlive)](const Rules& rules) {
         if (isAlive.expired())
             return;
-        m_problemMessage.reset();
+        m_refusal.reset();
         if (rules)
             show(*rules);
         else
-            m_problemMessage = "The excluded applications could not be saved.";
+            m_refusal = "The excluded applications could not be saved.";
         m_listeners.tell();
     });
+}
+
+void ExcludedApplicationsModel::dismissProblem()
+{
+    m_refusal.reset();
+    m_readingProblem.reset();
+    m_listeners.tell();
 }
 
 void ExcludedApplicationsModel::show(const std::vector<ExclusionRule>& rules)
@@ -71,10 +78,11 @@ void ExcludedApplicationsModel::reload()
     m_rules.ask(exclusionRules, m_main, [this, isAlive = std::weak_ptr(m_isAlive)](const Rules& rules) {
         if (isAlive.expired())
             return;
+        m_readingProblem.reset();
         if (rules)
             show(*rules);
         else
-            m_problemMessage = message(rules.error());
+            m_readingProblem = message(rules.error());
         m_listeners.tell();
     });
 }

@@ -36,13 +36,18 @@ public:
     const std::vector<ExcludedApplication>& applications() const { return m_applications; }
     /// False until the list was read.
     bool isSeeded() const { return m_isSeeded; }
-    const std::optional<std::string>& problemMessage() const { return m_problemMessage; }
+    /// Of the last change that was not made, else of reading.
+    const std::optional<std::string>& problemMessage() const
+    {
+        return m_refusal ? m_refusal : m_readingProblem;
+    }
 
     /// Reads the list, now and when the rules have changed.
     void reload();
     /// Nothing for one that is excluded already.
     void exclude(const std::string& bundleIdentifier);
     void include(const std::string& bundleIdentifier);
+    void dismissProblem();
 
     [[nodiscard]] Listeners::Subscription follow(std::function<void()> listener)
     {
@@ -60,7 +65,8 @@ private:
     /// The rule that excludes each.
     std::map<std::string, RuleID> m_ruleIDs;
     bool m_isSeeded = false;
-    std::optional<std::string> m_problemMessage;
+    std::optional<std::string> m_refusal;
+    std::optional<std::string> m_readingProblem;
     Listeners m_listeners;
     std::shared_ptr<const bool> m_isAlive = std::make_shared<const bool>(true);
 };

@@ -67,6 +67,13 @@ TEST(ExcludedApplicationsModel, KeepsARuleForEachApplicationAndLeavesOtherRulesA
         model.applications(),
         ElementsAre(ExcludedApplication{"kate", "Écrire"}, ExcludedApplication{"konsole", "konsole"}));
     EXPECT_EQ(book.list()->exclusionRules.size(), 4U);
+    // Newest first.
+    const auto kate = book.list()->exclusionRules[0].id;
+    ASSERT_TRUE(book.setExclusionEnabled(kate, false));
+    model.reload();
+    EXPECT_THAT(model.applications(), ElementsAre(ExcludedApplication{"konsole", "konsole"}));
+    ASSERT_TRUE(book.setExclusionEnabled(kate, true));
+    model.reload();
     model.include("konsole");
     model.include("kate");
     EXPECT_THAT(model.applications(), IsEmpty());

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "Base/Text.h"
 #include "Base/Try.h"
 #include "Rules/RuleExplanation.h"
 
@@ -54,9 +53,7 @@ RuleEditor::RuleEditor(const ScreenContext& context, QObject* parent)
                     RowModel<ConditionRow>::role("explanation", &ConditionRow::explanation)})
     , m_clients(targetRoles())
     , m_projects(targetRoles())
-    , m_applications({RowModel<ApplicationRow>::role("choiceID", &ApplicationRow::id),
-                      RowModel<ApplicationRow>::role("name", &ApplicationRow::name),
-                      RowModel<ApplicationRow>::role("isObserved", &ApplicationRow::isObserved)})
+    , m_applications(applicationRoles())
 {
 }
 
@@ -173,19 +170,12 @@ void RuleEditor::setApplications(std::vector<ApplicationRow> applications)
 
 void RuleEditor::searchApplications(const QString& words)
 {
-    const auto wanted = foldedForSearch(words.trimmed().toStdString());
-    std::vector<ApplicationRow> found;
-    std::ranges::copy_if(m_knownApplications, std::back_inserter(found), [&](const ApplicationRow& row) {
-        return foldedForSearch(row.name.toStdString()).contains(wanted)
-            || foldedForSearch(row.id).contains(wanted);
-    });
-    m_applications.show(std::move(found));
+    m_applications.show(found(m_knownApplications, words));
 }
 
 QString RuleEditor::applicationName(const QString& identifier) const
 {
-    const auto found = std::ranges::find(m_knownApplications, identifier.toStdString(), &ApplicationRow::id);
-    return found == m_knownApplications.end() ? identifier : found->name;
+    return nameOf(m_knownApplications, identifier.toStdString());
 }
 
 QString RuleEditor::applicationNamed(const QString& name) const

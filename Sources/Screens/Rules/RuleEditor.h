@@ -10,6 +10,7 @@
 
 #include "App/RulePreviewDesk.h"
 #include "Rules/RuleDraft.h"
+#include "Screens/Models/ApplicationRows.h"
 #include "Screens/Models/RowModel.h"
 #include "Screens/Rules/RuleRows.h"
 #include "Screens/Window/ScreenContext.h"

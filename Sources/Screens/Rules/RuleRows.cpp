@@ -2,15 +2,10 @@
 
 #include <QObject>
 #include <algorithm>
-#include <tuple>
-#include <unordered_set>
 
-#include "App/OpenedStore.h"
 #include "Base/Text.h"
-#include "Platform/ApplicationIdentities.h"
 #include "Rules/RuleExplanation.h"
 #include "Screens/Models/Texts.h"
-#include "Store/PersistentActivitySegmentRepository.h"
 
 namespace stintbook {
 
@@ -104,27 +99,6 @@ std::vector<ExclusionRow> exclusionRows(const RulesContent& content, const Appli
     std::vector<ExclusionRow> rows;
     for (const auto& rule : content.rules.exclusionRules)
         rows.push_back({rule.id.uuid, conditionsOf(rule.match, names), rule.isEnabled});
-    return rows;
-}
-
-std::vector<ApplicationRow> applicationRows(OpenedStore& store)
-{
-    std::vector<ApplicationRow> rows;
-    std::unordered_set<std::string> known;
-    // What cannot be read has no name to offer; the list beside it says why.
-    if (const auto observed = store.segments().observedApplications()) {
-        for (const auto& application : *observed) {
-            if (known.insert(application.bundleIdentifier).second)
-                rows.push_back({application.bundleIdentifier, text(application.displayName), true});
-        }
-    }
-    for (const auto& application : ApplicationIdentities().installed()) {
-        if (known.insert(application.bundleIdentifier).second)
-            rows.push_back({application.bundleIdentifier, text(application.displayName), false});
-    }
-    std::ranges::sort(rows, {}, [](const ApplicationRow& row) {
-        return std::tuple(!row.isObserved, foldedForSearch(row.name.toStdString()), row.id);
-    });
     return rows;
 }
 

@@ -7,22 +7,9 @@
 #include <vector>
 
 #include "App/RuleBook.h"
-#include "Domain/ApplicationIdentity.h"
 #include "Review/RulePrecedencePreview.h"
 
 namespace stintbook {
-
-class OpenedStore;
-
-/// An application to choose, by its identifier.
-struct ApplicationRow {
-    std::string id;
-    QString name;
-    /// Whether work in it has been recorded.
-    bool isObserved = false;
-
-    friend bool operator==(const ApplicationRow&, const ApplicationRow&) = default;
-};
 
 /// The names of applications by their identifiers.
 using ApplicationNames = std::map<std::string, std::string>;
@@ -81,9 +68,5 @@ std::vector<AttributionRuleRow> ruleRows(const RulesContent& content, const Rule
 std::vector<ConflictRow> conflictRows(const RulesContent& content, RuleID viewed,
                                       const ApplicationNames& names);
 std::vector<ExclusionRow> exclusionRows(const RulesContent& content, const ApplicationNames& names);
-
-/// Those that work was recorded in, then the other installed ones; each by name. Blocks: it reads the store and the
-/// desktop's entries.
-std::vector<ApplicationRow> applicationRows(OpenedStore& store);
 
 } // namespace stintbook

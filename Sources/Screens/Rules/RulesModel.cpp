@@ -367,14 +367,15 @@ void RulesModel::count()
 void RulesModel::nameApplications()
 {
     m_context.readings.ask(
-        this, [](StoreDesk::Workplace& place) { return applicationRows(place.store); },
-        [this](const std::vector<ApplicationRow>& applications) {
-            m_editor.setApplications(applications);
+        this, [](StoreDesk::Workplace& place) { return knownApplications(place.store); },
+        [this](const KnownApplications& applications) {
+            m_editor.setApplications(applications.rows);
             m_names.clear();
-            for (const auto& application : applications)
+            for (const auto& application : applications.rows)
                 m_names.emplace(application.id, application.name.toStdString());
             showRows();
         },
+        // Identifiers stand in for names; that the store cannot be read is told with the rules.
         [](const std::string&) {});
 }
 

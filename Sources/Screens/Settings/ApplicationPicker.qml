@@ -46,17 +46,17 @@ Sheet {
         delegate: T.ItemDelegate {
             id: row
             required property int index
-            required property string identifier
+            required property string choiceID
             required property string name
-            required property bool wasSeen
+            required property bool isObserved
 
             width: list.width
             height: Theme.controlHeight
             hoverEnabled: true
             highlighted: list.activeFocus && ListView.isCurrentItem
-            onClicked: sheet.exclude(identifier)
+            onClicked: sheet.exclude(choiceID)
             Accessible.role: Accessible.ListItem
-            Accessible.name: wasSeen ? qsTr("%1, recorded").arg(name) : name
+            Accessible.name: isObserved ? qsTr("%1, recorded").arg(name) : name
             Accessible.onPressAction: row.clicked()
             contentItem: RowLayout {
                 spacing: Theme.gap
@@ -67,7 +67,7 @@ Sheet {
                     Accessible.ignored: true
                 }
                 Words {
-                    visible: row.wasSeen
+                    visible: row.isObserved
                     rightPadding: 12
                     text: qsTr("Recorded")
                     font.pixelSize: Theme.small

@@ -34,7 +34,7 @@ SettingsSection {
             model: section.exclusions.excluded
             RowLayout {
                 id: application
-                required property string identifier
+                required property string choiceID
                 required property string name
 
                 Layout.fillWidth: true
@@ -49,7 +49,7 @@ SettingsSection {
                 ActionButton {
                     text: qsTr("Remove")
                     Accessible.name: qsTr("Remove %1").arg(application.name)
-                    onClicked: section.exclusions.include(application.identifier)
+                    onClicked: section.exclusions.include(application.choiceID)
                 }
             }
         }

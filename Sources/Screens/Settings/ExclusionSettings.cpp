@@ -1,115 +1,78 @@
 #include "Screens/Settings/ExclusionSettings.h"
 
 #include <algorithm>
-#include <set>
-#include <tuple>
-
-#include "Base/Text.h"
-#include "Platform/ApplicationIdentities.h"
-#include "Store/PersistentActivitySegmentRepository.h"
 
 namespace stintbook {
-
-namespace {
-
-using Rows = RowModel<ExcludableApplicationRow>;
-
-std::vector<Rows::Role> roles()
-{
-    return {Rows::role("identifier", &ExcludableApplicationRow::id),
-            Rows::role("name", &ExcludableApplicationRow::name),
-            Rows::role("wasSeen", &ExcludableApplicationRow::wasSeen)};
-}
-
-std::map<std::string, std::string> installedNames()
-{
-    std::map<std::string, std::string> names;
-    for (auto& application : ApplicationIdentities().installed())
-        names.emplace(std::move(application.bundleIdentifier), std::move(application.displayName));
-    return names;
-}
-
-} // namespace
 
 ExclusionSettings::ExclusionSettings(const ScreenContext& context, QObject* parent)
     : QObject(parent)
     , m_context(context)
-    , m_excludedRows(roles())
-    , m_candidateRows(roles())
-    , m_errands("applications", context.main)
+    , m_excludedRows(applicationRoles())
+    , m_candidateRows(applicationRoles())
 {
+}
+
+void ExclusionSettings::open()
+{
+    m_context.readings.ask(
+        this, [](StoreDesk::Workplace& place) { return knownApplications(place.store); },
+        [this](const KnownApplications& known) { showApplications(known); },
+        [this](const std::string& problem) { setProblem(text(problem)); });
+    refresh();
 }
 
 void ExclusionSettings::refresh()
-{
-    m_errands.run(this, installedNames, [this](std::map<std::string, std::string> names) {
-        m_names = std::move(names);
-        readObserved();
-    });
-}
-
-void ExclusionSettings::readObserved()
-{
-    m_context.desk.ask(
-        this, [](StoreDesk::Workplace& place) { return place.store.segments().observedApplications(); },
-        [this](Stored<std::vector<ObservedApplication>> observed) {
-            if (observed)
-                m_observed = *std::move(observed);
-            else
-                m_problem = text(message(observed.error()));
-            openModel();
-        },
-        [this](const std::string& problem) {
-            m_problem = text(problem);
-            Q_EMIT changed();
-        });
-}
-
-void ExclusionSettings::openModel()
 {
     if (m_model)
         return m_model->reload();
     m_context.desk.ask(
         this, [](StoreDesk::Workplace& place) { return std::make_shared<RuleBook>(place.store); },
-        [this](std::shared_ptr<RuleBook> book) {
-            if (m_model)
-                return;
-            m_model.emplace(m_context.desk.confined(std::move(book)), m_context.main,
-                            [this](const std::string& identifier) {
-                                const auto name = m_names.find(identifier);
-                                return name == m_names.end() ? std::string() : name->second;
-                            });
-            m_changes = m_model->follow([this] { show(); });
-            m_model->reload();
-        },
-        [](const std::string&) {});
+        [this](std::shared_ptr<RuleBook> book) { follow(std::move(book)); },
+        [this](const std::string& problem) { setProblem(text(problem)); });
+}
+
+void ExclusionSettings::follow(std::shared_ptr<RuleBook> book)
+{
+    if (m_model)
+        return;
+    m_model.emplace(
+        m_context.desk.confined(std::move(book)), m_context.main,
+        [this](const std::string& identifier) { return nameOf(m_known, identifier).toStdString(); });
+    m_changes = m_model->follow([this] { show(); });
+    m_model->reload();
+}
+
+void ExclusionSettings::showApplications(const KnownApplications& known)
+{
+    m_known = known.rows;
+    setProblem(text(known.problem.value_or("")));
+    // With their names.
+    if (m_model)
+        m_model->reload();
 }
 
 void ExclusionSettings::show()
 {
-    m_problem = text(m_model->problemMessage().value_or(""));
-    std::vector<ExcludableApplicationRow> excluded;
-    std::set<std::string> taken;
-    for (const auto& application : m_model->applications()) {
-        taken.insert(application.bundleIdentifier);
-        excluded.push_back({application.bundleIdentifier, application.displayName});
-    }
-    m_excludedRows.show(std::move(excluded));
-
-    std::vector<ExcludableApplicationRow> candidates;
-    const auto wanted = foldedForSearch(m_search.toStdString());
-    const auto offer = [&](const std::string& identifier, const std::string& name, bool wasSeen) {
-        if (taken.insert(identifier).second && foldedForSearch(name).find(wanted) != std::string::npos)
-            candidates.push_back({identifier, name, wasSeen});
-    };
-    for (const auto& application : m_observed)
-        offer(application.bundleIdentifier, application.displayName, true);
-    for (const auto& [identifier, name] : m_names)
-        offer(identifier, name, false);
-    std::ranges::sort(candidates, {}, [](const ExcludableApplicationRow& row) {
-        return std::tuple(!row.wasSeen, foldedForSearch(row.name), row.id);
+    std::vector<ApplicationRow> excluded;
+    for (const auto& [identifier, name] : m_model->applications())
+        excluded.push_back({identifier, text(name)});
+    auto candidates = found(m_known, m_search);
+    std::erase_if(candidates, [&](const ApplicationRow& row) {
+        return std::ranges::find(excluded, row.id, &ApplicationRow::id) != excluded.end();
     });
+    m_excludedRows.show(std::move(excluded));
     m_candidateRows.show(std::move(candidates));
+    Q_EMIT changed();
+}
+
+QString ExclusionSettings::problem() const
+{
+    return m_model && m_model->problemMessage() ? text(*m_model->problemMessage()) : m_problem;
+}
+
+void ExclusionSettings::setProblem(const QString& problem)
+{
+    m_problem = problem;
     Q_EMIT changed();
 }
 
@@ -134,8 +97,9 @@ void ExclusionSettings::include(const QString& identifier)
 
 void ExclusionSettings::dismissProblem()
 {
-    m_problem.clear();
-    Q_EMIT changed();
+    if (m_model)
+        m_model->dismissProblem();
+    setProblem({});
 }
 
 } // namespace stintbook

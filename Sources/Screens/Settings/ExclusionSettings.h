@@ -2,28 +2,16 @@
 
 #include <QAbstractItemModel>
 #include <QObject>
-#include <map>
+#include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
 #include <QtQml/qqmlregistration.h>
 
 #include "App/ExcludedApplicationsModel.h"
-#include "Screens/Models/RowModel.h"
-#include "Screens/Window/Errands.h"
+#include "Screens/Models/ApplicationRows.h"
 #include "Screens/Window/ScreenContext.h"
 
 namespace stintbook {
-
-struct ExcludableApplicationRow {
-    std::string id;
-    std::string name;
-    /// Whether work in it was recorded.
-    bool wasSeen = false;
-
-    friend bool operator==(const ExcludableApplicationRow&, const ExcludableApplicationRow&) = default;
-};
 
 /// The excluded applications, and those that can be.
 class ExclusionSettings : public QObject {
@@ -41,38 +29,39 @@ public:
     explicit ExclusionSettings(const ScreenContext& context, QObject* parent = nullptr);
 
     QAbstractItemModel* excluded() { return &m_excludedRows; }
-    /// Those whose name holds what is searched: the ones that were seen first, each part by name.
+    /// Those that hold what is searched: the ones that were seen first, each part by name.
     QAbstractItemModel* candidates() { return &m_candidateRows; }
     bool isRead() const { return m_model && m_model->isSeeded(); }
-    const QString& problem() const { return m_problem; }
+    /// Of the list, else of what can be chosen.
+    QString problem() const;
     const QString& search() const { return m_search; }
     void setSearch(const QString& search);
 
     Q_INVOKABLE void exclude(const QString& identifier);
     Q_INVOKABLE void include(const QString& identifier);
     Q_INVOKABLE void dismissProblem();
-    /// Reads the list, and what can be chosen.
+    /// Reads what can be chosen, and the list.
+    void open();
+    /// Reads the list.
     void refresh();
 
 Q_SIGNALS:
     void changed();
 
 private:
-    void readObserved();
-    void openModel();
+    void follow(std::shared_ptr<RuleBook> book);
+    void showApplications(const KnownApplications& known);
     void show();
+    void setProblem(const QString& problem);
 
     ScreenContext m_context;
-    /// Of the installed applications, by identifier.
-    std::map<std::string, std::string> m_names;
-    std::vector<ObservedApplication> m_observed;
+    std::vector<ApplicationRow> m_known;
     QString m_problem;
     QString m_search;
-    RowModel<ExcludableApplicationRow> m_excludedRows;
-    RowModel<ExcludableApplicationRow> m_candidateRows;
+    RowModel<ApplicationRow> m_excludedRows;
+    RowModel<ApplicationRow> m_candidateRows;
     std::optional<ExcludedApplicationsModel> m_model;
     Listeners::Subscription m_changes;
-    Errands m_errands;
 };
 
 } // namespace stintbook

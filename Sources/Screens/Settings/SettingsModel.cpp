@@ -22,7 +22,8 @@ void SettingsModel::open()
     m_isOpen = true;
     m_general.refresh();
     m_capture.refresh();
-    refresh();
+    m_exclusions.open();
+    m_ledger.refresh();
 }
 
 void SettingsModel::setChoicesKept(bool areKept)
