@@ -1,5 +1,7 @@
 #include "Screens/Onboarding/OnboardingModel.h"
 
+#include <utility>
+
 #include "App/BillingDesk.h"
 #include "App/DayBook.h"
 #include "Screens/Models/Texts.h"
@@ -12,6 +14,13 @@ bool isAboutAName(const ClientBookProblem& problem)
 {
     const auto* refusal = std::get_if<ClientEditError>(&problem);
     return refusal != nullptr && std::holds_alternative<BlankNameRefused>(*refusal);
+}
+
+QString todayText(Seconds length)
+{
+    return length > Seconds{0}
+        ? QObject::tr("%1 of work is recorded today so far.").arg(shortDuration(length))
+        : QObject::tr("Recording has just begun. What you do shows up in Review within moments.");
 }
 
 } // namespace
@@ -34,10 +43,17 @@ void OnboardingModel::complete()
     m_context.environment.setHasPresentedOnboarding();
 }
 
-void OnboardingModel::forgetComplaints()
+void OnboardingModel::setComplaints(const Complaints& complaints)
 {
-    m_complaints = {};
+    m_complaints = complaints;
     Q_EMIT changed();
+}
+
+void OnboardingModel::complain(const QString& sentence)
+{
+    Complaints complaints;
+    complaints.other = sentence;
+    setComplaints(complaints);
 }
 
 OnboardingModel::Complaints OnboardingModel::complaints(const ClientBookProblem& problem,
@@ -56,8 +72,9 @@ OnboardingModel::Complaints OnboardingModel::complaints(const ClientBookProblem&
 
 void OnboardingModel::addClient(const QString& name, const QString& project, const QString& rate)
 {
-    m_isBusy = true;
-    forgetComplaints();
+    if (std::exchange(m_isBusy, true))
+        return;
+    setComplaints({});
     const ClientBook::NewClient client{
         .name = name.toStdString(), .color = {}, .rate = rate.toStdString(), .rounding = {}};
     m_context.desk.ask(
@@ -68,43 +85,41 @@ void OnboardingModel::addClient(const QString& name, const QString& project, con
         },
         [this, name](const ClientEdited<NewTarget>& added) {
             m_isBusy = false;
-            if (added)
-                m_addedClient = name.trimmed();
-            else
-                m_complaints = complaints(added.error(), name);
+            if (!added)
+                return setComplaints(complaints(added.error(), name));
+            m_addedClient = name.trimmed();
             Q_EMIT changed();
-            if (added)
-                Q_EMIT clientAdded();
+            Q_EMIT clientAdded();
         },
         [this](const std::string& problem) {
             m_isBusy = false;
-            m_complaints.other = text(problem);
-            Q_EMIT changed();
+            complain(text(problem));
         });
 }
 
-void OnboardingModel::refresh()
+void OnboardingModel::readCurrency()
 {
-    struct Answer {
-        Stored<BillingSettings> billing;
-        Stored<OpenedDay> day;
-    };
+    m_context.desk.ask(
+        this, [](StoreDesk::Workplace& place) { return BillingDesk(place.store).settings(); },
+        [this](const Stored<BillingSettings>& billing) {
+            if (!billing)
+                return complain(text(message(billing.error())));
+            m_currency = billing->currency ? text(billing->currency->code()) : QString();
+            Q_EMIT changed();
+        },
+        [this](const std::string& problem) { complain(text(problem)); });
+}
+
+void OnboardingModel::readToday()
+{
     const auto calendar = m_context.calendar();
     m_context.desk.ask(
         this,
         [calendar, day = calendar.dayOf(m_context.clock.now())](StoreDesk::Workplace& place) {
-            return Answer{.billing = BillingDesk(place.store).settings(),
-                          .day = DayBook(place.store, calendar).open(day)};
+            return DayBook(place.store, calendar).open(day);
         },
-        [this](const Answer& answer) {
-            if (answer.billing && answer.billing->currency)
-                m_currency = text(answer.billing->currency->code());
-            if (answer.day) {
-                const auto length = answer.day->summary.day.workDuration;
-                m_today = length > Seconds{0}
-                    ? tr("%1 of work is recorded today so far.").arg(shortDuration(length))
-                    : tr("Recording has just begun. What you do shows up in Review within moments.");
-            }
+        [this](const Stored<OpenedDay>& day) {
+            m_today = day ? todayText(day->summary.day.workDuration) : text(message(day.error()));
             Q_EMIT changed();
         },
         [this](const std::string& problem) {

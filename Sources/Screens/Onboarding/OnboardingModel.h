@@ -44,9 +44,8 @@ public:
 
     /// The client with its first project and its rate, all of it or nothing.
     Q_INVOKABLE void addClient(const QString& name, const QString& project, const QString& rate);
-    Q_INVOKABLE void forgetComplaints();
-    /// Reads what the pages show.
-    Q_INVOKABLE void refresh();
+    Q_INVOKABLE void readCurrency();
+    Q_INVOKABLE void readToday();
     /// The end, also by skipping the rest.
     Q_INVOKABLE void complete();
     void environmentChanged() { Q_EMIT changed(); }
@@ -63,6 +62,9 @@ private:
         QString other;
     };
 
+    void setComplaints(const Complaints& complaints);
+    /// Of nothing that was typed.
+    void complain(const QString& sentence);
     Complaints complaints(const ClientBookProblem& problem, const QString& name) const;
 
     ScreenContext m_context;

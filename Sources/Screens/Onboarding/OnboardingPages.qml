@@ -20,10 +20,10 @@ Rectangle {
     Accessible.name: qsTr("First steps")
     Component.onCompleted: {
         capture.refresh();
-        onboarding.refresh();
+        onboarding.readCurrency();
         forward.forceActiveFocus();
     }
-    onStepChanged: onboarding.refresh()
+    onIsLastChanged: if (isLast) onboarding.readToday()
 
     function next() {
         if (client.visible && client.hasEntry)
