@@ -10,6 +10,7 @@ InputField {
     /// Whose value it is: another's takes the place of whatever was typed.
     property string subject
     property bool isTouched: false
+    readonly property bool isEdited: isTouched || text !== stored
     signal edited(string text)
     /// What was typed is given up, so that nothing is left to complain of.
     signal restored()
@@ -32,8 +33,10 @@ InputField {
         else
             restored();
     }
+    // Before a window that Escape closes.
+    Keys.onShortcutOverride: (event) => event.accepted = event.key === Qt.Key_Escape && isEdited
     Keys.onEscapePressed: (event) => {
-        event.accepted = isTouched || text !== stored;
+        event.accepted = isEdited;
         showStored();
         if (event.accepted)
             restored();
