@@ -151,11 +151,11 @@ void AppEnvironment::startCapture()
         return;
     }
     m_capture = std::move(capture);
-    std::function<void(const std::string&)> activation;
+    std::function<void(ApplicationWindow, const std::string&)> activation;
     if (m_collaborators.reviewWindow != nullptr)
-        activation = [this](const std::string& token) {
+        activation = [this](ApplicationWindow window, const std::string& token) {
             m_activationToken = token;
-            m_activationListeners.tell();
+            m_activationListeners[window].tell();
         };
     m_capture->start(observedContext(),
                      {.status =

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -129,10 +130,11 @@ public:
     }
     /// What the last launch that asked this copy to come forward brought of the desktop's leave to do so; once.
     std::string takeActivationToken() { return std::exchange(m_activationToken, {}); }
-    /// Told when another launch asks this copy to come forward.
-    [[nodiscard]] Listeners::Subscription followActivation(std::function<void()> listener)
+    /// Told when another launch, or the desktop, asks for the window.
+    [[nodiscard]] Listeners::Subscription followActivation(ApplicationWindow window,
+                                                           std::function<void()> listener)
     {
-        return m_activationListeners.add(std::move(listener));
+        return m_activationListeners[window].add(std::move(listener));
     }
 
 private:
@@ -150,7 +152,7 @@ private:
     Collaborators m_collaborators;
     AppPreferences m_preferences;
     Listeners m_listeners;
-    Listeners m_activationListeners;
+    std::map<ApplicationWindow, Listeners> m_activationListeners;
     std::string m_activationToken;
 
     /// Shared with the opening that is under way.

@@ -58,10 +58,11 @@ template <typename Work> void CaptureSession::onMain(Work work) const
 void CaptureSession::start(const ObservedContext& context, Recorder::Followers followers)
 {
     auto& publishing = m_collaborators.desktop.publishing();
-    std::function<void(const std::string&)> activation;
+    decltype(followers.activation) activation;
     if (followers.activation)
-        activation = [this, follower = std::move(followers.activation)](const std::string& token) {
-            onMain([follower, token] { follower(token); });
+        activation = [this, follower = std::move(followers.activation)](ApplicationWindow window,
+                                                                        const std::string& token) {
+            onMain([follower, window, token] { follower(window, token); });
         };
     m_recorder.follow(
         {.status =

@@ -188,12 +188,12 @@ void Recorder::quit()
     ::kill(::getpid(), SIGTERM);
 }
 
-bool Recorder::activate(const std::string& activationToken)
+bool Recorder::activate(ApplicationWindow window, const std::string& activationToken)
 {
-    log::event("Another launch asked this copy to come forward");
+    log::event("This copy was asked to come forward");
     if (!m_followers.activation)
         return false;
-    m_followers.activation(activationToken);
+    m_followers.activation(window, activationToken);
     return true;
 }
 

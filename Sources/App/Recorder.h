@@ -53,7 +53,7 @@ public:
         std::function<void()> deletion;
         /// Another launch asks this copy to come forward, with this token of the desktop or none. Absent where it
         /// has no window.
-        std::function<void(const std::string& token)> activation;
+        std::function<void(ApplicationWindow window, const std::string& token)> activation;
         /// The system's time zone is another one.
         std::function<void()> calendar;
     };
@@ -86,7 +86,7 @@ public:
     void deleteActivity(const ActivityDataScope& scope, InstanceRequestHandling::Reply<DeletedActivity> reply,
                         DeletionProgress progress) override;
     void flush(InstanceRequestHandling::Reply<void> reply) override;
-    bool activate(const std::string& activationToken) override;
+    bool activate(ApplicationWindow window, const std::string& activationToken) override;
     void quit() override;
 
 private:

@@ -28,7 +28,8 @@ namespace stintbook::sessionbus {
 inline constexpr const char* name = "app.velloran.Velloran";
 inline constexpr const char* path = "/app/velloran/Velloran";
 inline constexpr const char* interface = "app.velloran.Velloran";
-/// Activate(a{sv}) and Open without files: come forward. ActivateAction: "pause" (until resumed), "resume", "quit".
+/// Activate(a{sv}) and Open without files: come forward. ActivateAction: "pause" (until resumed), "resume", "review",
+/// "settings", "quit".
 inline constexpr const char* applicationInterface = "org.freedesktop.Application";
 /// Among what a launch says of itself: the desktop's leave, a string, for one window to come forward.
 inline constexpr const char* activationToken = "activation-token";

@@ -132,7 +132,7 @@ struct SessionBusService::Methods {
     static int activate(sd_bus_message* call, void* context, sd_bus_error* error)
     {
         auto launch = BusMessage::borrowed(call);
-        return comeForward(call, context, error, activationToken(launch));
+        return comeForward(call, context, error, ApplicationWindow::review, activationToken(launch));
     }
 
     static int open(sd_bus_message* call, void* context, sd_bus_error* error)
@@ -140,18 +140,23 @@ struct SessionBusService::Methods {
         auto launch = BusMessage::borrowed(call);
         if (!launch.readTexts().value_or(std::vector<std::string>()).empty())
             return sd_bus_error_set(error, SD_BUS_ERROR_NOT_SUPPORTED, "Velloran opens no files.");
-        return comeForward(call, context, error, activationToken(launch));
+        return comeForward(call, context, error, ApplicationWindow::review, activationToken(launch));
     }
 
     static int activateAction(sd_bus_message* call, void* context, sd_bus_error* error)
     {
-        const auto action = BusMessage::borrowed(call).readText().value_or("");
+        auto launch = BusMessage::borrowed(call);
+        const auto action = launch.readText().value_or("");
+        // The action's parameters: none takes any.
+        launch.skip();
         if (action == "pause")
             handler(context).pause(std::nullopt);
         else if (action == "resume")
             handler(context).resume();
         else if (action == "review")
-            return comeForward(call, context, error, {});
+            return comeForward(call, context, error, ApplicationWindow::review, activationToken(launch));
+        else if (action == "settings")
+            return comeForward(call, context, error, ApplicationWindow::settings, activationToken(launch));
         else if (action == "quit")
             handler(context).quit();
         else
@@ -160,9 +165,10 @@ struct SessionBusService::Methods {
     }
 
 private:
-    static int comeForward(sd_bus_message* call, void* context, sd_bus_error* error, const std::string& token)
+    static int comeForward(sd_bus_message* call, void* context, sd_bus_error* error, ApplicationWindow window,
+                           const std::string& token)
     {
-        if (!handler(context).activate(token))
+        if (!handler(context).activate(window, token))
             return sd_bus_error_set(error, SD_BUS_ERROR_FAILED, "This copy of Velloran has no window.");
         return sd_bus_reply_method_return(call, "");
     }

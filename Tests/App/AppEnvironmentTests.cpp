@@ -388,8 +388,11 @@ TEST_F(AppEnvironmentTest, RepublishesCaptureTakesOverPreferencesAndFlushesAtIts
     ASSERT_TRUE(comes([&] { return !environment->isResolvingBrowserContext(); }));
 
     int activations = 0;
-    const auto listening = environment->followActivation([&] { ++activations; });
-    desktop.perform([&](ScriptedDesktop&) { desktop.handler->activate("token"); });
+    const auto listening = environment->followActivation(ApplicationWindow::settings, [&] { ++activations; });
+    desktop.perform([&](ScriptedDesktop&) {
+        desktop.handler->activate(ApplicationWindow::review, {});
+        desktop.handler->activate(ApplicationWindow::settings, "token");
+    });
     ASSERT_TRUE(comes([&] { return activations == 1; }));
     EXPECT_EQ(environment->takeActivationToken(), "token");
 

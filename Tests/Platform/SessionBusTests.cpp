@@ -32,9 +32,10 @@ public:
         deletions.push_back({scope, std::move(reply), std::move(progress)});
     }
     void flush(Reply<void> reply) override { flushes.push_back(std::move(reply)); }
-    bool activate(const std::string& activationToken) override
+    bool activate(ApplicationWindow window, const std::string& activationToken) override
     {
         ++activations;
+        lastWindow = window;
         lastToken = activationToken;
         return hasWindow;
     }
@@ -57,6 +58,7 @@ public:
     std::vector<Deletion> deletions;
     std::vector<Reply<void>> flushes;
     int activations = 0;
+    ApplicationWindow lastWindow = ApplicationWindow::review;
     std::string lastToken;
     bool hasWindow = true;
     int ends = 0;
@@ -226,11 +228,14 @@ TEST_F(SessionBusTest, TellsOfANewStatusAndDoesWhatADesktopAsksFor)
     EXPECT_EQ(answers.ends, 1);
     EXPECT_EQ(action("format-the-disk"), SD_BUS_ERROR_INVALID_ARGS);
     EXPECT_EQ(asked("Open", "asa{sv}", 0, 0), "");
+    EXPECT_EQ(action("settings"), "");
+    EXPECT_EQ(answers.lastWindow, ApplicationWindow::settings);
     EXPECT_EQ(action("review"), "");
+    EXPECT_EQ(answers.lastWindow, ApplicationWindow::review);
     EXPECT_EQ(asked("Activate", "a{sv}", 2, "desktop-startup-id", "s", "7", "activation-token", "s", "leave"),
               "");
     EXPECT_EQ(answers.lastToken, "leave");
-    EXPECT_EQ(answers.activations, 3);
+    EXPECT_EQ(answers.activations, 4);
     answers.hasWindow = false;
     EXPECT_EQ(action("review"), SD_BUS_ERROR_FAILED);
     EXPECT_EQ(asked("Open", "asa{sv}", 1, "file:///etc/passwd", 0), SD_BUS_ERROR_NOT_SUPPORTED);

@@ -34,6 +34,8 @@ struct InstanceStatus {
     int unsavedSegmentCount = 0;
 };
 
+enum class ApplicationWindow { review, settings };
+
 /// What the running copy answers to others; called on capture's thread, which none of it may hold up.
 class InstanceRequestHandling {
 public:
@@ -52,7 +54,7 @@ public:
     virtual void flush(Reply<void> reply) = 0;
     /// Another launch asks this copy to come forward, with the desktop's leave to do so: its token, or nothing.
     /// False where there is no window that could.
-    virtual bool activate(const std::string& activationToken) = 0;
+    virtual bool activate(ApplicationWindow window, const std::string& activationToken) = 0;
     /// Ends as on SIGTERM.
     virtual void quit() = 0;
 };

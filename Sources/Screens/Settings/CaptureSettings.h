@@ -41,7 +41,6 @@ public:
 
     bool recordsTitles() const;
     bool recordsDomains() const;
-    QString domainsState() const;
     QAbstractItemModel* browsers() { return &m_browsers; }
     /// Whether it was looked for them yet.
     bool knowsBrowsers() const { return m_knowsBrowsers; }
@@ -62,6 +61,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    QString domainsState() const;
     void showBrowsers();
 
     ScreenContext m_context;

@@ -37,11 +37,13 @@ Application::Application(Environment variables)
         });
     });
     m_changes = m_environment.follow([this] { environmentChanged(); });
-    m_activation = m_environment.followActivation([this] {
-        // Where the toolkit looks for it when a window wants to come forward.
-        if (const auto token = m_environment.takeActivationToken(); !token.empty())
-            qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
+    m_reviewWanted = m_environment.followActivation(ApplicationWindow::review, [this] {
+        takeActivationToken();
         showWindow();
+    });
+    m_settingsWanted = m_environment.followActivation(ApplicationWindow::settings, [this] {
+        takeActivationToken();
+        showSettings();
     });
     connect(&m_hosts, &StatusNotifierHosts::changed, this, &Application::hostsChanged);
     connect(m_window.get(), &ReviewWindow::visibilityChanged, this, &Application::windowVisibilityChanged);
@@ -72,6 +74,13 @@ ScreenContext Application::context()
             .calendar = CalendarContext::system,
             .main = m_main,
             .variables = m_variables};
+}
+
+void Application::takeActivationToken()
+{
+    // Where the toolkit looks for it when a window wants to come forward.
+    if (const auto token = m_environment.takeActivationToken(); !token.empty())
+        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token));
 }
 
 void Application::showWindow()

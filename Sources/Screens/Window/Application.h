@@ -38,6 +38,7 @@ public:
     bool shutdown();
 
 private:
+    void takeActivationToken();
     void environmentChanged();
     void hostsChanged();
     void windowVisibilityChanged();
@@ -62,7 +63,8 @@ private:
     /// Present while something shows icons.
     std::unique_ptr<StatusItem> m_item;
     Listeners::Subscription m_changes;
-    Listeners::Subscription m_activation;
+    Listeners::Subscription m_reviewWanted;
+    Listeners::Subscription m_settingsWanted;
 };
 
 } // namespace stintbook
