@@ -106,7 +106,7 @@ Item {
         visible: row.state === "reviewed" || row.isUnresolved || row.state === "assignedByRule"
         ink: row.state === "reviewed" ? Theme.good : row.isUnresolved ? Theme.warning : Theme.secondaryInk
         HoverHandler { id: overMention }
-        Hint {
+        HoverHint {
             isWanted: overMention.hovered
             text: row.stateText
         }

@@ -51,7 +51,7 @@ Rectangle {
         acceptedModifiers: Qt.ShiftModifier
         onTapped: block.review.extendTo(block.subjectID)
     }
-    Hint {
+    HoverHint {
         isWanted: hover.hovered
         text: qsTr("%1  ·  %2  ·  %3").arg(block.times).arg(block.duration).arg(block.title)
     }

@@ -60,7 +60,7 @@ Item {
                     gap.review.select(gap.spanID);
                 }
             }
-            Hint {
+            HoverHint {
                 isWanted: hover.hovered
                 text: qsTr("%1  ·  %2  ·  %3").arg(gap.title).arg(gap.times).arg(gap.duration)
             }
