@@ -22,6 +22,8 @@ PickerBox {
         target: picker.model
         function onRowsInserted() { picker.revision += 1; }
         function onRowsRemoved() { picker.revision += 1; }
+        function onRowsMoved() { picker.revision += 1; }
+        function onLayoutChanged() { picker.revision += 1; }
         function onDataChanged() { picker.revision += 1; }
     }
 }

@@ -4,6 +4,7 @@
 #include <QVariantMap>
 #include <algorithm>
 #include <functional>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -69,32 +70,22 @@ public:
         return names;
     }
 
-    /// Of rows with one identifier the first counts.
+    /// Of rows with one identifier the first counts. Takes as long as there are rows, in whatever order they were.
     void show(std::vector<Row> wanted)
     {
         std::unordered_set<ID> kept;
         std::erase_if(wanted, [&](const Row& row) { return !kept.insert(row.id).second; });
         removeAllBut(kept);
+        reorder(wanted);
         for (std::size_t at = 0; at < wanted.size(); ++at) {
             if (at < m_rows.size() && m_rows[at].id == wanted[at].id)
                 replace(at, std::move(wanted[at]));
-            else if (const auto from = place(wanted[at].id, at); from < m_rows.size())
-                move(from, at, std::move(wanted[at]));
             else
                 insert(at, wanted);
         }
     }
 
 private:
-    std::size_t place(const ID& id, std::size_t from) const
-    {
-        if (!m_known.contains(id))
-            return m_rows.size();
-        const auto found =
-            std::ranges::find(m_rows.begin() + static_cast<std::ptrdiff_t>(from), m_rows.end(), id, &Row::id);
-        return static_cast<std::size_t>(found - m_rows.begin());
-    }
-
     void removeAllBut(const std::unordered_set<ID>& kept)
     {
         for (auto end = m_rows.size(); end > 0;) {
@@ -124,15 +115,68 @@ private:
         Q_EMIT dataChanged(changed, changed);
     }
 
-    void move(std::size_t from, std::size_t to, Row row)
+    /// The rows that are there already, as they follow each other in what is wanted.
+    void reorder(const std::vector<Row>& wanted)
     {
-        beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {}, static_cast<int>(to));
-        const auto begin = m_rows.begin();
-        std::rotate(begin + static_cast<std::ptrdiff_t>(to), begin + static_cast<std::ptrdiff_t>(from),
-                    begin + static_cast<std::ptrdiff_t>(from) + 1);
-        endMoveRows();
-        replace(to, std::move(row));
+        std::unordered_map<ID, std::size_t> places;
+        for (const auto& row : wanted) {
+            if (m_known.contains(row.id))
+                places.emplace(row.id, places.size());
+        }
+        // Where each row goes.
+        std::vector<std::size_t> to;
+        for (const auto& row : m_rows)
+            to.push_back(places.at(row.id));
+        const auto begin = to.begin();
+        std::size_t first = 0;
+        while (first < to.size() && to[first] == first)
+            ++first;
+        if (first == to.size())
+            return;
+        auto last = to.size() - 1;
+        while (to[last] == last)
+            --last;
+        const auto isInOrder = [&](std::size_t from, std::size_t end) {
+            return std::is_sorted(begin + offset(from), begin + offset(end));
+        };
+        if (to[first] == last && isInOrder(first + 1, last + 1))
+            move(first, last);
+        else if (to[last] == first && isInOrder(first, last))
+            move(last, first);
+        else
+            sort(to);
     }
+
+    void move(std::size_t from, std::size_t to)
+    {
+        const bool isDown = to > from;
+        beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {},
+                      static_cast<int>(isDown ? to + 1 : to));
+        const auto begin = m_rows.begin();
+        if (isDown)
+            std::rotate(begin + offset(from), begin + offset(from) + 1, begin + offset(to) + 1);
+        else
+            std::rotate(begin + offset(to), begin + offset(from), begin + offset(from) + 1);
+        endMoveRows();
+    }
+
+    /// Row by row it would take as long as there are pairs of rows.
+    void sort(const std::vector<std::size_t>& to)
+    {
+        Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+        std::vector<Row> sorted(m_rows.size());
+        for (std::size_t from = 0; from < to.size(); ++from)
+            sorted[to[from]] = std::move(m_rows[from]);
+        m_rows = std::move(sorted);
+        const auto before = persistentIndexList();
+        QModelIndexList after;
+        for (const auto& entry : before)
+            after.append(index(static_cast<int>(to[static_cast<std::size_t>(entry.row())])));
+        changePersistentIndexList(before, after);
+        Q_EMIT layoutChanged({}, VerticalSortHint);
+    }
+
+    static std::ptrdiff_t offset(std::size_t row) { return static_cast<std::ptrdiff_t>(row); }
 
     /// All new rows that stand beside each other at once.
     void insert(std::size_t at, std::vector<Row>& wanted)
