@@ -17,9 +17,7 @@ DateRange monthOf(CivilDate date)
 
 DateRange weekOf(CivilDate date, int firstDayOfWeek)
 {
-    const int weekday =
-        static_cast<int>(absl::GetWeekday(absl::CivilDay(date.year, date.month, date.day))) + 1;
-    const auto first = date.plusDays(-((weekday - firstDayOfWeek + 7) % 7));
+    const auto first = weekBeginning(date, firstDayOfWeek);
     return {first, first.plusDays(6)};
 }
 
@@ -29,6 +27,13 @@ LocalDay beginningOn(CivilDate date, const CalendarContext& calendar)
 }
 
 } // namespace
+
+CivilDate weekBeginning(CivilDate date, int firstDayOfWeek)
+{
+    const int weekday =
+        static_cast<int>(absl::GetWeekday(absl::CivilDay(date.year, date.month, date.day))) + 1;
+    return date.plusDays(-((weekday - firstDayOfWeek + 7) % 7));
+}
 
 std::optional<DateRange> datesOf(RecordsPeriod period, CivilDate today, int firstDayOfWeek)
 {

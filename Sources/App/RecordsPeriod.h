@@ -32,7 +32,10 @@ struct DateRange {
     friend bool operator==(const DateRange&, const DateRange&) = default;
 };
 
-/// Of a month or week; absent for the periods that no date decides. A week begins on a weekday of 1 (Monday) to 7.
+/// The first day of the week in which a date lies; weeks begin on a weekday of 1 (Monday) to 7.
+CivilDate weekBeginning(CivilDate date, int firstDayOfWeek);
+
+/// Of a month or week; absent for the periods that no date decides.
 std::optional<DateRange> datesOf(RecordsPeriod period, CivilDate today, int firstDayOfWeek);
 
 /// The days on which a range of dates begins and ends. A date that the zone never had stands for the moment at which

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "App/RecordsPeriod.h"
 #include "Base/Text.h"
 #include "Review/BriefActivity.h"
 #include "Review/WorkTitles.h"
@@ -133,6 +134,25 @@ QString gapText(GapReason reason)
     return {};
 }
 
+std::vector<CivilDate> datesFrom(CivilDate first, int count)
+{
+    std::vector<CivilDate> dates;
+    for (int day = 0; day < count; ++day)
+        dates.push_back(first.plusDays(day));
+    return dates;
+}
+
+/// The day as this calendar cuts it, or else as it was cut when it was reviewed.
+const ListedDay* dayIn(const std::vector<ListedDay>& days, const LocalDay& day, CivilDate date)
+{
+    auto listed = std::ranges::find(days, day, [](const ListedDay& one) { return one.summary.day; });
+    if (listed == days.end())
+        listed = std::ranges::find_if(days, [&](const ListedDay& one) {
+            return dayID(one.summary.day).starts_with(date.text() + '@');
+        });
+    return listed == days.end() ? nullptr : &*listed;
+}
+
 } // namespace
 
 QString stateText(SubjectState state)
@@ -243,22 +263,14 @@ std::vector<LineageRow> lineageRows(const std::vector<WorkBlockSegment>& lineage
 std::vector<CivilDate> datesOfStrip(CivilDate chosen)
 {
     constexpr int daysOfStrip = 14;
-    const int sinceWeekBegan = (dateOf(chosen).dayOfWeek() - QLocale().firstDayOfWeek() + 7) % 7;
-    std::vector<CivilDate> dates;
-    for (int day = 0; day < daysOfStrip; ++day)
-        dates.push_back(chosen.plusDays(day - sinceWeekBegan - 7));
-    return dates;
+    return datesFrom(weekBeginning(chosen, QLocale().firstDayOfWeek()).plusDays(-7), daysOfStrip);
 }
 
 std::vector<CivilDate> datesOfMonth(CivilDate inMonth)
 {
     constexpr int daysOfCalendar = 42;
-    const CivilDate first{inMonth.year, inMonth.month, 1};
-    const int sinceWeekBegan = (dateOf(first).dayOfWeek() - QLocale().firstDayOfWeek() + 7) % 7;
-    std::vector<CivilDate> dates;
-    for (int day = 0; day < daysOfCalendar; ++day)
-        dates.push_back(first.plusDays(day - sinceWeekBegan));
-    return dates;
+    return datesFrom(weekBeginning({inMonth.year, inMonth.month, 1}, QLocale().firstDayOfWeek()),
+                     daysOfCalendar);
 }
 
 std::vector<WeekDayRow> weekRows(const std::vector<CivilDate>& dates, CivilDate chosen,
@@ -274,16 +286,15 @@ std::vector<WeekDayRow> weekRows(const std::vector<CivilDate>& dates, CivilDate 
         if (!day)
             continue;
         const auto qdate = dateOf(date);
-        WeekDayRow row{.id = dayID(*day),
+        const auto* listed = dayIn(days, *day, date);
+        WeekDayRow row{.id = dayID(listed == nullptr ? *day : listed->summary.day),
                        .name = locale.dayName(qdate.dayOfWeek(), QLocale::ShortFormat).left(2),
                        .number = locale.toString(date.day),
                        .isChosen = date == chosen,
                        .isToday = date == today,
                        .isWeekend = !weekdays.contains(static_cast<Qt::DayOfWeek>(qdate.dayOfWeek())),
                        .isOutside = date.month != dates[dates.size() / 2].month};
-        const auto listed =
-            std::ranges::find(days, *day, [](const ListedDay& one) { return one.summary.day; });
-        if (listed != days.end()) {
+        if (listed != nullptr) {
             const auto work = listed->summary.workDuration.value;
             row.hasWork = work > 0 || listed->hasReviewedWork;
             row.reviewed = work > 0 ? std::clamp(1 - listed->unreviewedDuration.value / work, 0.0, 1.0) : 1;
