@@ -225,7 +225,7 @@ void ShellModel::refresh()
         m_hasChangedMeanwhile = true;
         return;
     }
-    m_context.desk.ask(
+    m_context.readings.ask(
         this,
         [calendar = m_context.calendar(), now = m_context.clock.now(), readableSince = m_readableSince](
             StoreDesk::Workplace& place) { return read(place.store, calendar, now, readableSince); },

@@ -15,7 +15,6 @@ WindowContent::WindowContent(const ScreenContext& context)
     , m_settings(context)
     , m_onboarding(context)
 {
-    m_review.openToday();
     environmentChanged();
 }
 
