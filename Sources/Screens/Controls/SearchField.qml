@@ -11,6 +11,8 @@ InputField {
     Accessible.role: Accessible.EditableText
     Accessible.searchEdit: true
     Accessible.name: placeholderText
+    // Before any shortcut of the window.
+    Keys.onShortcutOverride: (event) => event.accepted = event.key === Qt.Key_Escape && isClearedByEscape && length > 0
     Keys.onEscapePressed: (event) => {
         event.accepted = isClearedByEscape && length > 0;
         if (event.accepted)

@@ -19,12 +19,7 @@ InputField {
         isTouched = false;
         text = stored;
     }
-    text: ""
-    Component.onCompleted: showStored()
-    onStoredChanged: if (!isTouched) showStored()
-    onSubjectChanged: showStored()
-    onTextEdited: isTouched = true
-    onEditingFinished: {
+    function finish() {
         if (!isTouched)
             return;
         isTouched = false;
@@ -33,7 +28,13 @@ InputField {
         else
             restored();
     }
-    // Before a window that Escape closes.
+    text: ""
+    Component.onCompleted: showStored()
+    onStoredChanged: if (!isTouched) showStored()
+    onSubjectChanged: showStored()
+    onTextEdited: isTouched = true
+    onEditingFinished: finish()
+    // Before any shortcut of the window.
     Keys.onShortcutOverride: (event) => event.accepted = event.key === Qt.Key_Escape && isEdited
     Keys.onEscapePressed: (event) => {
         event.accepted = isEdited;
