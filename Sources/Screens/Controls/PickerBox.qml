@@ -91,18 +91,20 @@ T.AbstractButton {
         }
         function next(from: int, step: int): int {
             for (let i = from + step; i >= 0 && i < choices.count; i += step) {
-                if (choices.itemAt(i).visible)
+                if (matches(choices.itemAt(i).name))
                     return i;
             }
             return step > 0 && canCreate ? choices.count : from;
         }
         function take() {
             const row = current < choices.count ? choices.itemAt(current) as PickerRow : null;
-            const newName = typed;
+            // Before it closes, which hides its rows.
+            const isThere = row !== null && matches(row.name);
+            const newName = isThere || !canCreate ? "" : typed;
             close();
-            if (row && row.visible)
+            if (isThere)
                 control.chose(row.choiceID);
-            else if (newName.length > 0 && control.newText.length > 0)
+            else if (newName.length > 0)
                 control.created(newName);
         }
 
