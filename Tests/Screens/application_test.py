@@ -13,7 +13,7 @@ from private_desktop import PrivateDesktop, StatusItemHost, eventually
 DESKTOP = PrivateDesktop()
 
 # After the desktop: it connects to its bus.
-from screen_reader import BUTTON, CHECK, FIELD, PICKER, ROW, ScreenReader  # noqa: E402
+from screen_reader import BUTTON, CHECK, FIELD, PICKER, ROW, TAB, ScreenReader  # noqa: E402
 
 VELLORAN, CLI = os.environ["VELLORAN"], os.environ["VELLORAN_CLI"]
 SAMPLES = Path(__file__).resolve().parents[2] / "Samples"
@@ -160,7 +160,7 @@ class Application(unittest.TestCase):
         screen = self.screen
         screen.keys("ctrl+comma")
         for pane in ("General", "Capture", "Billing", "About", "History and Data"):
-            screen.press(BUTTON, pane)
+            screen.press(TAB, pane)
             screen.wait("heading", pane)
             self.assertFalse(screen.unnamed())
         screen.press(BUTTON, "Delete History…")

@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Velloran
 
 /// One of the screens, in the sidebar.
-T.Button {
+T.TabButton {
     id: control
 
     required property string glyph
@@ -13,9 +13,9 @@ T.Button {
     property bool isNarrow: Theme.isNarrow
 
     implicitHeight: 34
+    checkable: false
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.PageTab
     Accessible.name: count > 0 ? qsTr("%1, %2").arg(text).arg(count) : text
     Accessible.selected: isChosen
     Accessible.onPressAction: control.clicked()

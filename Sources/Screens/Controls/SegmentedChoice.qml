@@ -25,10 +25,11 @@ Rectangle {
         spacing: 2
         Repeater {
             model: control.choices
-            T.AbstractButton {
+            T.RadioButton {
                 id: choice
                 required property var modelData
                 readonly property bool isChosen: control.chosen === modelData.key
+                checked: isChosen
                 text: modelData.name
                 width: label.implicitWidth + 2 * 12
                 height: Theme.controlHeight - 4
@@ -37,10 +38,9 @@ Rectangle {
                 onClicked: control.chose(modelData.key)
                 Keys.onLeftPressed: nextItemInFocusChain(control.LayoutMirroring.enabled).forceActiveFocus(Qt.TabFocusReason)
                 Keys.onRightPressed: nextItemInFocusChain(!control.LayoutMirroring.enabled).forceActiveFocus(Qt.TabFocusReason)
-                Accessible.role: Accessible.RadioButton
                 Accessible.name: text
-                Accessible.checked: isChosen
                 Accessible.onPressAction: choice.clicked()
+                Accessible.onToggleAction: choice.clicked()
                 contentItem: Words {
                     id: label
                     text: choice.text
