@@ -466,16 +466,20 @@ DayEdited<std::vector<ReviewedWorkItem>> DayBook::convertIdle(const LocalDay& da
 
 DayEdited<ReviewedDayApproval> DayBook::markReady(const LocalDay& day, Instant now)
 {
-    return m_store.database().write([&](StoreConnection&) -> DayEdited<ReviewedDayApproval> {
-        const auto loaded = TRY(load(day));
-        const auto mutation = stintbook::markReady({loaded.content, loaded.directory, loaded.calendar}, now);
-        if (!mutation) {
-            return std::unexpected(
-                std::visit([](const auto& refusal) { return DayEditProblem(refusal); }, mutation.error()));
-        }
-        TRY(m_store.review().apply(*mutation));
-        return *mutation->approval;
-    });
+    return edit(
+        EditKind::markReady, day, {},
+        [&](const auto&, const EditContext& context) -> DayEdited<ReviewedLayerMutation> {
+            auto mutation = stintbook::markReady(context, now);
+            if (!mutation) {
+                return std::unexpected(std::visit([](const auto& refusal) { return DayEditProblem(refusal); },
+                                                  mutation.error()));
+            }
+            return *std::move(mutation);
+        },
+        [](const auto&, const ReviewedLayerMutation& mutation,
+           const ReviewDay&) -> DayEdited<ReviewedDayApproval> {
+            return *mutation.approval;
+        });
 }
 
 Stored<ReviewedLayer> DayBook::layer(const LocalDay& day,
@@ -483,6 +487,7 @@ Stored<ReviewedLayer> DayBook::layer(const LocalDay& day,
 {
     ReviewedLayer layer;
     layer.items = TRY(m_store.review().items(day));
+    layer.approval = TRY(m_store.review().approval(day));
     const auto ids = std::views::keys(segments);
     const auto stored = TRY(m_store.review().reviews(std::vector(ids.begin(), ids.end())));
     for (const auto& id : ids) {

@@ -27,6 +27,8 @@ std::string_view title(EditKind kind)
         return "Add Work";
     case EditKind::convertIdle:
         return "Convert Idle Time";
+    case EditKind::markReady:
+        return "Mark Ready to Bill";
     }
     return {};
 }

@@ -19,6 +19,7 @@ enum class EditKind {
     describe,
     addWork,
     convertIdle,
+    markReady,
 };
 
 /// As a menu names it behind "Undo" and "Redo".

@@ -21,6 +21,9 @@ ReviewedLayerMutation difference(const ReviewedLayer& from, const ReviewedLayer&
             mutation.deletions.push_back(item.id);
     }
     mutation.reviewUpserts = to.reviews;
+    mutation.approval = to.approval;
+    if (from.approval && !to.approval)
+        mutation.disapproval = from.approval->day;
     return mutation;
 }
 

@@ -19,6 +19,8 @@ struct ReviewedLayerMutation {
     /// Segments whose time is now covered by reviewed items.
     std::vector<SegmentID> consumedSegmentIDs;
     std::optional<ReviewedDayApproval> approval;
+    /// The day that is not approved any more.
+    std::optional<LocalDay> disapproval = std::nullopt;
 
     friend bool operator==(const ReviewedLayerMutation&, const ReviewedLayerMutation&) = default;
 };

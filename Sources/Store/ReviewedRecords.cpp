@@ -219,6 +219,10 @@ Stored<void> applyMutation(StoreConnection& connection, const ReviewedLayerMutat
         insertItemIfAbsent(connection, item);
     }
     writeReviews(connection, mutation.reviewUpserts);
+    if (mutation.disapproval)
+        connection.query("DELETE FROM DayReviewApproval WHERE dayID = ?1")
+            .bind(dayID(*mutation.disapproval))
+            .run();
     if (mutation.approval)
         writeApproval(connection, *mutation.approval);
     return {};

@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <random>
 
 #include <gtest/gtest.h>
 
+#include "Store/PersistentReviewStore.h"
 #include "StoreOfADay.h"
 
 namespace stintbook {
@@ -13,6 +15,7 @@ protected:
     struct State {
         std::vector<WorkBlock> blocks;
         std::vector<ReviewedWorkItem> items;
+        std::optional<ReviewedDayApproval> approval;
 
         friend bool operator==(const State&, const State&) = default;
     };
@@ -28,7 +31,7 @@ protected:
     State contentOf(const DayBook& of) const
     {
         auto opened = of.open(world.day);
-        return {opened->content.blocks, opened->content.items};
+        return {opened->content.blocks, opened->content.items, *world.store->review().approval(world.day)};
     }
 
     UUID anyWork()
@@ -45,7 +48,7 @@ protected:
         const std::vector ids{anyWork(), anyWork()};
         const auto one = std::span(ids).first(1);
         const auto at = world.at(9) + Seconds{static_cast<double>(below(3 * 3600))};
-        switch (below(8)) {
+        switch (below(9)) {
         case 0:
             return book.assign(world.day, ids, world.target()).has_value();
         case 1:
@@ -59,6 +62,8 @@ protected:
         case 5:
             return book.merge(world.day, ids).has_value();
         case 6:
+            return book.markReady(world.day, at).has_value();
+        case 7:
             return book.describe(world.day, ids.front(), "Words " + std::to_string(below(9))).has_value();
         default:
             return book
@@ -83,6 +88,7 @@ TEST_F(EditHistoryTest, TakesEveryEditBackAndDoesItAgain)
         if (edit())
             states.push_back(state());
     }
+    EXPECT_TRUE(std::ranges::any_of(states, [](const State& one) { return one.approval.has_value(); }));
     for (auto step = states.size() - 1; step > 0; --step) {
         ASSERT_TRUE(book.undo()) << step;
         ASSERT_EQ(state(), states[step - 1]) << step;
