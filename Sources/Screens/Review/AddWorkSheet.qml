@@ -13,26 +13,26 @@ Sheet {
     property string clientID
     property string projectID
     function openEmpty() {
-        begin(false, "", "");
+        begin(false, -1, -1);
         from.forceActiveFocus();
     }
     function openFor(start: double, end: double) {
-        begin(false, review.timeText(start), review.timeText(end));
+        begin(false, start, end);
         client.forceActiveFocus(Qt.TabFocusReason);
     }
     function openForIdle() {
-        begin(true, "", "");
+        begin(true, -1, -1);
         client.forceActiveFocus(Qt.TabFocusReason);
     }
-    function begin(idle: bool, start: string, end: string) {
+    function begin(idle: bool, start: double, end: double) {
         isIdle = idle;
-        from.text = start;
-        to.text = end;
+        from.show(start);
+        to.show(end);
         description.clear();
         complaint.text = "";
         billable.checkState = Qt.PartiallyChecked;
-        if (clientID.length > 0)
-            review.chooseClient(clientID);
+        clientID = "";
+        projectID = "";
         edits.readDescriptions();
         open();
     }
@@ -41,8 +41,8 @@ Sheet {
             edits.convertIdle(clientID, projectID, billable.checkState, description.text);
             return;
         }
-        const start = review.secondOf(from.text);
-        const end = review.secondOf(to.text);
+        const start = from.secondOfDay(0);
+        const end = to.secondOfDay(start);
         if (start < 0 || end < 0)
             complaint.text = qsTr("“%1” is no time of the day, so no work was added.").arg(start < 0 ? from.text : to.text);
         else
@@ -53,8 +53,8 @@ Sheet {
     Connections {
         target: sheet.edits
         enabled: sheet.visible
-        function onWorkAdded() { sheet.close(); }
-        function onWorkRefused(sentence: string) { complaint.text = sentence; }
+        function onAccepted() { sheet.close(); }
+        function onRefused(sentence: string) { complaint.text = sentence; }
     }
 
     Words {
@@ -70,8 +70,9 @@ Sheet {
         FormRow {
             Layout.fillWidth: true
             label: qsTr("From")
-            InputField {
+            TimeField {
                 id: from
+                review: sheet.review
                 Layout.fillWidth: true
                 placeholderText: sheet.review.timeText(9 * 3600)
                 Accessible.name: qsTr("From")
@@ -81,8 +82,9 @@ Sheet {
         FormRow {
             Layout.fillWidth: true
             label: qsTr("To")
-            InputField {
+            TimeField {
                 id: to
+                review: sheet.review
                 Layout.fillWidth: true
                 placeholderText: sheet.review.timeText(10 * 3600)
                 Accessible.name: qsTr("To")

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "Base/Identifier.h"
@@ -13,20 +16,23 @@ class DaySelection {
 public:
     /// In the order in which they were chosen.
     const std::vector<UUID>& ids() const { return m_ids; }
-    bool isEmpty() const { return m_ids.empty(); }
-    bool contains(const UUID& id) const { return std::ranges::find(m_ids, id) != m_ids.end(); }
+    bool contains(const UUID& id) const { return m_known.contains(id); }
     /// The one that was chosen last, from where arrows go.
     std::optional<UUID> current() const { return m_ids.empty() ? std::nullopt : std::optional(m_ids.back()); }
 
     void set(std::vector<UUID> ids)
     {
-        m_ids = std::move(ids);
-        m_anchor = m_ids.empty() ? std::nullopt : std::optional(m_ids.front());
+        m_anchor = ids.empty() ? std::nullopt : std::optional(ids.front());
+        replace(std::move(ids));
     }
     void toggle(const UUID& id)
     {
-        if (std::erase(m_ids, id) == 0)
+        if (m_known.insert(id).second) {
             m_ids.push_back(id);
+        } else {
+            m_known.erase(id);
+            std::erase(m_ids, id);
+        }
         m_anchor = id;
     }
     /// From where the selection began to `id`, in the order of `all`.
@@ -37,13 +43,20 @@ public:
         if (anchor == all.end() || end == all.end())
             return set({id});
         if (anchor <= end)
-            m_ids.assign(anchor, end + 1);
+            replace({anchor, end + 1});
         else
-            m_ids.assign(std::make_reverse_iterator(anchor + 1), std::make_reverse_iterator(end));
+            replace({std::make_reverse_iterator(anchor + 1), std::make_reverse_iterator(end)});
     }
 
 private:
+    void replace(std::vector<UUID> ids)
+    {
+        m_ids = std::move(ids);
+        m_known = {m_ids.begin(), m_ids.end()};
+    }
+
     std::vector<UUID> m_ids;
+    std::unordered_set<UUID> m_known;
     std::optional<UUID> m_anchor;
 };
 

@@ -1,7 +1,5 @@
 #include "Screens/Review/DayView.h"
 
-#include <algorithm>
-
 #include "App/ClientBook.h"
 #include "Base/Try.h"
 #include "Screens/Models/Texts.h"
@@ -25,11 +23,13 @@ std::vector<WorkBlockSegment> DayView::lineage(const ReviewSubject& subject) con
         return block->lineage;
     std::vector<WorkBlockSegment> pieces;
     for (const auto& slice : std::get<ReviewedWorkItem>(subject).slices) {
-        const auto recorded = std::ranges::find(day.recorded, slice.segmentID, &ActivitySegment::id);
-        if (recorded == day.recorded.end())
+        const auto recorded = segments.find(slice.segmentID);
+        if (recorded == segments.end())
             continue;
-        auto& piece = pieces.emplace_back(WorkBlockSegment{
-            .segment = *recorded, .sourceSegmentID = recorded->id, .evaluation = {}, .review = {}});
+        auto& piece = pieces.emplace_back(WorkBlockSegment{.segment = *recorded->second,
+                                                           .sourceSegmentID = slice.segmentID,
+                                                           .evaluation = {},
+                                                           .review = {}});
         piece.segment.start = slice.start;
         piece.segment.end = slice.end;
     }
@@ -41,6 +41,8 @@ Stored<std::shared_ptr<const DayView>> readDay(const DayBook& book, const LocalD
 {
     auto view = std::make_shared<DayView>();
     view->day = TRY(book.open(day));
+    for (const auto& segment : view->day.recorded)
+        view->segments.emplace(segment.id, &segment);
     view->calendar = CalendarContext::inZone(day.timeZoneIdentifier).value_or(book.calendar());
     view->directory = TRY(ClientBook(store).directory());
     for (auto& rule : TRY(store.review().attributionRules()))

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <unordered_map>
 
 #include "App/DayBook.h"
 #include "Domain/AssignmentDirectory.h"
@@ -17,6 +18,8 @@ struct DayView {
     CalendarContext calendar = CalendarContext::system();
     AssignmentDirectory directory;
     std::map<RuleID, AttributionRule> rules;
+    /// Into what was recorded of the day.
+    std::unordered_map<SegmentID, const ActivitySegment*> segments;
     std::vector<SubjectRow> subjects;
     std::vector<SpanRow> spans;
     /// Of the edits that can be taken back and done again; empty without one.

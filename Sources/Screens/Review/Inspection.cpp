@@ -2,7 +2,9 @@
 
 #include <QObject>
 #include <algorithm>
+#include <iterator>
 #include <optional>
+#include <unordered_set>
 
 #include "Rules/RuleExplanation.h"
 #include "Screens/Models/Texts.h"
@@ -114,6 +116,7 @@ void setWhy(QVariantMap& values, const WorkBlock& block, const DayView& view)
 
 void setOne(QVariantMap& values, const ReviewSubject& subject, const DayView& view)
 {
+    values[QStringLiteral("subjectID")] = text(identifier(subject));
     values[QStringLiteral("title")] = timesOf(interval(subject), view.calendar);
     values[QStringLiteral("state")] = stateText(state(subject));
     if (const auto* block = std::get_if<WorkBlock>(&subject)) {
@@ -142,6 +145,20 @@ QVariantMap spanValues(const SpanRow& span)
             {QStringLiteral("subtitle"), QObject::tr("%1  ·  %2").arg(span.duration, span.title)}};
 }
 
+/// By their starts.
+std::vector<ReviewSubject> selectedSubjects(const ReviewDay& day, const std::vector<UUID>& selected)
+{
+    const std::unordered_set<UUID> ids(selected.begin(), selected.end());
+    std::vector<ReviewSubject> subjects;
+    std::ranges::copy_if(day.blocks, std::back_inserter(subjects),
+                         [&](const WorkBlock& block) { return ids.contains(block.id); });
+    std::ranges::copy_if(day.items, std::back_inserter(subjects),
+                         [&](const ReviewedWorkItem& item) { return ids.contains(item.id.uuid); });
+    std::ranges::stable_sort(subjects, {},
+                             [](const ReviewSubject& subject) { return interval(subject).start; });
+    return subjects;
+}
+
 bool canBeConfirmed(const ReviewSubject& subject)
 {
     const auto* block = std::get_if<WorkBlock>(&subject);
@@ -153,11 +170,7 @@ bool canBeConfirmed(const ReviewSubject& subject)
 
 Inspection inspection(const DayView& view, const std::vector<UUID>& selected)
 {
-    std::vector<ReviewSubject> subjects;
-    for (const auto& id : selected) {
-        if (auto subject = view.day.content.subject(id))
-            subjects.push_back(*std::move(subject));
-    }
+    const auto subjects = selectedSubjects(view.day.content, selected);
     if (subjects.empty()) {
         const auto span = selected.empty() ? view.spans.end()
                                            : std::ranges::find(view.spans, selected.front(), &SpanRow::id);
@@ -167,7 +180,6 @@ Inspection inspection(const DayView& view, const std::vector<UUID>& selected)
                 .lineage = {}};
     }
 
-    std::ranges::sort(subjects, {}, [](const ReviewSubject& subject) { return interval(subject).start; });
     std::vector<WorkBlockSegment> lineage;
     Seconds all;
     for (const auto& subject : subjects) {
@@ -176,15 +188,20 @@ Inspection inspection(const DayView& view, const std::vector<UUID>& selected)
         all += interval(subject).length();
     }
     const auto count = static_cast<int>(subjects.size());
-    QVariantMap values{{QStringLiteral("kind"), QStringLiteral("work")},
-                       {QStringLiteral("count"), count},
-                       {QStringLiteral("isIgnored"), std::ranges::all_of(subjects, isIgnored)},
-                       {QStringLiteral("canConfirm"), std::ranges::any_of(subjects, canBeConfirmed)},
-                       {QStringLiteral("canSplit"), count == 1},
-                       {QStringLiteral("canDescribe"), count == 1},
-                       {QStringLiteral("canMerge"), count > 1},
-                       {QStringLiteral("shares"), shares(lineage)}};
+    const bool canEdit = std::ranges::none_of(subjects, isIgnored);
+    QVariantMap values{
+        {QStringLiteral("kind"), QStringLiteral("work")},
+        {QStringLiteral("count"), count},
+        {QStringLiteral("isIgnored"), std::ranges::all_of(subjects, isIgnored)},
+        {QStringLiteral("canAssign"), canEdit},
+        {QStringLiteral("canConfirm"), canEdit && std::ranges::any_of(subjects, canBeConfirmed)},
+        {QStringLiteral("canSplit"), canEdit && count == 1},
+        {QStringLiteral("canDescribe"), canEdit && count == 1},
+        {QStringLiteral("canMerge"), canEdit},
+        {QStringLiteral("canMakeRule"), count == 1},
+        {QStringLiteral("shares"), shares(lineage)}};
     setWhom(values, subjects, view.directory);
+    values[QStringLiteral("canSetBillable")] = canEdit && values.contains(QStringLiteral("projectID"));
     if (count == 1) {
         setOne(values, subjects.front(), view);
     } else {

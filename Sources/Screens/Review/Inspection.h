@@ -13,7 +13,9 @@ struct Inspection {
     ///
     /// kind: "none", "work", "idle" or "gap"; count; title; subtitle; state; note
     /// description, clientID, projectID, client, project, color: what all have in common, else empty
-    /// billable: a Qt::CheckState; isIgnored; canConfirm; canDescribe; canSplit; canMerge
+    /// billable: a Qt::CheckState; isIgnored
+    /// canAssign; canSetBillable; canConfirm; canDescribe; canSplit; canMerge; canMakeRule: what may be asked for
+    /// subjectID: of one
     /// shares: [{ name, duration, fraction }]
     /// why: a sentence; reasons: [{ ruleID, role, text, target }]; alsoMatched: a sentence, or empty
     QVariantMap values;

@@ -16,6 +16,10 @@ Panel {
     signal conversionWanted()
     signal ruleChosen(string ruleID)
     signal ruleWanted()
+    /// Those of the client that is shown, after others were.
+    function showProjects() {
+        whom.showProjects();
+    }
     function openClients() {
         whom.openClients();
     }
@@ -75,7 +79,7 @@ Panel {
             InspectorDescription {
                 id: description
                 Layout.fillWidth: true
-                visible: inspector.subject.canDescribe ?? false
+                visible: (inspector.subject.subjectID ?? "").length > 0
                 review: inspector.review
                 edits: inspector.edits
             }

@@ -19,12 +19,12 @@ GridLayout {
     }
     Command {
         text: qsTr("Split…")
-        enabled: (commands.subject.canSplit ?? false) && !commands.subject.isIgnored
+        enabled: commands.subject.canSplit ?? false
         onClicked: commands.splitWanted()
     }
     Command {
         text: (commands.subject.count ?? 0) > 1 ? qsTr("Merge") : qsTr("Merge next")
-        enabled: !commands.subject.isIgnored
+        enabled: commands.subject.canMerge ?? false
         onClicked: commands.edits.merge()
     }
     Command {
@@ -33,7 +33,7 @@ GridLayout {
     }
     Command {
         text: qsTr("Make rule…")
-        enabled: (commands.subject.count ?? 0) === 1
+        enabled: commands.subject.canMakeRule ?? false
         onClicked: commands.ruleWanted()
     }
 }

@@ -10,53 +10,37 @@ FormRow {
     required property ReviewEdits edits
     readonly property var inspected: review.inspected
     readonly property var earlier: edits.descriptions
-    readonly property string stored: inspected.description ?? ""
-    readonly property string subject: review.current
-    readonly property var proposals: field.activeFocus && field.isTyped
+    readonly property var proposals: field.activeFocus && field.isTouched
         ? earlier.filter((one) => one.toLocaleLowerCase().includes(field.text.toLocaleLowerCase()) && one !== field.text).slice(0, 5) : []
 
     function take() {
         field.forceActiveFocus(Qt.ShortcutFocusReason);
         field.selectAll();
     }
-    function save() {
-        if (field.isTyped && field.text !== stored)
-            edits.describe(field.text);
-        field.isTyped = false;
-    }
-    // What is being typed is not overwritten by a change of the day.
-    onStoredChanged: if (!field.isTyped) field.text = stored
-    onSubjectChanged: {
-        field.isTyped = false;
-        field.text = stored;
+    Connections {
+        target: row.review
+        function onSelectionLeft() {
+            field.finish();
+            field.showStored();
+        }
     }
 
     label: qsTr("Description")
-    InputField {
+    StoredField {
         id: field
-        property bool isTyped: false
         Layout.fillWidth: true
+        stored: row.inspected.description ?? ""
+        enabled: row.inspected.canDescribe ?? false
         placeholderText: qsTr("What was done")
         Accessible.name: qsTr("Description")
-        onTextEdited: isTyped = true
-        onActiveFocusChanged: {
-            if (activeFocus)
-                row.edits.readDescriptions();
-            else
-                row.save();
-        }
-        onAccepted: row.save()
-        Keys.onEscapePressed: {
-            isTyped = false;
-            text = row.stored;
-        }
+        onActiveFocusChanged: if (activeFocus) row.edits.readDescriptions()
+        onEdited: (text) => row.edits.describe(text)
         Keys.onDownPressed: proposalList.current = Math.min(proposalList.current + 1, row.proposals.length - 1)
         Keys.onUpPressed: proposalList.current = Math.max(proposalList.current - 1, -1)
         Keys.onReturnPressed: (event) => {
-            if (proposalList.current >= 0)
+            event.accepted = proposalList.current >= 0;
+            if (event.accepted)
                 proposalList.take(row.proposals[proposalList.current]);
-            else
-                row.save();
         }
         Panel {
             id: proposalList
@@ -64,7 +48,8 @@ FormRow {
             function take(words: string) {
                 field.text = words;
                 current = -1;
-                row.save();
+                field.isTouched = true;
+                field.finish();
             }
             y: field.height + 2
             z: 1

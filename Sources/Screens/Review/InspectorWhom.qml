@@ -9,8 +9,10 @@ ColumnLayout {
     required property ReviewModel review
     required property ReviewEdits edits
     readonly property var subject: review.inspected
-    /// Chosen, but without a project yet.
-    property string clientID: subject.clientID ?? ""
+    readonly property bool canAssign: subject.canAssign ?? false
+    readonly property string stored: subject.clientID ?? ""
+    /// Perhaps chosen just now, but without a project yet.
+    property string clientID: stored
     signal newTargetWanted(string clientID, string clientName, string projectName)
 
     function openClients() {
@@ -22,11 +24,18 @@ ColumnLayout {
         else
             client.open();
     }
-    function show() {
-        clientID = Qt.binding(() => subject.clientID ?? "");
+    function showStored() {
+        clientID = stored;
     }
-    onSubjectChanged: show()
-    onClientIDChanged: review.chooseClient(clientID)
+    function showProjects() {
+        review.chooseClient(clientID);
+    }
+    onStoredChanged: showStored()
+    onClientIDChanged: showProjects()
+    Connections {
+        target: whom.review
+        function onSelectionLeft() { whom.showStored(); }
+    }
 
     spacing: Theme.gap
     FormRow {
@@ -38,7 +47,7 @@ ColumnLayout {
             label: qsTr("Client")
             model: whom.review.clients
             chosenID: whom.clientID
-            enabled: !(whom.subject.isIgnored ?? false)
+            enabled: whom.canAssign
             placeholder: (whom.subject.count ?? 0) > 1 ? qsTr("Several, or none") : qsTr("Choose a client")
             newText: qsTr("New client “%1”")
             onChose: (id) => {
@@ -56,8 +65,8 @@ ColumnLayout {
             Layout.fillWidth: true
             label: qsTr("Project")
             model: whom.review.projects
-            chosenName: whom.clientID === (whom.subject.clientID ?? "") ? whom.subject.project ?? "" : ""
-            enabled: whom.clientID.length > 0 && !(whom.subject.isIgnored ?? false)
+            chosenName: whom.clientID === whom.stored ? whom.subject.project ?? "" : ""
+            enabled: whom.clientID.length > 0 && whom.canAssign
             placeholder: qsTr("Choose a project")
             newText: qsTr("New project “%1”")
             onChose: (id) => whom.edits.assign(whom.clientID, id)
@@ -68,7 +77,7 @@ ColumnLayout {
         Layout.topMargin: Theme.unit
         text: qsTr("Billable")
         checkState: whom.subject.billable ?? Qt.Unchecked
-        enabled: (whom.subject.projectID ?? "").length > 0 && !(whom.subject.isIgnored ?? false)
+        enabled: whom.subject.canSetBillable ?? false
         onToggled: {
             const wanted = checkState === Qt.Checked;
             checkState = Qt.binding(() => whom.subject.billable ?? Qt.Unchecked);

@@ -61,6 +61,13 @@ std::optional<WorkTarget> target(const QString& clientID, const QString& project
     return WorkTarget{{*client}, {*project}, billability(billable)};
 }
 
+auto splitting(double secondOfDay)
+{
+    return [secondOfDay](DayBook& book, const LocalDay& day, const std::vector<UUID>& ids) {
+        return book.split(day, ids.front(), day.start + Seconds{secondOfDay});
+    };
+}
+
 std::optional<std::string> described(const QString& words)
 {
     const auto trimmed = words.trimmed();
@@ -75,14 +82,30 @@ ReviewEdits::ReviewEdits(ReviewModel& review, QObject* parent)
 {
 }
 
-template <typename Work> void ReviewEdits::editSelected(Work work)
+template <typename Work> std::optional<ReviewModel::Edit> ReviewEdits::onSelected(Work work) const
 {
     auto ids = m_review.selectedSubjects();
     if (ids.empty())
-        return;
-    m_review.edit([ids = std::move(ids), work = std::move(work)](StoreDesk::Workplace&, DayBook& book,
-                                                                 const LocalDay& day) {
+        return std::nullopt;
+    return [ids = std::move(ids), work = std::move(work)](StoreDesk::Workplace&, DayBook& book,
+                                                          const LocalDay& day) {
         return outcome(work(book, day, ids));
+    };
+}
+
+template <typename Work> void ReviewEdits::editSelected(Work work)
+{
+    if (auto edit = onSelected(std::move(work)))
+        m_review.edit(*std::move(edit));
+}
+
+void ReviewEdits::editBySheet(ReviewModel::Edit edit)
+{
+    m_review.edit(std::move(edit), [this](const QString& problem) {
+        if (problem.isEmpty())
+            Q_EMIT accepted();
+        else
+            Q_EMIT refused(problem);
     });
 }
 
@@ -133,9 +156,13 @@ void ReviewEdits::describe(const QString& words)
 
 void ReviewEdits::splitAt(double secondOfDay)
 {
-    editSelected([secondOfDay](DayBook& book, const LocalDay& day, const std::vector<UUID>& ids) {
-        return book.split(day, ids.front(), day.start + Seconds{secondOfDay});
-    });
+    editSelected(splitting(secondOfDay));
+}
+
+void ReviewEdits::splitBySheet(double secondOfDay)
+{
+    if (auto edit = onSelected(splitting(secondOfDay)))
+        editBySheet(*std::move(edit));
 }
 
 void ReviewEdits::merge()
@@ -179,32 +206,18 @@ void ReviewEdits::redo()
         [](StoreDesk::Workplace&, DayBook& book, const LocalDay&) { return repeated(book.redo()); });
 }
 
-void ReviewEdits::addedOrRefused(bool isDone)
-{
-    if (isDone) {
-        Q_EMIT workAdded();
-        return;
-    }
-    // It is shown beside what was typed.
-    Q_EMIT workRefused(m_review.problem());
-    m_review.setProblem({});
-}
-
 void ReviewEdits::addWork(double start, double end, const QString& clientID, const QString& projectID,
                           int billable, const QString& description)
 {
     const auto chosen = target(clientID, projectID, billable);
     if (!chosen) {
-        Q_EMIT workRefused(tr("Choose a client and a project first."));
+        Q_EMIT refused(tr("Choose a client and a project first."));
         return;
     }
-    m_review.edit(
-        [start, end, chosen = *chosen, words = described(description)](StoreDesk::Workplace&, DayBook& book,
-                                                                       const LocalDay& day) {
-            return outcome(
-                book.add(day, {day.start + Seconds{start}, day.start + Seconds{end}}, chosen, words));
-        },
-        [this](bool isDone) { addedOrRefused(isDone); });
+    editBySheet([start, end, chosen = *chosen,
+                 words = described(description)](StoreDesk::Workplace&, DayBook& book, const LocalDay& day) {
+        return outcome(book.add(day, {day.start + Seconds{start}, day.start + Seconds{end}}, chosen, words));
+    });
 }
 
 void ReviewEdits::convertIdle(const QString& clientID, const QString& projectID, int billable,
@@ -213,13 +226,13 @@ void ReviewEdits::convertIdle(const QString& clientID, const QString& projectID,
     const auto idle = UUID::parse(m_review.current().toStdString());
     const auto chosen = target(clientID, projectID, billable);
     if (!idle || !chosen) {
-        Q_EMIT workRefused(tr("Choose a client and a project first."));
+        Q_EMIT refused(tr("Choose a client and a project first."));
         return;
     }
-    m_review.edit([idle = SegmentID{*idle}, chosen = *chosen, words = described(description)](
-                      StoreDesk::Workplace&, DayBook& book,
-                      const LocalDay& day) { return outcome(book.convertIdle(day, idle, chosen, words)); },
-                  [this](bool isDone) { addedOrRefused(isDone); });
+    editBySheet([idle = SegmentID{*idle}, chosen = *chosen,
+                 words = described(description)](StoreDesk::Workplace&, DayBook& book, const LocalDay& day) {
+        return outcome(book.convertIdle(day, idle, chosen, words));
+    });
 }
 
 void ReviewEdits::createTarget(const QString& clientID, const QString& clientName, const QString& projectName)

@@ -33,15 +33,17 @@ public:
     Q_INVOKABLE void restore();
     Q_INVOKABLE void describe(const QString& words);
     Q_INVOKABLE void splitAt(double secondOfDay);
+    /// The same, asked for by a sheet: told by `accepted`, or `refused`.
+    Q_INVOKABLE void splitBySheet(double secondOfDay);
     /// The selected work; with one alone, it and what follows.
     Q_INVOKABLE void merge();
     Q_INVOKABLE void markReady();
     Q_INVOKABLE void undo();
     Q_INVOKABLE void redo();
-    /// Work that nobody recorded, in seconds of the day. Told by `workAdded` once it is there.
+    /// Work that nobody recorded, in seconds of the day. Told by `accepted`, or `refused`.
     Q_INVOKABLE void addWork(double start, double end, const QString& clientID, const QString& projectID,
                              int billable, const QString& description);
-    /// The selected idle time. Told by `workAdded`, too.
+    /// The selected idle time. Told in the same way.
     Q_INVOKABLE void convertIdle(const QString& clientID, const QString& projectID, int billable,
                                  const QString& description);
     /// A project, and its client where that is new too. Told by `targetCreated`, or `targetRefused`.
@@ -50,15 +52,19 @@ public:
     Q_INVOKABLE void readDescriptions();
 
 Q_SIGNALS:
-    void workAdded();
-    void workRefused(const QString& sentence);
+    /// What a sheet asked for was done;
+    void accepted();
+    /// or was not, which is shown beside what was typed.
+    void refused(const QString& sentence);
     void targetCreated(const QString& clientID, const QString& projectID);
     void targetRefused(const QString& sentence);
     void descriptionsChanged();
 
 private:
+    /// An edit of the selected work, once there is some.
+    template <typename Work> std::optional<ReviewModel::Edit> onSelected(Work work) const;
     template <typename Work> void editSelected(Work work);
-    void addedOrRefused(bool isDone);
+    void editBySheet(ReviewModel::Edit edit);
 
     ReviewModel& m_review;
     QStringList m_descriptions;

@@ -16,12 +16,15 @@ Item {
     property bool isEnabled: true
 
     readonly property var inspected: review.inspected
-    readonly property bool hasWork: inspected.kind === "work"
 
-    component Key: Shortcut { enabled: keys.isEnabled }
+    component Key: Shortcut {
+        /// What its button asks for, too.
+        property bool isPossible: true
+        enabled: keys.isEnabled && isPossible
+    }
 
-    Key { sequences: [StandardKey.Undo]; onActivated: keys.edits.undo() }
-    Key { sequences: [StandardKey.Redo]; onActivated: keys.edits.redo() }
+    Key { sequences: [StandardKey.Undo]; isPossible: keys.review.undoTitle.length > 0; onActivated: keys.edits.undo() }
+    Key { sequences: [StandardKey.Redo]; isPossible: keys.review.redoTitle.length > 0; onActivated: keys.edits.redo() }
     Key { sequences: ["Alt+Left", "["]; onActivated: keys.review.move(-1) }
     Key { sequences: ["Alt+Right", "]"]; onActivated: keys.review.move(1) }
     Key { sequence: "T"; onActivated: keys.review.openToday() }
@@ -31,18 +34,18 @@ Item {
     Key { sequence: "N"; onActivated: keys.review.selectNextUnresolved() }
     Key { sequences: [StandardKey.SelectAll]; onActivated: keys.review.selectAll() }
     Key { sequence: "Escape"; onActivated: keys.review.clearSelection() }
-    Key { sequence: "C"; onActivated: keys.edits.confirm() }
-    Key { sequence: "A"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.openClients() }
-    Key { sequence: "P"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.openProjects() }
-    Key { sequence: "D"; enabled: keys.isEnabled && (keys.inspected.canDescribe ?? false); onActivated: keys.inspector.focusDescription() }
-    Key { sequence: "B"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.edits.setBillable(keys.inspected.billable !== Qt.Checked) }
-    Key { sequence: "S"; enabled: keys.isEnabled && (keys.inspected.canSplit ?? false); onActivated: keys.split.openHere() }
-    Key { sequence: "M"; onActivated: keys.edits.merge() }
-    Key { sequences: ["I", StandardKey.Delete]; onActivated: keys.inspected.isIgnored ? keys.edits.restore() : keys.edits.ignore() }
+    Key { sequence: "C"; isPossible: keys.inspected.canConfirm ?? false; onActivated: keys.edits.confirm() }
+    Key { sequence: "A"; isPossible: keys.inspected.canAssign ?? false; onActivated: keys.inspector.openClients() }
+    Key { sequence: "P"; isPossible: keys.inspected.canAssign ?? false; onActivated: keys.inspector.openProjects() }
+    Key { sequence: "D"; isPossible: keys.inspected.canDescribe ?? false; onActivated: keys.inspector.focusDescription() }
+    Key { sequence: "B"; isPossible: keys.inspected.canSetBillable ?? false; onActivated: keys.edits.setBillable(keys.inspected.billable !== Qt.Checked) }
+    Key { sequence: "S"; isPossible: keys.inspected.canSplit ?? false; onActivated: keys.split.openHere() }
+    Key { sequence: "M"; isPossible: keys.inspected.canMerge ?? false; onActivated: keys.edits.merge() }
+    Key { sequences: ["I", StandardKey.Delete]; isPossible: keys.inspected.kind === "work"; onActivated: keys.inspected.isIgnored ? keys.edits.restore() : keys.edits.ignore() }
     Key { sequence: "W"; onActivated: keys.addWork.openEmpty() }
-    Key { sequence: "V"; enabled: keys.isEnabled && keys.inspected.kind === "idle"; onActivated: keys.addWork.openForIdle() }
-    Key { sequence: "R"; enabled: keys.isEnabled && keys.hasWork; onActivated: keys.inspector.ruleWanted() }
-    Key { sequence: "Ctrl+Return"; enabled: keys.isEnabled && keys.review.canMarkReady; onActivated: keys.edits.markReady() }
+    Key { sequence: "V"; isPossible: keys.inspected.kind === "idle"; onActivated: keys.addWork.openForIdle() }
+    Key { sequence: "R"; isPossible: keys.inspected.canMakeRule ?? false; onActivated: keys.inspector.ruleWanted() }
+    Key { sequence: "Ctrl+Return"; isPossible: keys.review.canMarkReady; onActivated: keys.edits.markReady() }
     Key { sequences: ["Ctrl++", "Ctrl+=", "+"]; onActivated: keys.timeline.zoomBy(1.5) }
     Key { sequences: ["Ctrl+-", "-"]; onActivated: keys.timeline.zoomBy(1 / 1.5) }
     Key { sequences: ["Ctrl+0", "0"]; onActivated: keys.timeline.showAll() }

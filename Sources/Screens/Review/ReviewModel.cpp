@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "Base/Text.h"
@@ -20,12 +22,11 @@ std::vector<RowModel<ChoiceRow>::Role> choiceRoles()
             Rows::role("clientColor", &ChoiceRow::color)};
 }
 
-/// A choice that is gone gives way to what lies where it lay.
+/// A choice that is gone gives way to what lies where it lay. The rows are in order.
 const SubjectRow* rowAt(const std::vector<SubjectRow>& rows, double second)
 {
-    const auto found = std::ranges::find_if(
-        rows, [&](const SubjectRow& row) { return row.start <= second && second < row.end; });
-    return found == rows.end() ? nullptr : &*found;
+    const auto next = std::ranges::upper_bound(rows, second, {}, &SubjectRow::start);
+    return next == rows.begin() || std::prev(next)->end <= second ? nullptr : &*std::prev(next);
 }
 
 } // namespace
@@ -33,6 +34,7 @@ const SubjectRow* rowAt(const std::vector<SubjectRow>& rows, double second)
 ReviewModel::ReviewModel(const ScreenContext& context, QObject* parent)
     : QObject(parent)
     , m_context(context)
+    , m_day(context.calendar().dayOf(context.clock.now()))
     , m_calendar(context)
     , m_blocks(subjectRoles())
     , m_subjects(subjectRoles())
@@ -52,9 +54,19 @@ ReviewModel::ReviewModel(const ScreenContext& context, QObject* parent)
 {
 }
 
+CalendarContext ReviewModel::dayCalendar() const
+{
+    return CalendarContext::inZone(m_day.timeZoneIdentifier).value_or(m_context.calendar());
+}
+
+CivilDate ReviewModel::date() const
+{
+    return dayCalendar().dateOf(m_day.start);
+}
+
 QString ReviewModel::title() const
 {
-    return QLocale().toString(dateOf(m_date), QLocale::LongFormat);
+    return QLocale().toString(dateOf(date()), QLocale::LongFormat);
 }
 
 QString ReviewModel::figures() const
@@ -142,7 +154,7 @@ QString ReviewModel::timeText(double second) const
     return m_view ? timeOf(m_view->day.content.bounds.start + Seconds{second}, m_view->calendar) : QString();
 }
 
-double ReviewModel::secondOf(const QString& typed) const
+double ReviewModel::secondOf(const QString& typed, double notBefore) const
 {
     if (!m_view)
         return -1;
@@ -151,8 +163,14 @@ double ReviewModel::secondOf(const QString& typed) const
     const bool isDaysEnd = words == QStringLiteral("24:00");
     if (!time.isValid() && !isDaysEnd)
         return -1;
-    const auto at = m_view->calendar.instantOn(m_date, isDaysEnd ? 24 : time.hour(), time.minute(), 0);
-    return (at - m_view->day.content.bounds.start).value;
+    const auto& calendar = m_view->calendar;
+    const auto bounds = m_view->day.content.bounds;
+    const auto at =
+        calendar.instantOn(calendar.dateOf(bounds.start), isDaysEnd ? 24 : time.hour(), time.minute(), 0);
+    const auto second = (at - bounds.start).value;
+    const double isSetBack = calendar.secondsFromGMT(bounds.start) - calendar.secondsFromGMT(bounds.end);
+    const bool isShownAgain = isSetBack > 0 && timeText(second + isSetBack) == timeText(second);
+    return isShownAgain && second < notBefore ? second + isSetBack : second;
 }
 
 void ReviewModel::tick()
@@ -163,19 +181,21 @@ void ReviewModel::tick()
 
 void ReviewModel::openToday()
 {
-    open(m_context.calendar().dateOf(m_context.clock.now()));
+    open(m_context.calendar().dayOf(m_context.clock.now()));
 }
 
 void ReviewModel::move(int days)
 {
-    open(m_date.plusDays(days));
+    const auto calendar = m_context.calendar();
+    const auto to = date().plusDays(days);
+    const auto day = calendar.dayOn(to);
+    // A date that the zone never had is passed over.
+    open(day ? day : calendar.dayOn(to.plusDays(days)));
 }
 
 void ReviewModel::openDay(const QString& dayID)
 {
-    const auto day = dayFromID(dayID.toStdString());
-    if (const auto calendar = day ? CalendarContext::inZone(day->timeZoneIdentifier) : std::nullopt)
-        open(calendar->dateOf(day->start));
+    open(dayFromID(dayID.toStdString()));
 }
 
 QString ReviewModel::dayID() const
@@ -183,31 +203,50 @@ QString ReviewModel::dayID() const
     return m_view ? text(stintbook::dayID(m_view->day.content.day)) : QString();
 }
 
-void ReviewModel::open(CivilDate date)
+void ReviewModel::open(const std::optional<LocalDay>& day)
 {
-    m_date = date;
+    if (!day)
+        return;
     choose({});
+    m_day = *day;
     refresh();
 }
 
 void ReviewModel::refresh()
 {
-    edit({});
-    m_calendar.choose(m_date);
+    // What is not reviewed is cut as the clock of today cuts it.
+    if (m_view && m_view->day.content.day == m_day && m_view->day.content.items.empty())
+        m_day = m_context.calendar().dayOn(date()).value_or(m_day);
+    ask([](StoreDesk::Workplace&, DayBook&, const LocalDay&) { return EditOutcome{}; },
+        [this](const QString& problem) {
+            // What was refused stands until the next edit, not until the next reading.
+            if (!problem.isEmpty() || m_isUnreadable)
+                setProblem(problem);
+            m_isUnreadable = !problem.isEmpty();
+        });
+    m_calendar.choose(date());
 }
 
-void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
+void ReviewModel::edit(Edit edit)
 {
-    const auto calendar = m_context.calendar();
-    const auto day = calendar.dayOn(m_date);
-    if (!day)
-        return;
+    this->edit(std::move(edit), [this](const QString& problem) { setProblem(problem); });
+}
+
+void ReviewModel::edit(Edit edit, Done done)
+{
+    setProblem({});
+    m_isUnreadable = false;
+    ask(std::move(edit), std::move(done));
+}
+
+void ReviewModel::ask(Edit edit, Done done)
+{
     struct Answer {
         std::shared_ptr<const DayView> view;
         EditOutcome outcome;
     };
-    const bool isEdit = edit != nullptr;
-    const auto work = [calendar, day = *day, edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
+    const auto work = [calendar = m_context.calendar(), day = m_day,
+                       edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
         DayBook book(place.store, calendar, &place.history);
         Answer answer{.view = nullptr, .outcome = edit ? edit(place, book, day) : EditOutcome{}};
         if (auto view = readDay(book, answer.outcome.day.value_or(day), place.store, place.history))
@@ -218,34 +257,24 @@ void ReviewModel::edit(Edit edit, const std::function<void(bool)>& done)
     };
     m_context.desk.ask(
         this, work,
-        [this, date = m_date, isEdit, done](const Answer& answer) {
+        [this, day = m_day, chosen = m_selection.ids(), done](const Answer& answer) {
             const auto& outcome = answer.outcome;
-            // What was refused stands until the next edit, not until the next reading.
-            if (isEdit || outcome.problem || m_isUnreadable)
-                setProblem(outcome.problem ? text(*outcome.problem) : QString());
-            m_isUnreadable = !answer.view;
-            if (outcome.day && answer.view)
-                m_date = answer.view->calendar.dateOf(outcome.day->start);
-            if (answer.view && (outcome.day || date == m_date))
-                show(answer.view, outcome.work);
+            // Who has gone to another day, or chosen something else, stays there.
+            if (answer.view && m_day == day)
+                m_day = answer.view->day.content.day;
+            if (answer.view && m_day == answer.view->day.content.day)
+                show(answer.view, m_selection.ids() == chosen ? outcome.work : std::vector<UUID>());
             if (!outcome.work.empty() || outcome.day)
-                m_calendar.choose(m_date);
-            if (done)
-                done(!outcome.problem);
+                m_calendar.choose(date());
+            done(outcome.problem ? text(*outcome.problem) : QString());
         },
-        [this, done](const std::string& problem) {
-            m_isUnreadable = true;
-            setProblem(text(problem));
-            if (done)
-                done(false);
-        });
+        [done](const std::string& problem) { done(text(problem)); });
 }
 
 void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work)
 {
-    const auto before = m_blocks.rows();
-    const bool isSameDay = m_view && m_view->day.content.day == view->day.content.day;
-    m_view = std::move(view);
+    const auto before = std::exchange(m_view, std::move(view));
+    const bool isSameDay = before && before->day.content.day == m_view->day.content.day;
     m_blocks.show(m_view->subjects);
     m_spans.show(m_view->spans);
     std::vector<ChoiceRow> clients;
@@ -253,41 +282,52 @@ void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UU
         clients.push_back(
             {client.id.uuid, text(client.name), client.color ? text(client.color->hex()) : QString()});
     m_clients.show(std::move(clients));
+    showProjects();
     showList();
-    keepSelection(isSameDay ? before : std::vector<SubjectRow>(), work);
+    keepSelection(isSameDay ? before->subjects : std::vector<SubjectRow>(), work);
     Q_EMIT changed();
     Q_EMIT nowChanged();
 }
 
 void ReviewModel::keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work)
 {
-    std::vector<UUID> rows;
-    const auto add = [&](const UUID& id) {
-        if (std::ranges::find(rows, id) == rows.end())
-            rows.push_back(id);
-    };
-    for (const auto& row : m_blocks.rows()) {
-        if (std::ranges::any_of(row.subjects,
-                                [&](const UUID& id) { return std::ranges::find(work, id) != work.end(); }))
-            add(row.id);
-    }
+    auto rows = rowsOf(work);
     if (rows.empty()) {
-        for (const auto& id : m_selection.ids()) {
-            const auto was = std::ranges::find(before, id, &SubjectRow::id);
-            const bool isThere =
-                std::ranges::find(m_blocks.rows(), id, &SubjectRow::id) != m_blocks.rows().end()
-                || std::ranges::find(m_spans.rows(), id, &SpanRow::id) != m_spans.rows().end();
-            if (isThere)
-                add(id);
-            else if (const auto* row =
-                         was == before.end() ? nullptr : rowAt(m_blocks.rows(), (was->start + was->end) / 2))
-                add(row->id);
+        std::unordered_map<UUID, double> middles;
+        for (const auto& row : before)
+            middles.emplace(row.id, (row.start + row.end) / 2);
+        std::unordered_set<UUID> there;
+        for (const auto& row : m_blocks.rows())
+            there.insert(row.id);
+        for (const auto& row : m_spans.rows())
+            there.insert(row.id);
+        std::unordered_set<UUID> kept;
+        for (auto id : m_selection.ids()) {
+            if (!there.contains(id)) {
+                const auto middle = middles.find(id);
+                const auto* row = middle == middles.end() ? nullptr : rowAt(m_blocks.rows(), middle->second);
+                if (row == nullptr)
+                    continue;
+                id = row->id;
+            }
+            if (kept.insert(id).second)
+                rows.push_back(id);
         }
     }
-    if (rows == m_selection.ids())
-        selectionMoved();
-    else
-        choose(std::move(rows));
+    if (rows != m_selection.ids())
+        m_selection.set(std::move(rows));
+    selectionMoved();
+}
+
+std::vector<UUID> ReviewModel::rowsOf(const std::vector<UUID>& work) const
+{
+    const std::unordered_set<UUID> wanted(work.begin(), work.end());
+    std::vector<UUID> rows;
+    for (const auto& row : m_blocks.rows()) {
+        if (std::ranges::any_of(row.subjects, [&](const UUID& id) { return wanted.contains(id); }))
+            rows.push_back(row.id);
+    }
+    return rows;
 }
 
 void ReviewModel::showList()
@@ -370,17 +410,21 @@ std::vector<UUID> ReviewModel::selectedSubjects() const
     return subjects;
 }
 
+void ReviewModel::leaveSelection()
+{
+    Q_EMIT selectionLeft();
+    setProblem({});
+}
+
 void ReviewModel::choose(std::vector<UUID> rows)
 {
+    leaveSelection();
     m_selection.set(std::move(rows));
     selectionMoved();
 }
 
 void ReviewModel::selectionMoved()
 {
-    m_chosen.clear();
-    for (const auto& id : m_selection.ids())
-        m_chosen.insert(text(id), true);
     auto inspected = Inspection{};
     if (m_view) {
         const auto subjects = selectedSubjects();
@@ -392,6 +436,12 @@ void ReviewModel::selectionMoved()
         Q_EMIT inspectedChanged();
 }
 
+bool ReviewModel::isChosen(const QString& rowID) const
+{
+    const auto id = UUID::parse(rowID.toStdString());
+    return id && m_selection.contains(*id);
+}
+
 void ReviewModel::select(const QString& rowID)
 {
     if (const auto id = UUID::parse(rowID.toStdString()))
@@ -401,6 +451,7 @@ void ReviewModel::select(const QString& rowID)
 void ReviewModel::toggle(const QString& rowID)
 {
     if (const auto id = UUID::parse(rowID.toStdString())) {
+        leaveSelection();
         m_selection.toggle(*id);
         selectionMoved();
     }
@@ -409,6 +460,7 @@ void ReviewModel::toggle(const QString& rowID)
 void ReviewModel::extendTo(const QString& rowID)
 {
     if (const auto id = UUID::parse(rowID.toStdString())) {
+        leaveSelection();
         m_selection.extend(*id, listedIDs());
         selectionMoved();
     }
@@ -429,10 +481,10 @@ void ReviewModel::selectNeighbour(int distance, bool extends)
     const auto next = from == ids.end() ? (distance > 0 ? 0 : last)
                                         : std::clamp<std::ptrdiff_t>(from - ids.begin() + distance, 0, last);
     const auto& id = ids[static_cast<std::size_t>(next)];
-    if (extends)
-        m_selection.extend(id, ids);
-    else
-        m_selection.set({id});
+    if (!extends)
+        return choose({id});
+    leaveSelection();
+    m_selection.extend(id, ids);
     selectionMoved();
 }
 
@@ -470,29 +522,45 @@ void ReviewModel::selectBlocker(int index)
 {
     if (!m_view || index < 0 || static_cast<std::size_t>(index) >= m_view->day.blockers.size())
         return;
-    const auto work = workBehind(m_view->day.blockers[static_cast<std::size_t>(index)], m_view->day.content);
-    std::vector<UUID> rows;
-    for (const auto& row : m_blocks.rows()) {
-        if (std::ranges::any_of(row.subjects,
-                                [&](const UUID& id) { return std::ranges::find(work, id) != work.end(); }))
-            rows.push_back(row.id);
-    }
-    choose(std::move(rows));
+    choose(rowsOf(workBehind(m_view->day.blockers[static_cast<std::size_t>(index)], m_view->day.content)));
+}
+
+std::optional<std::pair<double, double>> ReviewModel::currentTimes() const
+{
+    const auto timesIn = [this](const auto& rows) -> std::optional<std::pair<double, double>> {
+        for (const auto& row : rows) {
+            if (row.id == m_selection.current())
+                return std::pair{row.start, row.end};
+        }
+        return std::nullopt;
+    };
+    const auto times = timesIn(m_blocks.rows());
+    return times ? times : timesIn(m_spans.rows());
+}
+
+double ReviewModel::startOfSelection() const
+{
+    const auto times = currentTimes();
+    return times ? times->first : -1;
 }
 
 double ReviewModel::middleOfSelection() const
 {
-    const auto& rows = m_blocks.rows();
-    const auto row = std::ranges::find(rows, m_selection.current().value_or(UUID{}), &SubjectRow::id);
-    return row == rows.end() ? 0 : (row->start + row->end) / 2;
+    const auto times = currentTimes();
+    return times ? (times->first + times->second) / 2 : -1;
 }
 
 void ReviewModel::chooseClient(const QString& clientID)
 {
-    const auto id = UUID::parse(clientID.toStdString());
+    m_projectsOf = ClientID::parse(clientID.toStdString());
+    showProjects();
+}
+
+void ReviewModel::showProjects()
+{
     std::vector<ChoiceRow> projects;
-    if (m_view && id) {
-        for (const auto& project : m_view->directory.selectableProjects(ClientID{*id}, std::nullopt))
+    if (m_view && m_projectsOf) {
+        for (const auto& project : m_view->directory.selectableProjects(*m_projectsOf, std::nullopt))
             projects.push_back({project.id.uuid, text(project.name), {}});
     }
     m_projects.show(std::move(projects));

@@ -9,6 +9,7 @@
 
 #include <QtQml/qqmlregistration.h>
 
+#include "Domain/LocalDay.h"
 #include "Screens/Models/RowModel.h"
 #include "Screens/Review/DaySelection.h"
 #include "Screens/Review/DayView.h"
@@ -35,6 +36,7 @@ class ReviewModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("Made by the application")
 
+    Q_PROPERTY(bool isRead READ isRead NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString figures READ figures NOTIFY changed)
     Q_PROPERTY(QString standing READ standing NOTIFY changed)
@@ -57,7 +59,6 @@ class ReviewModel : public QObject {
     Q_PROPERTY(QAbstractItemModel* clients READ clients CONSTANT)
     Q_PROPERTY(QAbstractItemModel* projects READ projects CONSTANT)
     Q_PROPERTY(QString current READ current NOTIFY selectionChanged)
-    Q_PROPERTY(QVariantMap chosen READ chosen NOTIFY selectionChanged)
     Q_PROPERTY(QVariantMap inspected READ inspected NOTIFY inspectedChanged)
     Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY filterChanged)
     Q_PROPERTY(bool onlyUnresolved READ onlyUnresolved WRITE setOnlyUnresolved NOTIFY filterChanged)
@@ -66,6 +67,8 @@ class ReviewModel : public QObject {
 public:
     explicit ReviewModel(const ScreenContext& context, QObject* parent = nullptr);
 
+    /// Before, nothing is known of any day.
+    bool isRead() const { return m_view != nullptr; }
     QString title() const;
     QString figures() const;
     /// What keeps the day from being ready, or what came since it was.
@@ -85,7 +88,7 @@ public:
     /// "Assign"; empty when there is nothing to undo.
     QString undoTitle() const { return m_view ? m_view->undoTitle : QString(); }
     QString redoTitle() const { return m_view ? m_view->redoTitle : QString(); }
-    /// Why the last thing that was asked for did not happen.
+    /// Why the last thing that was asked for did not happen; until the next, another selection or its dismissal.
     const QString& problem() const { return m_problem; }
     ReviewCalendar* calendar() { return &m_calendar; }
     /// All, for the timeline;
@@ -96,10 +99,8 @@ public:
     QAbstractItemModel* lineage() { return &m_lineage; }
     QAbstractItemModel* clients() { return &m_clients; }
     QAbstractItemModel* projects() { return &m_projects; }
-    /// The row that was chosen last.
+    /// The row that was chosen last; empty when none is.
     QString current() const;
-    /// The rows that are chosen, as keys.
-    const QVariantMap& chosen() const { return m_chosen; }
     const QVariantMap& inspected() const { return m_inspected; }
     const QString& search() const { return m_search; }
     void setSearch(const QString& search);
@@ -117,6 +118,7 @@ public:
 
     /// Its place in `subjects`; negative where it is not there.
     Q_INVOKABLE int currentRow() const;
+    Q_INVOKABLE bool isChosen(const QString& rowID) const;
     Q_INVOKABLE void select(const QString& rowID);
     Q_INVOKABLE void toggle(const QString& rowID);
     Q_INVOKABLE void extendTo(const QString& rowID);
@@ -129,12 +131,14 @@ public:
     Q_INVOKABLE void selectNextUnresolved();
     /// The work that the blocker is about.
     Q_INVOKABLE void selectBlocker(int index);
-    /// In seconds of the day.
+    /// Of what was chosen last, in seconds of the day; negative where nothing is.
+    Q_INVOKABLE double startOfSelection() const;
     Q_INVOKABLE double middleOfSelection() const;
-    /// Fills `projects` with those of the client.
+    /// Fills `projects` with those of the client, also whenever there are others.
     Q_INVOKABLE void chooseClient(const QString& clientID);
-    /// The second of the day at which its clock shows what was typed; negative for anything else.
-    Q_INVOKABLE double secondOf(const QString& typed) const;
+    /// The second of the day at which its clock shows what was typed; negative for anything else. Of a time that is
+    /// shown twice it is the second one, where the first lies before `notBefore`.
+    Q_INVOKABLE double secondOf(const QString& typed, double notBefore = 0) const;
     Q_INVOKABLE QString timeText(double second) const;
     /// Time has passed.
     Q_INVOKABLE void tick();
@@ -148,9 +152,13 @@ public:
         std::optional<LocalDay> day;
     };
     using Edit = std::function<EditOutcome(StoreDesk::Workplace& place, DayBook& book, const LocalDay& day)>;
-    /// Does the edit, if there is one, on the desk and shows the day as it is then, or tells why it was not done.
-    /// What was edited is selected. `done` is told whether it was.
-    void edit(Edit edit, const std::function<void(bool)>& done = {});
+    /// Is told why an edit was not done; nothing when it was.
+    using Done = std::function<void(const QString& problem)>;
+    /// Does the edit on the desk and shows the day as it is then. What was edited is selected, unless the user has
+    /// chosen something else meanwhile.
+    void edit(Edit edit, Done done);
+    /// Why it was not done is the `problem`.
+    void edit(Edit edit);
     /// The blocks and items of the selected rows, by time.
     std::vector<UUID> selectedSubjects() const;
     const DayView* view() const { return m_view.get(); }
@@ -163,25 +171,35 @@ Q_SIGNALS:
     void changed();
     void nowChanged();
     void problemChanged();
+    /// The user is about to choose something else, or another day.
+    void selectionLeft();
     void selectionChanged();
     void inspectedChanged();
     void filterChanged();
 
 private:
-    void open(CivilDate date);
+    /// What cuts the day.
+    CalendarContext dayCalendar() const;
+    CivilDate date() const;
+    void open(const std::optional<LocalDay>& day);
+    void ask(Edit edit, Done done);
     void show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work);
     void showList();
+    void showProjects();
+    void leaveSelection();
     void choose(std::vector<UUID> rows);
     void selectionMoved();
     void keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work);
+    std::vector<UUID> rowsOf(const std::vector<UUID>& work) const;
     std::vector<UUID> listedIDs() const;
+    /// Of what was chosen last.
+    std::optional<std::pair<double, double>> currentTimes() const;
 
     ScreenContext m_context;
-    CivilDate m_date;
+    LocalDay m_day;
     ReviewCalendar m_calendar;
     std::shared_ptr<const DayView> m_view;
     DaySelection m_selection;
-    QVariantMap m_chosen;
     QVariantMap m_inspected;
     QString m_problem;
     /// The last reading failed, and the problem says why.
@@ -195,6 +213,7 @@ private:
     RowModel<LineageRow> m_lineage;
     RowModel<ChoiceRow> m_clients;
     RowModel<ChoiceRow> m_projects;
+    std::optional<ClientID> m_projectsOf;
 };
 
 } // namespace stintbook

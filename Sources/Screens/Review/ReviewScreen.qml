@@ -30,6 +30,7 @@ FocusScope {
         id: addWork
         review: screen.review
         edits: screen.edits
+        onClosed: inspector.showProjects()
     }
     SplitSheet {
         id: split
@@ -90,7 +91,7 @@ FocusScope {
                 onSplitWanted: split.openHere()
                 onConversionWanted: addWork.openForIdle()
                 onRuleChosen: (ruleID) => screen.ruleChosen(ruleID)
-                onRuleWanted: screen.ruleWanted(screen.review.dayID(), screen.review.current)
+                onRuleWanted: screen.ruleWanted(screen.review.dayID(), screen.review.inspected.subjectID)
             }
         }
     }

@@ -10,29 +10,36 @@ Sheet {
     required property ReviewEdits edits
     readonly property var inspected: review.inspected
     function openHere() {
-        time.text = review.timeText(review.middleOfSelection());
+        const middle = review.middleOfSelection();
+        const minute = Math.floor(middle / 60) * 60;
+        time.show(minute > review.startOfSelection() ? minute : middle);
         open();
         time.forceActiveFocus();
         time.selectAll();
     }
     function split() {
-        const second = review.secondOf(time.text);
+        const second = time.secondOfDay(review.startOfSelection());
         question.complaint = second < 0 ? qsTr("This is no time of the day, so nothing was split.") : "";
-        if (second < 0)
-            return;
-        close();
-        edits.splitAt(second);
+        if (second >= 0)
+            edits.splitBySheet(second);
     }
 
     width: 320
     title: qsTr("Split %1").arg(inspected.title ?? "")
     onClosed: question.complaint = ""
+    Connections {
+        target: sheet.edits
+        enabled: sheet.visible
+        function onAccepted() { sheet.close(); }
+        function onRefused(sentence: string) { question.complaint = sentence; }
+    }
     FormRow {
         id: question
         Layout.fillWidth: true
         label: qsTr("At")
-        InputField {
+        TimeField {
             id: time
+            review: sheet.review
             Layout.fillWidth: true
             Accessible.name: qsTr("Time of the split")
             onAccepted: sheet.split()

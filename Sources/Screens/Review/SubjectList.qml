@@ -69,20 +69,22 @@ Panel {
                 event.accepted = true;
             }
             T.ScrollBar.vertical: ScrollEdge { }
+            property int currentRow: -1
+            onCurrentRowChanged: later.restart()
             function showCurrent() {
-                const row = panel.review.currentRow();
-                if (row >= 0)
-                    positionViewAtIndex(row, ListView.Contain);
+                if (currentRow >= 0)
+                    positionViewAtIndex(currentRow, ListView.Contain);
+            }
+            // Not with every reading, or nobody could look elsewhere while work is recorded.
+            Connections {
+                target: panel.review
+                function onSelectionChanged() { list.currentRow = panel.review.currentRow(); }
             }
             // Rows may be on the move.
             Timer {
                 id: later
                 interval: 0
                 onTriggered: list.showCurrent()
-            }
-            Connections {
-                target: panel.review
-                function onSelectionChanged() { later.restart(); }
             }
             delegate: SubjectListRow {
                 width: list.width
@@ -97,7 +99,7 @@ Panel {
     }
     EmptyState {
         anchors.centerIn: parent
-        visible: list.count === 0
+        visible: list.count === 0 && panel.review.isRead
         text: panel.review.blocks.rowCount() > 0 ? qsTr("No work of this day fits the search.") : qsTr("Nothing was recorded on this day.")
     }
 }

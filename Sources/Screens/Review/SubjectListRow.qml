@@ -21,7 +21,7 @@ Item {
     required property bool isUnresolved
 
     readonly property color tint: clientColor.length > 0 ? clientColor : Theme.anonymous
-    readonly property bool isChosen: review.chosen[subjectID] ?? false
+    readonly property bool isChosen: review.current.length > 0 && review.isChosen(subjectID)
     readonly property bool isCurrent: review.current === subjectID
     readonly property bool isIgnored: state === "ignored"
 

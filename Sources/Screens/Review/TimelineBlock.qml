@@ -19,9 +19,8 @@ Rectangle {
     required property double start
     required property double end
 
-    readonly property var inspected: review.inspected
-    readonly property bool isChosen: review.chosen[subjectID] ?? false
-    readonly property bool canSplit: review.current === subjectID && (inspected.canSplit ?? false) && width > 24
+    readonly property bool isChosen: review.current.length > 0 && review.isChosen(subjectID)
+    readonly property bool canSplit: width > 24 && review.current === subjectID && (review.inspected.canSplit ?? false)
 
     x: dayScale.place(start)
     width: Math.max(2, dayScale.place(end) - x - (dayScale.place(end) - x > 4 ? 1 : 0))

@@ -21,7 +21,7 @@ Item {
             required property double start
             required property double end
             readonly property ReviewModel review: gaps.review
-            readonly property bool isChosen: review.chosen[spanID] ?? false
+            readonly property bool isChosen: review.current.length > 0 && review.isChosen(spanID)
 
             x: gaps.dayScale.place(start)
             width: Math.max(1, gaps.dayScale.place(end) - x)
