@@ -17,11 +17,23 @@ Panel {
     function zoomAround(factor: double, x: double) {
         const second = review.firstSecond + (track.contentX + x) / shownScale.pointsPerSecond;
         shownScale.zoom = Math.max(1, Math.min(shownScale.zoom * factor, 48));
-        track.contentX = Math.max(0, Math.min((second - review.firstSecond) * shownScale.pointsPerSecond - x, track.contentWidth - track.width));
+        panTo((second - review.firstSecond) * shownScale.pointsPerSecond - x);
     }
     function zoomBy(factor: double) {
-        zoomAround(factor, track.width / 2);
+        zoomAround(factor, isSelectionShown() ? shownScale.place(review.middleOfSelection()) - track.contentX : track.width / 2);
     }
+    function panTo(x: double) {
+        track.contentX = Math.max(0, Math.min(x, track.contentWidth - track.width));
+    }
+    function pan(direction: int) {
+        panTo(track.contentX + direction * track.width / 3);
+    }
+    function isSelectionShown(): bool {
+        const x = shownScale.place(review.middleOfSelection());
+        return current.length > 0 && x >= track.contentX && x <= track.contentX + track.width;
+    }
+    readonly property string current: review.current
+    onCurrentChanged: if (current.length > 0 && !isSelectionShown()) panTo(shownScale.place(review.middleOfSelection()) - track.width / 2)
     function showAll() {
         shownScale.zoom = 1;
         track.contentX = 0;
@@ -32,8 +44,8 @@ Panel {
     activeFocusOnTab: true
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Timeline")
-    Keys.onLeftPressed: review.selectNeighbourInTime(-1)
-    Keys.onRightPressed: review.selectNeighbourInTime(1)
+    Keys.onLeftPressed: (event) => event.modifiers & Qt.ShiftModifier ? pan(-1) : review.selectNeighbourInTime(-1)
+    Keys.onRightPressed: (event) => event.modifiers & Qt.ShiftModifier ? pan(1) : review.selectNeighbourInTime(1)
 
     TimelineScale {
         id: shownScale
@@ -70,7 +82,7 @@ Panel {
         WheelHandler {
             acceptedModifiers: Qt.NoModifier
             orientation: Qt.Vertical
-            onWheel: (event) => track.contentX = Math.max(0, Math.min(track.contentX - (event.angleDelta.y + event.angleDelta.x), track.contentWidth - track.width))
+            onWheel: (event) => timeline.panTo(track.contentX - event.angleDelta.y - event.angleDelta.x)
         }
         PinchHandler {
             id: pinch

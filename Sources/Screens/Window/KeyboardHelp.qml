@@ -47,7 +47,7 @@ Sheet {
                 ["Ctrl+Enter", qsTr("Mark Ready to Bill")],
                 ["Ctrl+Z, Ctrl+Shift+Z", qsTr("Undo, redo")],
                 ["+, −, 0", qsTr("Zoom the timeline, show all of it")],
-                [qsTr("Left, Right"), qsTr("On the timeline: the work or pause before, after")]
+                [qsTr("Left, Right"), qsTr("On the timeline: the work or pause before, after; with Shift, its earlier or later part")]
             ]
         },
         {
