@@ -156,6 +156,38 @@ class Application(unittest.TestCase):
         self.assertIn("Timesheet", text)
         self.assertIn("Exported", cli("day", "show", DAY))
 
+    def test_3_another_day_is_reviewed_by_keys_alone(self):
+        screen = self.screen
+        screen.focus("list", "Days")
+        screen.keys("End", "Return")
+        screen.wait("heading", "14 October 2025")
+        screen.wait(BUTTON, "Two rules disagree")
+        screen.keys("n", "a")
+        screen.wait_focus(FIELD, "Find or add")
+        screen.type_where_the_focus_is("nordl")
+        screen.keys("Return")
+        screen.type_where_the_focus_is("rel")
+        screen.keys("Return")
+        screen.wait(ROW, "Nordlicht, Relaunch, Assigned by hand")
+        screen.keys("c")
+        screen.wait(BUTTON, "Undo Confirm")
+        screen.keys("d")
+        screen.wait_focus(FIELD, "Description")
+        screen.type_where_the_focus_is("By keys alone")
+        screen.keys("Return")
+        screen.wait(ROW, "By keys alone")
+        screen.keys("Tab", "ctrl+z")
+        screen.wait_gone(ROW, "By keys alone")
+        screen.keys("ctrl+shift+z")
+        screen.wait(ROW, "By keys alone")
+
+        screen.keys("ctrl+Return")
+        screen.says("This day is ready to bill.")
+        self.assertIn("Ready to bill", cli("day", "show", LONG_AGO))
+        screen.keys("ctrl+z")
+        screen.wait(BUTTON, "Redo Mark Ready to Bill")
+        self.assertIn("Needs review", cli("day", "show", LONG_AGO))
+
     def test_4_settings_are_chosen_and_history_is_deleted(self):
         screen = self.screen
         screen.keys("ctrl+comma")

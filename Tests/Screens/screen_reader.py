@@ -56,6 +56,17 @@ class ScreenReader:
     def wait_gone(self, role, name):
         eventually(lambda: not self.find(role, name), f"the end of {role} “{name}”")
 
+    def focus(self, role, name):
+        self.wait(role, name).grab_focus()
+        self.wait_focus(role, name)
+
+    def wait_focus(self, role, name):
+        def has_focus():
+            node = self.find(role, name)
+            return node and node.get_state_set().contains(Atspi.StateType.FOCUSED)
+
+        eventually(has_focus, lambda: f"focus on {role} “{name}”; there are: {self.summary()}")
+
     def says(self, words):
         return eventually(lambda: any(words in self._text(node) for node in self.all()),
                           lambda: f"“{words}”; there is: {self.summary()}")
@@ -78,8 +89,7 @@ class ScreenReader:
         node.do_action(next(index for index, one in enumerate(names) if one in ("Press", "Toggle")))
 
     def type_into(self, name, words):
-        self.wait(FIELD, name).grab_focus()
-        eventually(lambda: self.find(FIELD, name).get_state_set().contains(Atspi.StateType.FOCUSED), f"focus on {name}")
+        self.focus(FIELD, name)
         self.keys("ctrl+a")
         self.type_where_the_focus_is(words)
 
