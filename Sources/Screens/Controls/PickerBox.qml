@@ -96,8 +96,10 @@ T.AbstractButton {
             }
             return step > 0 && canCreate ? choices.count : from;
         }
+        onWantedChanged: current = next(-1, 1)
+        onCanCreateChanged: current = next(-1, 1)
         function take() {
-            const row = current < choices.count ? choices.itemAt(current) as PickerRow : null;
+            const row = current >= 0 && current < choices.count ? choices.itemAt(current) as PickerRow : null;
             // Before it closes, which hides its rows.
             const isThere = row !== null && matches(row.name);
             const newName = isThere || !canCreate ? "" : typed;
@@ -129,7 +131,6 @@ T.AbstractButton {
                 width: parent.width
                 isClearedByEscape: false
                 placeholderText: control.newText.length > 0 ? qsTr("Find or add") : qsTr("Find")
-                onTextChanged: popup.current = popup.next(-1, 1)
                 Keys.onDownPressed: popup.current = popup.next(popup.current, 1)
                 Keys.onUpPressed: popup.current = popup.next(popup.current, -1)
                 Keys.onReturnPressed: popup.take()
