@@ -56,7 +56,7 @@ void ReviewCalendar::tick()
 void ReviewCalendar::readWeek()
 {
     const auto dates = datesOfStrip(m_date);
-    m_context.desk.ask(
+    m_context.readings.ask(
         this,
         [dates, calendar = m_context.calendar()](StoreDesk::Workplace& place) {
             return listed(DayBook(place.store, calendar), dates);
@@ -94,7 +94,7 @@ void ReviewCalendar::readMonth()
         m_month.show(weekRows(dates, m_date, days, m_context.clock.now(), m_context.calendar()));
     };
     showDays({});
-    m_context.desk.ask(
+    m_context.readings.ask(
         this,
         [dates, calendar = m_context.calendar()](StoreDesk::Workplace& place) {
             return listed(DayBook(place.store, calendar), dates);
