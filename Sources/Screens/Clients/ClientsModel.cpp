@@ -317,7 +317,7 @@ void ClientsModel::add(const Field& field, Edit work, std::function<void(const U
     });
 }
 
-void ClientsModel::ask(Edit work, std::function<void(const Outcome&)> done)
+void ClientsModel::ask(Edit work, const std::function<void(const Outcome&)>& done)
 {
     struct Answer {
         Outcome outcome;

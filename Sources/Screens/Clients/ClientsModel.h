@@ -127,7 +127,7 @@ private:
     /// Like an edit, but not while another entry is being added.
     void add(const Field& field, Edit work, std::function<void(const UUID& made)> done);
     /// Does the work and shows all as it is then, and what became of the work.
-    void ask(Edit work, std::function<void(const Outcome&)> done);
+    void ask(Edit work, const std::function<void(const Outcome&)>& done);
     void show(std::shared_ptr<const Shown> shown);
     void showRows();
     void complain(const Field& field, const std::optional<std::string>& problem);

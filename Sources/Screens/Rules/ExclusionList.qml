@@ -41,8 +41,9 @@ FocusScope {
                 T.ScrollBar.vertical: ScrollEdge { }
                 Accessible.role: Accessible.List
                 Accessible.name: qsTr("Exclusions")
-                Keys.onSpacePressed: if (currentItem) currentItem.toggle()
-                Keys.onDeletePressed: if (currentItem) currentItem.remove()
+                readonly property var current: currentItem
+                Keys.onSpacePressed: current?.toggle()
+                Keys.onDeletePressed: current?.remove()
                 delegate: Item {
                     id: row
 

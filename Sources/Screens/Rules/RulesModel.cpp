@@ -347,13 +347,14 @@ void RulesModel::count()
         },
         [this](Stored<RuleSummaries> summaries) {
             m_isCounting = false;
-            if (summaries)
+            const bool isCounted = summaries.has_value();
+            if (isCounted)
                 m_summaries = *std::move(summaries);
             else
                 tellProblems(m_refusal, text(message(summaries.error())));
             showRows();
             count();
-            if (!summaries && !m_isCounting)
+            if (!isCounted && !m_isCounting)
                 m_isCountStale = true;
         },
         [this](const std::string& problem) {
