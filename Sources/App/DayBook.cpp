@@ -477,9 +477,7 @@ DayEdited<ReviewedDayApproval> DayBook::markReady(const LocalDay& day, Instant n
             return *std::move(mutation);
         },
         [](const auto&, const ReviewedLayerMutation& mutation,
-           const ReviewDay&) -> DayEdited<ReviewedDayApproval> {
-            return *mutation.approval;
-        });
+           const ReviewDay&) -> DayEdited<ReviewedDayApproval> { return *mutation.approval; });
 }
 
 Stored<ReviewedLayer> DayBook::layer(const LocalDay& day,
