@@ -144,7 +144,7 @@ private:
         else if (to[last] == first && isInOrder(first, last))
             move(last, first);
         else
-            sort(to);
+            rearrange(to);
     }
 
     void move(std::size_t from, std::size_t to)
@@ -161,7 +161,7 @@ private:
     }
 
     /// Row by row it would take as long as there are pairs of rows.
-    void sort(const std::vector<std::size_t>& to)
+    void rearrange(const std::vector<std::size_t>& to)
     {
         Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
         std::vector<Row> sorted(m_rows.size());

@@ -232,14 +232,14 @@ void ReviewModel::edit(Edit edit)
     this->edit(std::move(edit), [this](const QString& problem) { setProblem(problem); });
 }
 
-void ReviewModel::edit(Edit edit, Done done)
+void ReviewModel::edit(Edit edit, const Done& done)
 {
     setProblem({});
     m_isUnreadable = false;
-    ask(std::move(edit), std::move(done));
+    ask(std::move(edit), done);
 }
 
-void ReviewModel::ask(Edit edit, Done done)
+void ReviewModel::ask(Edit edit, const Done& done)
 {
     struct Answer {
         std::shared_ptr<const DayView> view;

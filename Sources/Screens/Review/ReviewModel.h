@@ -156,7 +156,7 @@ public:
     using Done = std::function<void(const QString& problem)>;
     /// Does the edit on the desk and shows the day as it is then. What was edited is selected, unless the user has
     /// chosen something else meanwhile.
-    void edit(Edit edit, Done done);
+    void edit(Edit edit, const Done& done);
     /// Why it was not done is the `problem`.
     void edit(Edit edit);
     /// The blocks and items of the selected rows, by time.
@@ -182,7 +182,7 @@ private:
     CalendarContext dayCalendar() const;
     CivilDate date() const;
     void open(const std::optional<LocalDay>& day);
-    void ask(Edit edit, Done done);
+    void ask(Edit edit, const Done& done);
     void show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work);
     void showList();
     void showProjects();

@@ -91,7 +91,7 @@ FocusScope {
                 onSplitWanted: split.openHere()
                 onConversionWanted: addWork.openForIdle()
                 onRuleChosen: (ruleID) => screen.ruleChosen(ruleID)
-                onRuleWanted: screen.ruleWanted(screen.review.dayID(), screen.review.inspected.subjectID)
+                onRuleWanted: screen.ruleWanted(screen.review.dayID(), inspector.subject.subjectID)
             }
         }
     }

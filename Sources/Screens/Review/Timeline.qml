@@ -11,6 +11,8 @@ Panel {
     /// Somebody dragged over time without work; in seconds of the day.
     signal workMissing(double start, double end)
 
+    readonly property var inspected: review.inspected
+    readonly property bool isSplitPossible: inspected.canSplit ?? false
     readonly property int laneTop: 26
     readonly property int laneHeight: track.height - laneTop - Theme.gap
 
@@ -149,6 +151,7 @@ Panel {
                 height: timeline.laneHeight
                 dayScale: shownScale
                 review: timeline.review
+                isSplitPossible: timeline.isSplitPossible
                 onTaken: timeline.forceActiveFocus()
                 onSplitWanted: (second) => timeline.edits.splitAt(second)
             }

@@ -7,6 +7,8 @@ Rectangle {
 
     required property TimelineScale dayScale
     required property ReviewModel review
+    /// What is selected can be split.
+    property bool isSplitPossible: false
     signal taken()
     signal splitWanted(double second)
     required property string subjectID
@@ -20,7 +22,7 @@ Rectangle {
     required property double end
 
     readonly property bool isChosen: review.current.length > 0 && review.isChosen(subjectID)
-    readonly property bool canSplit: width > 24 && review.current === subjectID && (review.inspected.canSplit ?? false)
+    readonly property bool canSplit: width > 24 && isSplitPossible && review.current === subjectID
 
     x: dayScale.place(start)
     width: Math.max(2, dayScale.place(end) - x - (dayScale.place(end) - x > 4 ? 1 : 0))
