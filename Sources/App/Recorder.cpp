@@ -190,7 +190,7 @@ void Recorder::quit()
 
 bool Recorder::activate(ApplicationWindow window, const std::string& activationToken)
 {
-    log::event("This copy was asked to come forward");
+    log::event("Another launch asked this copy to come forward");
     if (!m_followers.activation)
         return false;
     m_followers.activation(window, activationToken);
