@@ -220,7 +220,9 @@ class Application(unittest.TestCase):
         screen = self.screen
         DESKTOP.start(["xterm"])
         eventually(lambda: "XTerm" in cli("status"), "the program in front")
+        # Comes forward in its own time.
         self.assertEqual(subprocess.run([VELLORAN], timeout=20, check=False).returncode, 0)
+        screen.wait_for_keys_to_reach("Velloran")
         screen.keys("ctrl+1")
         screen.press(BUTTON, "Today")
         screen.type_into("Search this day", "xt")

@@ -98,6 +98,16 @@ class ScreenReader:
         return Atspi.Text.get_text(field, 0, Atspi.Text.get_character_count(field))
 
     @staticmethod
+    def wait_for_keys_to_reach(window):
+        """Until the window of that title is the one that has the keyboard."""
+        def title():
+            asked = subprocess.run(["xdotool", "getactivewindow", "getwindowname"], capture_output=True, text=True,
+                                   check=False)
+            return asked.stdout.strip()
+
+        eventually(lambda: title() == window, lambda: f"the window “{window}”; in front is “{title()}”")
+
+    @staticmethod
     def type_where_the_focus_is(words):
         subprocess.run(["xdotool", "type", "--delay", "5", words], check=True)
 
