@@ -54,17 +54,19 @@ AppEnvironment::Launch AppEnvironment::start()
         return Launch::going;
     }
     auto claim = StoreClaim::take(m_collaborators.variables);
-    if (!claim) {
-        if (std::holds_alternative<StoreUnavailable>(claim.error())) {
-            storeUnavailable(claim.error());
-            return Launch::going;
-        }
+    if (!claim && std::holds_alternative<StoreHeld>(claim.error())) {
         log::event("A second launch found the store already held and handed over to it");
         const auto token = m_collaborators.variables.find("XDG_ACTIVATION_TOKEN");
         const auto asked = m_collaborators.otherInstance.activate(
             token == m_collaborators.variables.end() ? std::string() : token->second);
         m_openingProblem = std::move(claim).error();
         return asked ? Launch::handedOver : Launch::refused;
+    }
+    if (m_configuration.captureEnabled)
+        beginSession();
+    if (!claim) {
+        storeUnavailable(claim.error());
+        return Launch::going;
     }
     *m_claim = *std::move(claim);
     m_opener.open([this](StoreOpener::Result result, int) {
@@ -114,9 +116,53 @@ void AppEnvironment::storeOpened(std::unique_ptr<OpenedStore> store)
     m_openingProblem.reset();
     m_storeProblem.reset();
     m_storeRetryMessage.reset();
-    if (m_configuration.captureEnabled && !m_configuration.usesInMemoryStore)
-        startCapture();
-    if (!m_capture)
+    if (m_capture)
+        m_capture->record(*m_store, observedContext(), captureFollowers(),
+                          [this](std::optional<std::string> problem) { captureDecided(std::move(problem)); });
+    else
+        captureDecided(std::nullopt);
+}
+
+void AppEnvironment::beginSession()
+{
+    RunningCopy::Activation activation;
+    if (m_collaborators.reviewWindow != nullptr)
+        activation = [this](ApplicationWindow window, const std::string& token) {
+            m_activationToken = token;
+            m_activationListeners[window].tell();
+        };
+    m_capture = std::make_unique<CaptureSession>(
+        CaptureSession::Collaborators{.desktop = m_collaborators.desktop,
+                                      .pauses = m_collaborators.pauses,
+                                      .timeSource = m_collaborators.timeSource,
+                                      .main = m_collaborators.main,
+                                      .configuration = m_configuration.capture,
+                                      .trace = m_configuration.trace},
+        std::move(activation));
+}
+
+Recorder::Followers AppEnvironment::captureFollowers()
+{
+    return {.status =
+                [this](const CaptureStatus& status) {
+                    m_captureStatus = status;
+                    m_listeners.tell();
+                },
+            .deletion = [this] { m_dataRevision.raise(); },
+            .calendar =
+                [this] {
+                    if (m_cleanup)
+                        m_cleanup->calendarChanged();
+                    // Every day begins and ends elsewhere.
+                    m_dataRevision.raise();
+                }};
+}
+
+void AppEnvironment::captureDecided(std::optional<std::string> problem)
+{
+    m_isCapturing = m_capture && !problem;
+    m_captureProblem = std::move(problem);
+    if (!m_isCapturing)
         m_deletion = std::make_unique<ActivityDeletionCoordinator>(
             ActivityDeletionCoordinator::Collaborators{.store = m_store->sharedDatabase(),
                                                        .writer = nullptr,
@@ -129,49 +175,6 @@ void AppEnvironment::storeOpened(std::unique_ptr<OpenedStore> store)
     if (m_collaborators.storeChanges != nullptr && !m_configuration.usesInMemoryStore)
         m_dataRevision.follow(*m_store, m_collaborators.background, *m_collaborators.storeChanges);
     m_listeners.tell();
-}
-
-void AppEnvironment::startCapture()
-{
-    if (!m_collaborators.desktop.canSeeApplications()) {
-        m_captureProblem =
-            "This desktop does not tell which application is in front, so nothing was recorded.";
-        return;
-    }
-    auto capture = std::make_unique<CaptureSession>(
-        CaptureSession::Collaborators{.desktop = m_collaborators.desktop,
-                                      .store = *m_store,
-                                      .pauses = m_collaborators.pauses,
-                                      .timeSource = m_collaborators.timeSource,
-                                      .main = m_collaborators.main,
-                                      .configuration = m_configuration.capture});
-    if (m_configuration.trace && !capture->traceTo(*m_configuration.trace)) {
-        m_captureProblem = fmt::format("The trace “{}” could not be written, so nothing was recorded.",
-                                       m_configuration.trace->string());
-        return;
-    }
-    m_capture = std::move(capture);
-    std::function<void(ApplicationWindow, const std::string&)> activation;
-    if (m_collaborators.reviewWindow != nullptr)
-        activation = [this](ApplicationWindow window, const std::string& token) {
-            m_activationToken = token;
-            m_activationListeners[window].tell();
-        };
-    m_capture->start(observedContext(),
-                     {.status =
-                          [this](const CaptureStatus& status) {
-                              m_captureStatus = status;
-                              m_listeners.tell();
-                          },
-                      .deletion = [this] { m_dataRevision.raise(); },
-                      .activation = std::move(activation),
-                      .calendar =
-                          [this] {
-                              if (m_cleanup)
-                                  m_cleanup->calendarChanged();
-                              // Every day begins and ends elsewhere.
-                              m_dataRevision.raise();
-                          }});
 }
 
 void AppEnvironment::startBillingInitialization()
@@ -190,7 +193,7 @@ void AppEnvironment::startCleanup()
 {
     m_cleanup = std::make_unique<HistoryCleanup>(
         HistoryCleanup::Collaborators{.preferences = m_preferences,
-                                      .deletion = deletion(),
+                                      .deletion = *deletion(),
                                       .calendar = m_collaborators.calendar,
                                       .timeSource = m_collaborators.timeSource,
                                       .timers = m_collaborators.timers});
@@ -216,7 +219,7 @@ BrowserContextState AppEnvironment::browserContextState() const
 
 void AppEnvironment::resolveBrowserContext()
 {
-    if (!m_capture || std::exchange(m_isResolvingBrowserContext, true))
+    if (!m_isCapturing || std::exchange(m_isResolvingBrowserContext, true))
         return;
     m_capture->requestAccessibility([this] {
         m_isResolvingBrowserContext = false;
@@ -252,9 +255,10 @@ void AppEnvironment::resume()
 void AppEnvironment::deleteActivity(const ActivityDataScope& scope, ActivityDeleting::Reply reply,
                                     DeletionProgress progress)
 {
-    if (!m_store)
+    auto* const deleting = deletion();
+    if (deleting == nullptr)
         return reply(std::unexpected(ActivityDeletionUnavailable{}));
-    deletion().deleteActivity(scope, std::move(reply), std::move(progress));
+    deleting->deleteActivity(scope, std::move(reply), std::move(progress));
 }
 
 void AppEnvironment::changeRetention(const RetentionChangeRequest& request,
@@ -276,17 +280,17 @@ void AppEnvironment::changeRetention(const RetentionChangeRequest& request,
 
 void AppEnvironment::saveWhatIsRecorded(InstanceRequestHandling::Reply<void> reply)
 {
-    if (m_capture)
+    if (m_isCapturing)
         m_capture->flush(std::move(reply));
     else
         reply({});
 }
 
-ActivityDeleting& AppEnvironment::deletion()
+ActivityDeleting* AppEnvironment::deletion()
 {
-    if (m_capture)
-        return *m_capture;
-    return *m_deletion;
+    if (m_isCapturing)
+        return m_capture.get();
+    return m_deletion.get();
 }
 
 } // namespace stintbook

@@ -93,7 +93,7 @@ public:
     bool isRetryingStore() const { return m_isRetryingStore; }
     const std::optional<std::string>& storeRetryMessage() const { return m_storeRetryMessage; }
 
-    bool isCapturing() const { return m_capture != nullptr; }
+    bool isCapturing() const { return m_isCapturing; }
     /// Why nothing is recorded though the store is open and recording is wanted.
     const std::optional<std::string>& captureProblem() const { return m_captureProblem; }
     const CaptureStatus& captureStatus() const { return m_captureStatus; }
@@ -142,11 +142,14 @@ private:
     void storeOpened(std::unique_ptr<OpenedStore> store);
     void storeUnavailable(const StoreOpeningProblem& problem);
     void retryEnded(StoreOpener::Result result, int attemptCount);
-    void startCapture();
+    void beginSession();
+    void captureDecided(std::optional<std::string> problem);
+    Recorder::Followers captureFollowers();
     void startBillingInitialization();
     void startCleanup();
     ObservedContext observedContext() const;
-    ActivityDeleting& deletion();
+    /// Null while it is not known whether this process records.
+    ActivityDeleting* deletion();
 
     Configuration m_configuration;
     Collaborators m_collaborators;
@@ -163,6 +166,7 @@ private:
     bool m_isRetryingStore = false;
     std::optional<std::string> m_storeRetryMessage;
 
+    bool m_isCapturing = false;
     std::optional<std::string> m_captureProblem;
     CaptureStatus m_captureStatus;
     bool m_isResolvingBrowserContext = false;
@@ -172,8 +176,9 @@ private:
 
     // From here on each ends before what stands above it.
     std::unique_ptr<OpenedStore> m_store;
+    /// Present from the start on, but where capture is not wanted.
     std::unique_ptr<CaptureSession> m_capture;
-    /// While nothing is recorded.
+    /// Where nothing is recorded.
     std::unique_ptr<ActivityDeletionCoordinator> m_deletion;
     std::unique_ptr<HistoryCleanup> m_cleanup;
     Listeners::Subscription m_preferencesChange;

@@ -3,6 +3,8 @@
 #include <utility>
 #include <variant>
 
+#include <fmt/format.h>
+
 #include "Base/Log.h"
 
 namespace stintbook {
@@ -25,16 +27,16 @@ void logResult(const ShutdownResult& result)
 
 } // namespace
 
-CaptureSession::CaptureSession(Collaborators collaborators)
-    : m_collaborators(collaborators)
-    , m_recorder(collaborators.store, collaborators.desktop.providers(),
-                 {.timeSource = collaborators.timeSource,
-                  .timers = collaborators.desktop.timers(),
-                  .capture = collaborators.desktop.executor()},
-                 collaborators.configuration, collaborators.pauses)
+CaptureSession::CaptureSession(Collaborators collaborators, RunningCopy::Activation activation)
+    : m_collaborators(std::move(collaborators))
+    , m_copy(activation ? [this, activation = std::move(activation)](
+                              ApplicationWindow window,
+                              const std::string& token) { onMain([=] { activation(window, token); }); }
+                        : RunningCopy::Activation())
 {
-    m_collaborators.desktop.setBeforeSleep(
-        [this](std::function<void()> done) { m_recorder.settle(std::move(done)); });
+    auto& desktop = m_collaborators.desktop;
+    desktop.executor().post([this, &desktop] { desktop.publishing().publish(m_copy); });
+    desktop.begin();
 }
 
 CaptureSession::~CaptureSession()
@@ -42,9 +44,12 @@ CaptureSession::~CaptureSession()
     m_collaborators.desktop.end();
 }
 
-template <typename Work> void CaptureSession::onCapture(Work work)
+template <typename Work> void CaptureSession::onRecorder(Work work)
 {
-    m_collaborators.desktop.executor().post([this, work = std::move(work)]() mutable { work(m_recorder); });
+    m_collaborators.desktop.executor().post([this, work = std::move(work)]() mutable {
+        if (m_recorder)
+            work(*m_recorder);
+    });
 }
 
 template <typename Work> void CaptureSession::onMain(Work work) const
@@ -55,49 +60,63 @@ template <typename Work> void CaptureSession::onMain(Work work) const
     });
 }
 
-void CaptureSession::start(const ObservedContext& context, Recorder::Followers followers)
+void CaptureSession::record(OpenedStore& store, const ObservedContext& context, Recorder::Followers followers,
+                            Recording begun)
 {
-    auto& publishing = m_collaborators.desktop.publishing();
-    decltype(followers.activation) activation;
-    if (followers.activation)
-        activation = [this, follower = std::move(followers.activation)](ApplicationWindow window,
-                                                                        const std::string& token) {
-            onMain([follower, window, token] { follower(window, token); });
-        };
-    m_recorder.follow(
-        {.status =
-             [this, &publishing, follower = std::move(followers.status)](const CaptureStatus& status) {
-                 publishing.announceStatus();
-                 onMain([follower, status] { follower(status); });
-             },
-         .deletion = [this, follower = std::move(followers.deletion)] { onMain(follower); },
-         .activation = std::move(activation),
-         .calendar = [this, follower = std::move(followers.calendar)] { onMain(follower); }});
-    onCapture([context, &publishing](Recorder& recorder) {
-        recorder.start(context);
-        publishing.publish(recorder);
-    });
-    m_collaborators.desktop.begin();
+    m_collaborators.desktop.executor().post(
+        [this, &store, context, followers = std::move(followers), begun = std::move(begun)]() mutable {
+            auto problem = begin(store, std::move(followers));
+            const bool isBegun = !problem;
+            onMain([begun = std::move(begun), problem = std::move(problem)] { begun(problem); });
+            if (isBegun)
+                m_recorder->start(context);
+        });
+}
+
+std::optional<std::string> CaptureSession::begin(OpenedStore& store, Recorder::Followers followers)
+{
+    auto& desktop = m_collaborators.desktop;
+    if (!desktop.canSeeApplications())
+        return "This desktop does not tell which application is in front, so nothing was recorded.";
+    m_recorder.emplace(store, desktop.providers(),
+                       Recorder::Clockwork{.timeSource = m_collaborators.timeSource,
+                                           .timers = desktop.timers(),
+                                           .capture = desktop.executor()},
+                       m_collaborators.configuration, m_collaborators.pauses);
+    if (const auto& trace = m_collaborators.trace; trace && !m_recorder->traceTo(*trace)) {
+        m_recorder.reset();
+        return fmt::format("The trace “{}” could not be written, so nothing was recorded.", trace->string());
+    }
+    m_recorder->follow({.status =
+                            [this, follower = std::move(followers.status)](const CaptureStatus& status) {
+                                m_collaborators.desktop.publishing().announceStatus();
+                                onMain([follower, status] { follower(status); });
+                            },
+                        .deletion = [this, follower = std::move(followers.deletion)] { onMain(follower); },
+                        .calendar = [this, follower = std::move(followers.calendar)] { onMain(follower); }});
+    desktop.setBeforeSleep([this](std::function<void()> done) { m_recorder->settle(std::move(done)); });
+    m_copy.setRecorder(*m_recorder);
+    return std::nullopt;
 }
 
 void CaptureSession::observe(const ObservedContext& context)
 {
-    onCapture([context](Recorder& recorder) { recorder.observe(context); });
+    onRecorder([context](Recorder& recorder) { recorder.observe(context); });
 }
 
 void CaptureSession::pause(const RequestedPause& pause)
 {
-    onCapture([pause](Recorder& recorder) { recorder.pause(pause.deadline); });
+    onRecorder([pause](Recorder& recorder) { recorder.pause(pause.deadline); });
 }
 
 void CaptureSession::resume()
 {
-    onCapture([](Recorder& recorder) { recorder.resume(); });
+    onRecorder([](Recorder& recorder) { recorder.resume(); });
 }
 
 void CaptureSession::requestAccessibility(std::function<void()> done)
 {
-    onCapture([this, done = std::move(done)](Recorder& recorder) mutable {
+    onRecorder([this, done = std::move(done)](Recorder& recorder) mutable {
         recorder.requestAccessibility([this, done = std::move(done)] { onMain(done); });
     });
 }
@@ -109,7 +128,7 @@ void CaptureSession::deleteActivity(const ActivityDataScope& scope, Reply reply,
         shown = [this, progress = std::move(progress)](double done) {
             onMain([progress, done] { progress(done); });
         };
-    onCapture([this, scope, reply = std::move(reply), shown = std::move(shown)](Recorder& recorder) mutable {
+    onRecorder([this, scope, reply = std::move(reply), shown = std::move(shown)](Recorder& recorder) mutable {
         recorder.deleteActivity(
             scope, ActivityDeleting::Reply([this, reply = std::move(reply)](Outcome outcome) mutable {
                 onMain([reply = std::move(reply), outcome = std::move(outcome)]() mutable {
@@ -122,7 +141,7 @@ void CaptureSession::deleteActivity(const ActivityDataScope& scope, Reply reply,
 
 void CaptureSession::flush(InstanceRequestHandling::Reply<void> reply)
 {
-    onCapture([this, reply = std::move(reply)](Recorder& recorder) mutable {
+    onRecorder([this, reply = std::move(reply)](Recorder& recorder) mutable {
         recorder.flush([this, reply = std::move(reply)](std::expected<void, std::string> saved) mutable {
             onMain(
                 [reply = std::move(reply), saved = std::move(saved)]() mutable { reply(std::move(saved)); });
@@ -133,7 +152,12 @@ void CaptureSession::flush(InstanceRequestHandling::Reply<void> reply)
 ShutdownResult CaptureSession::shutdown()
 {
     const auto result = BoundedShutdown::run<CaptureShutdownOutcome>([this](const auto& complete) {
-        onCapture([complete](Recorder& recorder) { recorder.shutdown(complete); });
+        m_collaborators.desktop.executor().post([this, complete] {
+            if (m_recorder)
+                m_recorder->shutdown(complete);
+            else
+                complete(CaptureShutdownOutcome{});
+        });
     });
     logResult(result);
     return result;

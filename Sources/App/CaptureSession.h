@@ -1,41 +1,50 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "App/Ports/ObservedDesktop.h"
 #include "App/Recorder.h"
+#include "App/RunningCopy.h"
 #include "Capture/BoundedShutdown.h"
 
 namespace stintbook {
 
 using ShutdownResult = BoundedShutdown::Outcome<CaptureShutdownOutcome>;
 
-/// Capture as the main executor meets it, to which this is confined: the recorder, the desktop's thread on which
-/// it lives, and the way between the two.
+/// Capture as the main executor meets it, to which this is confined: the desktop's thread, what others are answered
+/// there from its beginning on, the recorder that comes to live on it, and the way between the two executors.
 class CaptureSession final : public ActivityDeleting {
 public:
     /// All outlive the session.
     struct Collaborators {
         ObservedDesktop& desktop;
-        OpenedStore& store;
         CapturePauseStoring& pauses;
         TimeSource& timeSource;
         Executor& main;
         CaptureConfiguration configuration;
+        /// Also writes everything that capture is told as a trace.
+        std::optional<std::filesystem::path> trace;
     };
 
-    explicit CaptureSession(Collaborators collaborators);
+    /// From now on others find this copy. Who wants it to come forward is told on, on the main executor; an empty
+    /// activation has no window.
+    CaptureSession(Collaborators collaborators, RunningCopy::Activation activation);
     /// Waits for what is running on the desktop's thread.
     ~CaptureSession() override;
     CaptureSession(const CaptureSession&) = delete;
     CaptureSession& operator=(const CaptureSession&) = delete;
 
-    /// Also writes everything that capture is told as a trace. Before the start; false when the file cannot be
-    /// written.
-    bool traceTo(const std::filesystem::path& file) { return m_recorder.traceTo(file); }
-    /// The followers are told on the main executor.
-    void start(const ObservedContext& context, Recorder::Followers followers);
+    /// A sentence when nothing can be recorded.
+    using Recording = std::function<void(std::optional<std::string> problem)>;
+
+    /// Begins to record into the store, which outlives the session. All are called on the main executor. Once.
+    void record(OpenedStore& store, const ObservedContext& context, Recorder::Followers followers,
+                Recording begun);
+    // These do nothing, and call nothing back, where nothing is recorded.
     void observe(const ObservedContext& context);
     void pause(const RequestedPause& pause);
     void resume();
@@ -49,11 +58,14 @@ public:
     ShutdownResult shutdown();
 
 private:
-    template <typename Work> void onCapture(Work work);
+    std::optional<std::string> begin(OpenedStore& store, Recorder::Followers followers);
+    template <typename Work> void onRecorder(Work work);
     template <typename Work> void onMain(Work work) const;
 
     Collaborators m_collaborators;
-    Recorder m_recorder;
+    // These two belong to the desktop's thread, until it has ended.
+    std::optional<Recorder> m_recorder;
+    RunningCopy m_copy;
     /// What reaches the main executor after the session's end finds this gone.
     std::shared_ptr<const bool> m_isAlive = std::make_shared<const bool>(true);
 };

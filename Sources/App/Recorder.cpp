@@ -1,10 +1,8 @@
 #include "App/Recorder.h"
 
-#include <csignal>
 #include <utility>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include "Base/Log.h"
 #include "Store/PersistentActivitySegmentRepository.h"
@@ -124,11 +122,11 @@ void Recorder::shutdown(CaptureCoordinator::ShutDown done)
     });
 }
 
-InstanceStatus Recorder::status()
+InstanceStatus Recorder::status() const
 {
     InstanceStatus status{.capture = m_coordinator.status(),
                           .storeFile = m_store.file().string(),
-                          .processIdentifier = ::getpid(),
+                          .processIdentifier = 0,
                           .providers = m_sources,
                           .openSegment = {},
                           .unsavedSegmentCount = static_cast<int>(m_coordinator.unsavedCount())};
@@ -156,19 +154,6 @@ void Recorder::deleteActivity(const ActivityDataScope& scope, ActivityDeleting::
     m_deletion.deleteActivity(scope, std::move(reply), std::move(progress));
 }
 
-void Recorder::deleteActivity(const ActivityDataScope& scope,
-                              InstanceRequestHandling::Reply<DeletedActivity> reply,
-                              DeletionProgress progress)
-{
-    deleteActivity(scope, ActivityDeleting::Reply([reply = std::move(reply)](Outcome outcome) mutable {
-                       if (outcome)
-                           reply(*outcome);
-                       else
-                           reply(std::unexpected(message(outcome.error())));
-                   }),
-                   std::move(progress));
-}
-
 void Recorder::flush(InstanceRequestHandling::Reply<void> reply)
 {
     m_barrier.resolveEvidenceForDeletion(
@@ -181,20 +166,6 @@ void Recorder::flush(InstanceRequestHandling::Reply<void> reply)
                                 outcome.unsavedSegmentCount, outcome.unsavedSegmentCount == 1 ? "" : "s")));
             });
         });
-}
-
-void Recorder::quit()
-{
-    ::kill(::getpid(), SIGTERM);
-}
-
-bool Recorder::activate(ApplicationWindow window, const std::string& activationToken)
-{
-    log::event("Another launch asked this copy to come forward");
-    if (!m_followers.activation)
-        return false;
-    m_followers.activation(window, activationToken);
-    return true;
 }
 
 } // namespace stintbook

@@ -35,9 +35,9 @@ struct ObservedContext {
 
 /// Records into a store that this process owns: the coordinator with everything it works with.
 ///
-/// Confined to capture's executor, but for construction and destruction, which happen while that executor
-/// does not run. The store is written on a queue of its own.
-class Recorder final : public InstanceRequestHandling, public ActivityDeleting {
+/// Confined to capture's executor, but for its destruction, which happens when that executor no longer runs. The
+/// store is written on a queue of its own.
+class Recorder final : public ActivityDeleting {
 public:
     struct Clockwork {
         TimeSource& timeSource;
@@ -51,9 +51,6 @@ public:
         CaptureCoordinator::StatusFollower status;
         /// Recorded activity was deleted, on whose request ever.
         std::function<void()> deletion;
-        /// Another launch asks this copy to come forward, with this token of the desktop or none. Absent where it
-        /// has no window.
-        std::function<void(ApplicationWindow window, const std::string& token)> activation;
         /// The system's time zone is another one.
         std::function<void()> calendar;
     };
@@ -80,14 +77,12 @@ public:
     void deleteActivity(const ActivityDataScope& scope, ActivityDeleting::Reply reply,
                         DeletionProgress progress) override;
 
-    InstanceStatus status() override;
-    void pause(std::optional<Instant> until) override;
-    void resume() override;
-    void deleteActivity(const ActivityDataScope& scope, InstanceRequestHandling::Reply<DeletedActivity> reply,
-                        DeletionProgress progress) override;
-    void flush(InstanceRequestHandling::Reply<void> reply) override;
-    bool activate(ApplicationWindow window, const std::string& activationToken) override;
-    void quit() override;
+    InstanceStatus status() const;
+    /// Absent deadline: until resumed.
+    void pause(std::optional<Instant> until);
+    void resume();
+    /// Saves everything that was recorded so far, the open segment up to now included.
+    void flush(InstanceRequestHandling::Reply<void> reply);
 
 private:
     OpenedStore& m_store;

@@ -4,13 +4,13 @@ namespace stintbook {
 
 namespace {
 
-/// Whether a copy is on the bus.
-std::expected<bool, InstanceProblem> isRunning(RunningInstance& instance)
+/// Whether a copy on the bus records.
+std::expected<bool, InstanceProblem> isRecording(RunningInstance& instance)
 {
     const auto status = instance.status();
     if (!status)
         return std::unexpected(InstanceProblem{status.error()});
-    return status->has_value();
+    return *status && (*status)->capture.runtime.phase != CaptureRuntimeState::Phase::stopped;
 }
 
 std::expected<void, InstanceProblem> answered(std::expected<void, std::string> answer)
@@ -39,20 +39,20 @@ std::string message(const InstanceProblem& problem)
 std::expected<void, InstanceProblem> pauseRecording(RunningInstance& instance, CapturePauseStoring& pauses,
                                                     const RequestedPause& pause)
 {
-    const auto isThere = isRunning(instance);
-    if (!isThere)
-        return std::unexpected(isThere.error());
-    if (*isThere)
+    const auto isRecorded = isRecording(instance);
+    if (!isRecorded)
+        return std::unexpected(isRecorded.error());
+    if (*isRecorded)
         return answered(instance.pause(pause.deadline));
     return kept(pauses.save(CapturePause{pause.deadline, pause.length}));
 }
 
 std::expected<void, InstanceProblem> resumeRecording(RunningInstance& instance, CapturePauseStoring& pauses)
 {
-    const auto isThere = isRunning(instance);
-    if (!isThere)
-        return std::unexpected(isThere.error());
-    if (*isThere)
+    const auto isRecorded = isRecording(instance);
+    if (!isRecorded)
+        return std::unexpected(isRecorded.error());
+    if (*isRecorded)
         return answered(instance.resume());
     return kept(pauses.save(std::nullopt));
 }

@@ -65,6 +65,8 @@ void printStatus(Session& session, const std::optional<InstanceStatus>& status)
     }
     output << shownRuntime(session, status->capture.runtime)
            << fmt::format(" (process {})\n", status->processIdentifier);
+    if (status->capture.runtime.phase == CaptureRuntimeState::Phase::stopped)
+        return;
     if (status->capture.permission != CapturePermissionState::granted)
         output << "Work context is limited\n";
     if (const auto& open = status->openSegment) {

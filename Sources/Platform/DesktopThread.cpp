@@ -7,7 +7,8 @@
 namespace stintbook {
 
 DesktopThread::DesktopThread(const TimeSource& timeSource, const AwakeClock& awakeClock)
-    : m_desktop(m_loop, timeSource, awakeClock)
+    : m_timeSource(timeSource)
+    , m_awakeClock(awakeClock)
     , m_service(std::in_place, m_loop)
 {
 }
@@ -17,21 +18,27 @@ DesktopThread::~DesktopThread()
     end();
 }
 
+DesktopObservation& DesktopThread::desktop()
+{
+    return m_desktop ? *m_desktop : m_desktop.emplace(m_loop, m_timeSource, m_awakeClock);
+}
+
 DesktopProviders DesktopThread::providers()
 {
-    return {.frontmost = m_desktop.frontmost(),
-            .focusedWindow = m_desktop.windowReader(),
-            .browserDomain = m_desktop.windowReader(),
-            .boundaries = m_desktop.boundaries(),
-            .idle = m_desktop.idle(),
-            .accessibilityTrust = m_desktop.accessibilityTrust(),
-            .calendar = m_desktop.calendar(),
-            .sources = m_desktop.sources()};
+    auto& desktop = this->desktop();
+    return {.frontmost = desktop.frontmost(),
+            .focusedWindow = desktop.windowReader(),
+            .browserDomain = desktop.windowReader(),
+            .boundaries = desktop.boundaries(),
+            .idle = desktop.idle(),
+            .accessibilityTrust = desktop.accessibilityTrust(),
+            .calendar = desktop.calendar(),
+            .sources = desktop.sources()};
 }
 
 void DesktopThread::setBeforeSleep(std::function<void(std::function<void()> done)> work)
 {
-    m_desktop.boundaries().setBeforeSleep(std::move(work));
+    desktop().boundaries().setBeforeSleep(std::move(work));
 }
 
 void DesktopThread::begin()

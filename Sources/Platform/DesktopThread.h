@@ -10,7 +10,8 @@
 
 namespace stintbook {
 
-/// The desktop this process runs in, observed from one loop, which also answers on the session bus.
+/// The desktop this process runs in, observed from one loop, which also answers on the session bus. Looked at when
+/// it is first asked about.
 class DesktopThread final : public ObservedDesktop {
 public:
     /// The clocks outlive it.
@@ -19,7 +20,7 @@ public:
     DesktopThread(const DesktopThread&) = delete;
     DesktopThread& operator=(const DesktopThread&) = delete;
 
-    bool canSeeApplications() const override { return m_desktop.canSeeApplications(); }
+    bool canSeeApplications() override { return desktop().canSeeApplications(); }
     DesktopProviders providers() override;
     Executor& executor() override { return m_loop; }
     Timers& timers() override { return m_loop; }
@@ -30,8 +31,12 @@ public:
     void end() override;
 
 private:
+    DesktopObservation& desktop();
+
+    const TimeSource& m_timeSource;
+    const AwakeClock& m_awakeClock;
     EventLoop m_loop;
-    DesktopObservation m_desktop;
+    std::optional<DesktopObservation> m_desktop;
     std::optional<SessionBusService> m_service;
     std::thread m_thread;
 };

@@ -1,5 +1,8 @@
 #include "Platform/SessionBusInstance.h"
 
+#include <chrono>
+#include <thread>
+
 #include <fmt/format.h>
 
 #include "Base/RawValue.h"
@@ -15,6 +18,9 @@ constexpr Seconds patience{5};
 constexpr Seconds patienceWithFlush{30};
 /// Years of history on a slow disk.
 constexpr std::uint64_t patienceWithDeletion = 3600'000'000;
+
+/// A copy that has just begun comes to the bus within this many attempts, 50 ms apart.
+constexpr int activationAttempts = 20;
 
 /// Who asks a copy that runs starts none.
 BusMethod toRunningCopy(const char* interface, const char* member)
@@ -192,10 +198,19 @@ std::expected<void, std::string> SessionBusInstance::flush()
 
 std::expected<void, std::string> SessionBusInstance::activate(const std::string& activationToken)
 {
-    if (activationToken.empty())
-        return done(ask(sessionbus::applicationInterface, "Activate", "a{sv}", 0));
-    return done(ask(sessionbus::applicationInterface, "Activate", "a{sv}", 1, sessionbus::activationToken,
-                    "s", activationToken.c_str()));
+    const auto activate = [&] {
+        if (activationToken.empty())
+            return ask(sessionbus::applicationInterface, "Activate", "a{sv}", 0);
+        return ask(sessionbus::applicationInterface, "Activate", "a{sv}", 1, sessionbus::activationToken, "s",
+                   activationToken.c_str());
+    };
+    auto reply = activate();
+    for (int attempt = 1; attempt < activationAttempts && !reply && reply.error().isMissingService();
+         ++attempt) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        reply = activate();
+    }
+    return done(reply);
 }
 
 } // namespace stintbook

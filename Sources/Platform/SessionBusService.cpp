@@ -84,14 +84,13 @@ struct SessionBusService::Methods {
         double until = BusMessage::borrowed(call).readDouble().value_or(NAN);
         if (!std::isfinite(until) || until < 0)
             return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "A pause needs an instant, or 0.");
-        handler(context).pause(until > 0 ? std::optional(Instant{until}) : std::nullopt);
-        return sd_bus_reply_method_return(call, "");
+        return answer(call, error,
+                      handler(context).pause(until > 0 ? std::optional(Instant{until}) : std::nullopt));
     }
 
-    static int resume(sd_bus_message* call, void* context, sd_bus_error*)
+    static int resume(sd_bus_message* call, void* context, sd_bus_error* error)
     {
-        handler(context).resume();
-        return sd_bus_reply_method_return(call, "");
+        return answer(call, error, handler(context).resume());
     }
 
     static int deleteActivity(sd_bus_message* call, void* context, sd_bus_error* error)
@@ -150,21 +149,27 @@ struct SessionBusService::Methods {
         // The action's parameters: none takes any.
         launch.skip();
         if (action == "pause")
-            handler(context).pause(std::nullopt);
-        else if (action == "resume")
-            handler(context).resume();
-        else if (action == "review")
+            return answer(call, error, handler(context).pause(std::nullopt));
+        if (action == "resume")
+            return answer(call, error, handler(context).resume());
+        if (action == "review")
             return comeForward(call, context, error, ApplicationWindow::review, activationToken(launch));
-        else if (action == "settings")
+        if (action == "settings")
             return comeForward(call, context, error, ApplicationWindow::settings, activationToken(launch));
-        else if (action == "quit")
-            handler(context).quit();
-        else
+        if (action != "quit")
             return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "Velloran knows no such action.");
+        handler(context).quit();
         return sd_bus_reply_method_return(call, "");
     }
 
 private:
+    static int answer(sd_bus_message* call, sd_bus_error* error, const std::expected<void, std::string>& done)
+    {
+        if (!done)
+            return sd_bus_error_set(error, SD_BUS_ERROR_FAILED, done.error().c_str());
+        return sd_bus_reply_method_return(call, "");
+    }
+
     static int comeForward(sd_bus_message* call, void* context, sd_bus_error* error, ApplicationWindow window,
                            const std::string& token)
     {

@@ -86,7 +86,7 @@ struct NoInstance final : RunningInstance {
 /// A scripted desktop on a thread of its own, where time stands still.
 class DesktopOnAThread final : public ObservedDesktop, public InstancePublishing, public Executor {
 public:
-    bool canSeeApplications() const override { return isSeen; }
+    bool canSeeApplications() override { return isSeen; }
     DesktopProviders providers() override
     {
         return {.frontmost = m_scripted,
@@ -282,6 +282,24 @@ TEST_F(AppEnvironmentTest, TriesTheStoreThreeTimesAndGoesOnWhenItOpens)
               ShutdownResult(CaptureShutdownOutcome{CaptureShutdownOutcome::Kind::notRunning}));
 }
 
+TEST_F(AppEnvironmentTest, ComesForwardAlsoWithoutAStore)
+{
+    configuration.captureEnabled = true;
+    std::filesystem::rename(storeDirectory() / "Velloran.store", stored.directory / "aside");
+    std::filesystem::create_directory(storeDirectory() / "Velloran.store");
+    start();
+    bool isAsked = false;
+    const auto listening = environment->followActivation(ApplicationWindow::review, [&] { isAsked = true; });
+    desktop.perform([&](ScriptedDesktop&) {
+        EXPECT_TRUE(desktop.handler->activate(ApplicationWindow::review, {}));
+        EXPECT_EQ(desktop.handler->status().capture.runtime, CaptureRuntimeState::stopped());
+        desktop.handler->flush([](const auto& flushed) { EXPECT_FALSE(flushed.has_value()); });
+    });
+    EXPECT_TRUE(comes([&] { return isAsked && environment->storeProblem(); }));
+    EXPECT_EQ(environment->shutdown(),
+              ShutdownResult(CaptureShutdownOutcome{CaptureShutdownOutcome::Kind::notRunning}));
+}
+
 TEST_F(AppEnvironmentTest, GivesANewLedgerTheCurrencyOfTheLocaleAndLeavesAChosenOne)
 {
     configuration.locale = "de_DE";
@@ -433,8 +451,14 @@ TEST_F(AppEnvironmentTest, SaysWhyNothingIsRecordedOnADesktopThatTellsNothing)
     configuration.captureEnabled = true;
     desktop.isSeen = false;
     startWithStore();
+    ASSERT_TRUE(comes([&] { return environment->captureProblem().has_value(); }));
     EXPECT_FALSE(environment->isCapturing());
-    EXPECT_TRUE(environment->captureProblem());
+    desktop.perform([&](ScriptedDesktop&) { EXPECT_FALSE(desktop.handler->pause(std::nullopt)); });
+    std::optional<ActivityDeleting::Outcome> deleted;
+    environment->deleteActivity(AllHistory{},
+                                [&](ActivityDeleting::Outcome outcome) { deleted = std::move(outcome); });
+    ASSERT_TRUE(comes([&] { return deleted.has_value(); }));
+    EXPECT_EQ(deleted->value().dayCount, 1);
 
     configuration.usesInMemoryStore = true;
     environment.reset();

@@ -21,11 +21,16 @@ namespace {
 class Answers final : public InstanceRequestHandling {
 public:
     InstanceStatus status() override { return answer; }
-    void pause(std::optional<Instant> until) override
+    std::expected<void, std::string> pause(std::optional<Instant> until) override
     {
         answer.capture.runtime = CaptureRuntimeState::paused(until);
+        return {};
     }
-    void resume() override { answer.capture.runtime = CaptureRuntimeState::active(); }
+    std::expected<void, std::string> resume() override
+    {
+        answer.capture.runtime = CaptureRuntimeState::active();
+        return {};
+    }
     void deleteActivity(const ActivityDataScope& scope, Reply<DeletedActivity> reply,
                         DeletionProgress progress) override
     {

@@ -19,7 +19,7 @@ namespace stintbook {
 
 struct InstanceStatus {
     CaptureStatus capture;
-    /// The store's file, canonical: which copy this is.
+    /// The store's file, canonical: which copy this is. Empty where nothing is recorded.
     std::string storeFile;
     std::int32_t processIdentifier = 0;
     /// "frontmost: x11", "idle: xscreensaver", …
@@ -45,9 +45,9 @@ public:
 
     virtual ~InstanceRequestHandling() = default;
     virtual InstanceStatus status() = 0;
-    /// Absent deadline: until resumed.
-    virtual void pause(std::optional<Instant> until) = 0;
-    virtual void resume() = 0;
+    /// Absent deadline: until resumed. The error is a sentence.
+    virtual std::expected<void, std::string> pause(std::optional<Instant> until) = 0;
+    virtual std::expected<void, std::string> resume() = 0;
     virtual void deleteActivity(const ActivityDataScope& scope, Reply<DeletedActivity> reply,
                                 DeletionProgress progress) = 0;
     /// Saves everything that was recorded so far, the open segment up to now included.
