@@ -191,12 +191,14 @@ void AppEnvironment::startBillingInitialization()
 
 void AppEnvironment::startCleanup()
 {
-    m_cleanup = std::make_unique<HistoryCleanup>(
-        HistoryCleanup::Collaborators{.preferences = m_preferences,
-                                      .deletion = *deletion(),
-                                      .calendar = m_collaborators.calendar,
-                                      .timeSource = m_collaborators.timeSource,
-                                      .timers = m_collaborators.timers});
+    m_cleanup = std::make_unique<HistoryCleanup>(HistoryCleanup::Collaborators{
+        .preferences = m_preferences,
+        .stored = {m_collaborators.background, {std::shared_ptr<void>(), &m_collaborators.preferences}},
+        .home = m_collaborators.main,
+        .deletion = *deletion(),
+        .calendar = m_collaborators.calendar,
+        .timeSource = m_collaborators.timeSource,
+        .timers = m_collaborators.timers});
     m_cleanup->start();
 }
 

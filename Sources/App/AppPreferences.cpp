@@ -115,9 +115,8 @@ bool AppPreferences::setLastAutomaticCleanup(std::optional<Instant> at)
     return assign(m_lastAutomaticCleanup, at, preferencekeys::lastCleanup, valueOf(at));
 }
 
-void AppPreferences::refreshRetention()
+void AppPreferences::takeOverRetention()
 {
-    m_store.refresh();
     const auto former = std::tuple(m_retentionWindow, m_automaticCleanupEnabled, m_lastAutomaticCleanup);
     m_retentionWindow = storedWindow(m_store);
     m_automaticCleanupEnabled = storedAutomaticCleanup(m_store);

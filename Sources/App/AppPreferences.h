@@ -40,8 +40,8 @@ public:
     bool setAutomaticCleanupEnabled(bool isEnabled);
     std::optional<Instant> lastAutomaticCleanup() const { return m_lastAutomaticCleanup; }
     bool setLastAutomaticCleanup(std::optional<Instant> at);
-    /// Reads these three again, which another process may have chosen anew.
-    void refreshRetention();
+    /// Takes over these three from the store, which was refreshed: another process may have chosen them anew.
+    void takeOverRetention();
 
     ExportMode defaultExportMode() const { return m_defaultExportMode; }
     bool setDefaultExportMode(ExportMode mode);

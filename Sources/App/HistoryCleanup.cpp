@@ -38,8 +38,17 @@ void HistoryCleanup::calendarChanged()
 void HistoryCleanup::clean()
 {
     scheduleNext();
+    m_collaborators.stored.ask([](PreferenceStoring& stored) { stored.refresh(); }, m_collaborators.home,
+                               [this, isAlive = std::weak_ptr(m_isAlive)] {
+                                   if (!isAlive.expired())
+                                       cleanAsChosen();
+                               });
+}
+
+void HistoryCleanup::cleanAsChosen()
+{
     auto& preferences = m_collaborators.preferences;
-    preferences.refreshRetention();
+    preferences.takeOverRetention();
     if (!preferences.automaticCleanupEnabled())
         return;
     const auto now = m_collaborators.timeSource.now();

@@ -6,6 +6,7 @@
 
 #include "App/ActivityDeletionCoordinator.h"
 #include "App/AppPreferences.h"
+#include "Base/Executor.h"
 #include "Base/TimeSource.h"
 #include "Domain/CalendarContext.h"
 
@@ -20,12 +21,15 @@ void noteFailedCleanup(const std::string& reason);
 /// are left alone, and so is everything where history is kept until it is deleted. A failure changes nothing; both
 /// outcomes are logged.
 ///
-/// Confined to the executor of its timers, which is that of the deletion.
+/// Confined to the executor of its timers, which is that of the deletion and of the preferences.
 class HistoryCleanup {
 public:
-    /// All outlive the cleanup, but for the copies of `calendar`.
+    /// What is referred to outlives the cleanup.
     struct Collaborators {
         AppPreferences& preferences;
+        /// What they are stored in, on an executor that may wait for a disk.
+        Confined<PreferenceStoring> stored;
+        Executor& home;
         ActivityDeleting& deletion;
         std::function<CalendarContext()> calendar;
         TimeSource& timeSource;
@@ -41,11 +45,12 @@ public:
 
 private:
     void clean();
+    void cleanAsChosen();
     void scheduleNext();
 
     Collaborators m_collaborators;
     std::unique_ptr<Timers::Scheduled> m_next;
-    /// A deletion that ends after the cleanup did finds this gone.
+    /// What comes back after the cleanup's end finds this gone.
     std::shared_ptr<const bool> m_isAlive = std::make_shared<const bool>(true);
 };
 

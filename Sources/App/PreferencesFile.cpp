@@ -100,19 +100,29 @@ std::optional<PreferenceValue> PreferencesFile::value(std::string_view key) cons
 
 bool PreferencesFile::store(std::string_view key, std::optional<PreferenceValue> value)
 {
-    const std::scoped_lock guard(m_lock);
-    m_unwritten.insert_or_assign(std::string(key), std::move(value));
+    const std::scoped_lock atTheFile(m_fileLock);
+    {
+        const std::scoped_lock guard(m_lock);
+        m_unwritten.insert_or_assign(std::string(key), std::move(value));
+    }
     if (!write())
         return false;
+    const std::scoped_lock guard(m_lock);
     m_unwritten.clear();
     return true;
 }
 
 void PreferencesFile::refresh()
 {
-    const std::scoped_lock guard(m_lock);
+    const std::scoped_lock atTheFile(m_fileLock);
     if (auto document = documentIn(m_file))
-        m_document = std::move(*document).value_or(PreferencesDocument());
+        takeOver(std::move(*document).value_or(PreferencesDocument()));
+}
+
+void PreferencesFile::takeOver(PreferencesDocument document)
+{
+    const std::scoped_lock guard(m_lock);
+    m_document = std::move(document);
 }
 
 /// Takes over what the file says now, or keeps what is known when it says nothing that can be read; false when
@@ -122,7 +132,7 @@ bool PreferencesFile::read()
     auto document = documentIn(m_file);
     if (!document)
         return setAside(document.error());
-    m_document = std::move(*document).value_or(PreferencesDocument());
+    takeOver(std::move(*document).value_or(PreferencesDocument()));
     return true;
 }
 
@@ -164,7 +174,7 @@ bool PreferencesFile::write()
         log::error("The preferences could not be saved: {}", replaced.error());
         return false;
     }
-    m_document = *PreferencesDocument::parse(text);
+    takeOver(*PreferencesDocument::parse(text));
     return true;
 }
 

@@ -37,11 +37,15 @@ public:
     const std::filesystem::path& file() const { return m_file; }
 
 private:
+    void takeOver(PreferencesDocument document);
     bool read();
     bool setAside(const std::string& reason) const;
     bool write();
 
     std::filesystem::path m_file;
+    /// Held by whoever is at the file, and alone changes what is below.
+    std::mutex m_fileLock;
+    /// Held for a moment to change or to read what is below, so that who only asks for a value waits for no disk.
     mutable std::mutex m_lock;
     /// As the file was when it was read last.
     PreferencesDocument m_document;

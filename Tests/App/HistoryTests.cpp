@@ -176,7 +176,10 @@ TEST_F(History, IsCleanedUpAtTheStartAndAfterEachLocalMidnightAsChosenLast)
     AppPreferences chosenElsewhere(fileElsewhere);
     auto calendar = berlin;
     VirtualTime time(berlin.instantOn(*CivilDate::parse("2026-11-20"), 22, 0, 0));
+    InlineExecutor here;
     HistoryCleanup cleanup({.preferences = preferences,
+                            .stored = {std::make_shared<InlineExecutor>(), {std::shared_ptr<void>(), &file}},
+                            .home = here,
                             .deletion = deletion,
                             .calendar = [&] { return calendar; },
                             .timeSource = time,
