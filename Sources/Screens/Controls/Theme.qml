@@ -56,6 +56,8 @@ QtObject {
     readonly property int gap: 8
     readonly property int padding: 16
     readonly property int margin: isNarrow || isLow ? 16 : 24
+    /// Beyond it a row's ends are too far apart to be read as one.
+    readonly property int widestPage: 2000
     readonly property int radius: 6
     readonly property int controlHeight: 32
 

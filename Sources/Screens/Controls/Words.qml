@@ -11,7 +11,8 @@ Text {
     font.hintingPreference: Font.PreferNoHinting
     renderType: Text.NativeRendering
     textFormat: Text.PlainText
-    elide: Text.ElideRight
+    // What wraps has its lines, however narrow it is.
+    elide: wrapMode === Text.NoWrap ? Text.ElideRight : Text.ElideNone
     // Where the layout begins, whichever way the words run.
     horizontalAlignment: Text.AlignLeft
 

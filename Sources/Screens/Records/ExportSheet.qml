@@ -13,7 +13,7 @@ Sheet {
     title: isOver ? "" : qsTr("Export")
     width: isOver ? Math.min(460, parent.width - 2 * Theme.margin) : Math.min(1120, parent.width - 2 * Theme.margin)
     height: isOver ? Math.min(implicitContentHeight + topPadding + bottomPadding, parent.height - 2 * Theme.margin)
-                   : parent.height - 2 * Theme.margin
+                   : Math.min(1280, parent.height - 2 * Theme.margin)
     // Where it goes, and what comes of it, is to be told here.
     asksToLeave: exporting.isDelivering
     onClosed: exporting.end()

@@ -17,24 +17,13 @@ ColumnLayout {
     RowLayout {
         Layout.fillWidth: true
         spacing: Theme.gap
-        ColumnLayout {
+        Words {
             Layout.fillWidth: true
-            spacing: 2
-            Words {
-                Layout.fillWidth: true
-                text: header.review.title
-                font.pixelSize: Theme.isNarrow ? Theme.heading : Theme.display
-                font.weight: Font.DemiBold
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-            Words {
-                Layout.fillWidth: true
-                text: header.review.figures
-                color: Theme.secondaryInk
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
+            text: header.review.title
+            font.pixelSize: Theme.isNarrow ? Theme.heading : Theme.display
+            font.weight: Font.DemiBold
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
         }
         IconButton {
             glyph: "undo"
@@ -84,6 +73,15 @@ ColumnLayout {
                 text: qsTr("Freeze this day's reviewed work and mark it ready")
             }
         }
+    }
+    // Below the buttons: beside them long words would not find room in a small window.
+    Words {
+        Layout.fillWidth: true
+        wrapMode: Text.Wrap
+        text: header.review.figures
+        color: Theme.secondaryInk
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Words {
         Layout.fillWidth: true

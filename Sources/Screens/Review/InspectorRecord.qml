@@ -37,7 +37,8 @@ ColumnLayout {
                 Accessible.name: share.modelData.name
             }
             Words {
-                Layout.preferredWidth: 60
+                Layout.preferredWidth: 76
+                Layout.minimumWidth: implicitWidth
                 horizontalAlignment: Text.AlignRight
                 text: share.modelData.duration
                 color: Theme.secondaryInk

@@ -83,7 +83,7 @@ FocusScope {
             }
             Inspector {
                 id: inspector
-                Layout.preferredWidth: Theme.isNarrow ? 272 : 304
+                Layout.preferredWidth: Theme.isNarrow ? 272 : Math.max(304, Math.min(400, screen.width / 5))
                 Layout.fillHeight: true
                 review: screen.review
                 edits: screen.edits

@@ -116,6 +116,8 @@ Sheet {
                             }
                             Words {
                                 Layout.fillWidth: true
+                                // As high as its neighbour that wraps, too.
+                                Layout.fillHeight: true
                                 text: line.modelData[1]
                                 wrapMode: Text.WordWrap
                                 Accessible.ignored: true

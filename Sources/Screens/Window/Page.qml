@@ -7,7 +7,10 @@ Loader {
     required property string key
     readonly property bool isShown: shell.page === key
 
-    anchors.fill: parent
+    anchors.top: parent.top
+    anchors.bottom: parent.bottom
+    anchors.horizontalCenter: parent.horizontalCenter
+    width: Math.min(parent.width, Theme.widestPage)
     active: false
     visible: isShown
     focus: isShown
