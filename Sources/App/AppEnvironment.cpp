@@ -151,8 +151,8 @@ Recorder::Followers AppEnvironment::captureFollowers()
             .deletion = [this] { m_dataRevision.raise(); },
             .calendar =
                 [this] {
-                    if (m_cleanup)
-                        m_cleanup->calendarChanged();
+                    if (m_midnights)
+                        m_midnights->calendarChanged();
                     // Every day begins and ends elsewhere.
                     m_dataRevision.raise();
                 }};
@@ -197,13 +197,21 @@ void AppEnvironment::startCleanup()
         .home = m_collaborators.main,
         .deletion = *deletion(),
         .calendar = m_collaborators.calendar,
-        .timeSource = m_collaborators.timeSource,
-        .timers = m_collaborators.timers});
-    m_cleanup->start();
+        .timeSource = m_collaborators.timeSource});
+    m_cleanup->clean();
+    m_midnights.emplace(Midnights::Collaborators{.calendar = m_collaborators.calendar,
+                                                 .timeSource = m_collaborators.timeSource,
+                                                 .timers = m_collaborators.timers},
+                        [this] {
+                            m_cleanup->clean();
+                            // Today is another day, and so is this month perhaps.
+                            m_dataRevision.raise();
+                        });
 }
 
 ShutdownResult AppEnvironment::shutdown()
 {
+    m_midnights.reset();
     m_cleanup.reset();
     m_preferencesChange = {};
     if (!m_capture)

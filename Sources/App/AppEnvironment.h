@@ -16,6 +16,7 @@
 #include "App/HistoryRetention.h"
 #include "App/Listeners.h"
 #include "App/MenuBarIconNotice.h"
+#include "App/Midnights.h"
 #include "App/StoreOpener.h"
 #include "Capture/BrowserContextState.h"
 
@@ -181,6 +182,7 @@ private:
     /// Where nothing is recorded.
     std::unique_ptr<ActivityDeletionCoordinator> m_deletion;
     std::unique_ptr<HistoryCleanup> m_cleanup;
+    std::optional<Midnights> m_midnights;
     Listeners::Subscription m_preferencesChange;
 };
 

@@ -24,20 +24,8 @@ HistoryCleanup::HistoryCleanup(Collaborators collaborators)
 {
 }
 
-void HistoryCleanup::start()
-{
-    clean();
-}
-
-void HistoryCleanup::calendarChanged()
-{
-    if (m_next)
-        scheduleNext();
-}
-
 void HistoryCleanup::clean()
 {
-    scheduleNext();
     m_collaborators.stored.ask([](PreferenceStoring& stored) { stored.refresh(); }, m_collaborators.home,
                                [this, isAlive = std::weak_ptr(m_isAlive)] {
                                    if (!isAlive.expired())
@@ -66,12 +54,6 @@ void HistoryCleanup::cleanAsChosen()
                 noteFailedCleanup(message(outcome.error()));
         },
         {});
-}
-
-void HistoryCleanup::scheduleNext()
-{
-    const auto midnight = m_collaborators.calendar().nextDayStart(m_collaborators.timeSource.now());
-    m_next = m_collaborators.timers.at(midnight, [this] { clean(); });
 }
 
 } // namespace stintbook

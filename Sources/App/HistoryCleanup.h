@@ -21,7 +21,7 @@ void noteFailedCleanup(const std::string& reason);
 /// are left alone, and so is everything where history is kept until it is deleted. A failure changes nothing; both
 /// outcomes are logged.
 ///
-/// Confined to the executor of its timers, which is that of the deletion and of the preferences.
+/// Confined to its home, which is that of the deletion and of the preferences.
 class HistoryCleanup {
 public:
     /// What is referred to outlives the cleanup.
@@ -33,23 +33,16 @@ public:
         ActivityDeleting& deletion;
         std::function<CalendarContext()> calendar;
         TimeSource& timeSource;
-        Timers& timers;
     };
 
     explicit HistoryCleanup(Collaborators collaborators);
 
-    /// From now on: at once, and after each local midnight.
-    void start();
-    /// The system's time zone is another one: the next midnight comes at another time.
-    void calendarChanged();
+    void clean();
 
 private:
-    void clean();
     void cleanAsChosen();
-    void scheduleNext();
 
     Collaborators m_collaborators;
-    std::unique_ptr<Timers::Scheduled> m_next;
     /// What comes back after the cleanup's end finds this gone.
     std::shared_ptr<const bool> m_isAlive = std::make_shared<const bool>(true);
 };

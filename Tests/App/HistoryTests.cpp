@@ -8,6 +8,7 @@
 #include "App/ActivityDeletionCoordinator.h"
 #include "App/HistoryCleanup.h"
 #include "App/HistoryRetention.h"
+#include "App/Midnights.h"
 #include "App/PreferencesFile.h"
 #include "Base/VirtualTime.h"
 #include "StoreOfADay.h"
@@ -182,10 +183,11 @@ TEST_F(History, IsCleanedUpAtTheStartAndAfterEachLocalMidnightAsChosenLast)
                             .home = here,
                             .deletion = deletion,
                             .calendar = [&] { return calendar; },
-                            .timeSource = time,
-                            .timers = time});
+                            .timeSource = time});
+    Midnights midnights({.calendar = [&] { return calendar; }, .timeSource = time, .timers = time},
+                        [&] { cleanup.clean(); });
     preferences.setRetentionWindow(*RetentionWindow::days(1));
-    cleanup.start();
+    cleanup.clean();
     EXPECT_EQ(preferences.lastAutomaticCleanup(), std::nullopt);
 
     chosenElsewhere.setRetentionWindow(*RetentionWindow::days(2));
@@ -205,7 +207,7 @@ TEST_F(History, IsCleanedUpAtTheStartAndAfterEachLocalMidnightAsChosenLast)
     writer.unsavedSegmentCount = 0;
     // Two hours earlier than at home.
     calendar = *CalendarContext::inZone("Europe/Moscow");
-    cleanup.calendarChanged();
+    midnights.calendarChanged();
     time.advanceTo(day("2026-11-23").start - Seconds{3600});
     EXPECT_EQ(preferences.lastAutomaticCleanup(), day("2026-11-23").start - Seconds{2 * 3600});
     EXPECT_EQ(segmentCount(), 0U);
