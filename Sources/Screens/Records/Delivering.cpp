@@ -12,6 +12,7 @@
 
 #include "Screens/Models/Texts.h"
 #include "Screens/Records/RecordsRows.h"
+#include "Screens/Window/FilePanel.h"
 
 namespace stintbook {
 
@@ -55,7 +56,7 @@ void askForFile(ExportFormat format, const QString& suggestedName, QObject* rece
     static QString lastDirectory = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const bool isPDF = format == ExportFormat::timesheetPDF;
     auto* const dialog = new QFileDialog;
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    deleteWhenLeft(dialog);
     dialog->setWindowTitle(QObject::tr("Save Export"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);

@@ -3,6 +3,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QMessageBox>
+#include <QTimer>
 #include <QWindow>
 #include <utility>
 
@@ -10,10 +12,20 @@ namespace stintbook {
 
 namespace {
 
+/// That question stands on the panel's stack, and has to be answered before the panel may go.
+void discard(QFileDialog* panel)
+{
+    auto* const question = panel->findChild<QMessageBox*>();
+    if (question == nullptr)
+        return panel->deleteLater();
+    question->reject();
+    QTimer::singleShot(0, panel, [panel] { discard(panel); });
+}
+
 void show(QObject* receiver, QFileDialog* dialog, const QString& suggestion,
           std::function<void(const QString&)> chosen)
 {
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    deleteWhenLeft(dialog);
     const QFileInfo place(suggestion);
     if (place.isDir()) {
         dialog->setDirectory(suggestion);
@@ -44,6 +56,11 @@ void askWhatToOpen(QObject* receiver, const FileQuestion& question,
     auto* const dialog = new QFileDialog(nullptr, question.title, {}, question.filter);
     dialog->setFileMode(QFileDialog::ExistingFile);
     show(receiver, dialog, question.suggestion, std::move(chosen));
+}
+
+void deleteWhenLeft(QFileDialog* panel)
+{
+    QObject::connect(panel, &QDialog::finished, panel, [panel] { discard(panel); });
 }
 
 } // namespace stintbook

@@ -3,6 +3,7 @@
 #include <QString>
 #include <functional>
 
+class QFileDialog;
 class QObject;
 
 namespace stintbook {
@@ -20,5 +21,9 @@ void askWhereToSave(QObject* receiver, const FileQuestion& question,
                     std::function<void(const QString&)> chosen);
 void askWhatToOpen(QObject* receiver, const FileQuestion& question,
                    std::function<void(const QString&)> chosen);
+
+/// Deletes the panel when it was left, also while it was asking whether a file is to be replaced, as assistive
+/// technology can.
+void deleteWhenLeft(QFileDialog* panel);
 
 } // namespace stintbook
