@@ -2,15 +2,17 @@ import QtQuick
 import QtQuick.Layouts
 import Velloran
 
-/// A sentence about what did not happen, where its reader is looking.
+/// A sentence about what did not happen, or what did, where its reader is looking.
 Panel {
     id: notice
 
     property alias text: sentence.text
+    property bool isGood: false
+    readonly property color ink: isGood ? Theme.good : Theme.warning
     signal dismissed()
 
     implicitHeight: Math.max(row.implicitHeight + Theme.gap * 2, 44)
-    border.color: Theme.warning
+    border.color: ink
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 
@@ -23,7 +25,7 @@ Panel {
             id: sentence
             Layout.fillWidth: true
             wrapMode: Text.WordWrap
-            color: Theme.warning
+            color: notice.ink
         }
         ActionButton {
             text: qsTr("Dismiss")

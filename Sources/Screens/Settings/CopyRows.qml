@@ -48,6 +48,7 @@ ColumnLayout {
         Layout.fillWidth: true
         visible: !rows.copies.isBusy && text.length > 0
         text: (rows.copies.outcome + " " + rows.copies.problem).trim()
+        isGood: rows.copies.problem.length === 0
         onDismissed: rows.copies.dismiss()
     }
 }

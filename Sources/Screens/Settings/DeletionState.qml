@@ -26,6 +26,7 @@ ColumnLayout {
         Layout.fillWidth: true
         visible: !state.history.isDeleting && text.length > 0
         text: state.history.deletionProblem || state.history.outcome
+        isGood: state.history.deletionProblem.length === 0
         onDismissed: state.history.dismiss()
     }
 }
