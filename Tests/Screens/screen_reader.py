@@ -79,6 +79,9 @@ class ScreenReader:
             return ""
 
     def press(self, role, name):
+        self.act(role, name, "Press", "Toggle")
+
+    def act(self, role, name, *actions):
         node = self.wait(role, name)
 
         def enabled():
@@ -86,7 +89,7 @@ class ScreenReader:
 
         eventually(enabled, f"{role} “{name}” to be enabled")
         names = [node.get_action_name(index) for index in range(node.get_n_actions())]
-        node.do_action(next(index for index, one in enumerate(names) if one in ("Press", "Toggle")))
+        node.do_action(next(index for index, one in enumerate(names) if one in actions))
 
     def type_into(self, name, words):
         self.focus(FIELD, name)

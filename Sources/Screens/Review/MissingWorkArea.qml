@@ -1,18 +1,23 @@
 import QtQuick
 import Velloran
 
-/// The ground of the timeline: to drag over time for which work is missing.
+/// Over the timeline: to drag over time for which work is missing.
 Item {
     id: area
 
     required property TimelineScale dayScale
     required property ReviewModel review
+    /// Where the mouse is; negative while it is elsewhere.
+    readonly property double mouse: hover.hovered ? hover.point.position.x : -1
     signal workMissing(double start, double end)
 
     readonly property double from: dayScale.secondAt(Math.min(drag.centroid.pressPosition.x, drag.centroid.position.x))
     readonly property double to: dayScale.secondAt(Math.max(drag.centroid.pressPosition.x, drag.centroid.position.x))
 
-    HoverHandler { cursorShape: Qt.CrossCursor }
+    HoverHandler {
+        id: hover
+        cursorShape: Qt.CrossCursor
+    }
     DragHandler {
         id: drag
         property double start
@@ -33,6 +38,7 @@ Item {
         height: parent.height
         visible: drag.active
         radius: 3
+        opacity: 0.85
         color: Theme.selection
         border.color: Theme.accent
         Words {

@@ -162,6 +162,7 @@ public:
     /// The blocks and items of the selected rows, by time.
     std::vector<UUID> selectedSubjects() const;
     const DayView* view() const { return m_view.get(); }
+    const DaySelection& selection() const { return m_selection; }
     const ScreenContext& context() const { return m_context; }
     /// Reads the day again.
     void refresh();

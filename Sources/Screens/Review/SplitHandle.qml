@@ -1,11 +1,10 @@
 import QtQuick
 import Velloran
 
-/// Is dragged from a block's edge to where the block is to be split.
+/// Is dragged from an edge of the work that is its parent to where that is to be split.
 Item {
     id: handle
 
-    required property Item owner
     required property TimelineScale dayScale
     required property ReviewModel review
     required property double start
@@ -13,11 +12,11 @@ Item {
     signal splitWanted(double second)
     required property bool isLeft
     readonly property double at: isLeft ? Math.max(0, drag.activeTranslation.x) : Math.min(0, drag.activeTranslation.x)
-    readonly property double second: dayScale.secondAt(owner.x + (isLeft ? 0 : owner.width) + at)
+    readonly property double second: dayScale.secondAt(dayScale.place(isLeft ? start : end) + at)
 
-    x: (isLeft ? 0 : owner.width - width) + (drag.active ? at : 0)
+    x: (isLeft ? 0 : parent.width - width) + (drag.active ? at : 0)
     width: 10
-    height: owner.height
+    height: parent.height
     HoverHandler { cursorShape: Qt.SplitHCursor }
     DragHandler {
         id: drag

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Velloran
 
-/// The day from its first to its last work: blocks in their clients' colours, idle time and what was not recorded.
+/// The day from its first to its last work, to be zoomed, panned and added to.
 Panel {
     id: timeline
 
@@ -25,7 +25,8 @@ Panel {
         zoomAround(factor, isSelectionShown() ? shownScale.place(review.middleOfSelection()) - track.contentX : track.width / 2);
     }
     function panTo(x: double) {
-        track.contentX = Math.max(0, Math.min(x, track.contentWidth - track.width));
+        // To whole points: what is painted would blur between them.
+        track.contentX = Math.round(Math.max(0, Math.min(x, track.contentWidth - track.width)));
     }
     function pan(direction: int) {
         panTo(track.contentX + direction * track.width / 3);
@@ -43,11 +44,6 @@ Panel {
 
     implicitHeight: Theme.isLow ? 88 : 124
     clip: true
-    activeFocusOnTab: true
-    Accessible.role: Accessible.List
-    Accessible.name: qsTr("Timeline")
-    Keys.onLeftPressed: (event) => event.modifiers & Qt.ShiftModifier ? pan(-1) : review.selectNeighbourInTime(-1)
-    Keys.onRightPressed: (event) => event.modifiers & Qt.ShiftModifier ? pan(1) : review.selectNeighbourInTime(1)
 
     TimelineScale {
         id: shownScale
@@ -56,7 +52,7 @@ Panel {
     }
     FocusRing {
         anchors.margins: 1
-        isShown: timeline.activeFocus
+        isShown: lane.activeFocus
     }
     Timer {
         interval: 60000
@@ -129,14 +125,21 @@ Panel {
             radius: 3
             color: Theme.sunken
         }
-        TimelineGaps {
-            y: timeline.laneTop
-            height: timeline.laneHeight
+        TimelineWork {
+            id: lane
+            // Wherever the track can be seen, also where it passes its edges.
+            x: track.contentX - track.x
+            y: timeline.laneTop - inset
+            width: timeline.width
+            height: timeline.laneHeight + 2 * inset
+            inset: 3
             dayScale: shownScale
             review: timeline.review
-            onTaken: timeline.forceActiveFocus()
+            mouse: ground.mouse < 0 ? -1 : ground.mouse - x
+            onPanned: (direction) => timeline.pan(direction)
         }
         MissingWorkArea {
+            id: ground
             y: timeline.laneTop
             width: track.contentWidth
             height: timeline.laneHeight
@@ -144,16 +147,23 @@ Panel {
             review: timeline.review
             onWorkMissing: (start, end) => timeline.workMissing(start, end)
         }
-        Repeater {
-            model: timeline.review.blocks
-            TimelineBlock {
-                y: timeline.laneTop
-                height: timeline.laneHeight
-                dayScale: shownScale
-                review: timeline.review
-                isSplitPossible: timeline.isSplitPossible
-                onTaken: timeline.forceActiveFocus()
-                onSplitWanted: (second) => timeline.edits.splitAt(second)
+        Item {
+            id: chosen
+            x: lane.x + lane.current.x
+            y: timeline.laneTop
+            width: lane.current.width
+            height: timeline.laneHeight
+            Repeater {
+                model: timeline.isSplitPossible && chosen.width > 24 ? [true, false] : []
+                SplitHandle {
+                    required property bool modelData
+                    isLeft: modelData
+                    start: lane.current.start
+                    end: lane.current.end
+                    dayScale: shownScale
+                    review: timeline.review
+                    onSplitWanted: (second) => timeline.edits.splitAt(second)
+                }
             }
         }
         Rectangle {

@@ -1,0 +1,160 @@
+#pragma once
+
+#include <QColor>
+#include <QPixmap>
+#include <QQuickPaintedItem>
+#include <QRectF>
+#include <span>
+#include <vector>
+
+#include <QtQml/qqmlregistration.h>
+
+#include "Screens/Review/ReviewModel.h"
+
+namespace stintbook {
+
+/// What lies somewhere on the timeline; without an identifier where nothing does.
+struct TimelinePlace {
+    Q_GADGET
+    QML_VALUE_TYPE(timelinePlace)
+    Q_PROPERTY(QString id MEMBER id)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString hint MEMBER hint)
+    Q_PROPERTY(bool isWork MEMBER isWork)
+    Q_PROPERTY(double start MEMBER start)
+    Q_PROPERTY(double end MEMBER end)
+    Q_PROPERTY(double x MEMBER x)
+    Q_PROPERTY(double width MEMBER width)
+
+public:
+    QString id;
+    /// Who listens to it hears this; who points at it reads that.
+    QString name;
+    QString hint;
+    bool isWork = false;
+    /// Seconds since the day's beginning.
+    double start = 0;
+    double end = 0;
+    /// In points of the lane.
+    double x = 0;
+    double width = 0;
+
+    friend bool operator==(const TimelinePlace&, const TimelinePlace&) = default;
+};
+
+/// The day's blocks in their clients' colours, idle time and what was not recorded, each told apart by its pattern. As
+/// large as what is seen of the timeline and painted at once: a day may have hundreds of blocks.
+class TimelineLane : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(stintbook::ReviewModel* review READ review WRITE setReview NOTIFY reviewChanged REQUIRED)
+    /// The second of the day where the parent begins, in which the lane lies at its `x`.
+    Q_PROPERTY(double firstSecond MEMBER m_firstSecond NOTIFY scaleChanged)
+    Q_PROPERTY(double pointsPerSecond MEMBER m_pointsPerSecond NOTIFY scaleChanged)
+    /// Above and below, for the frame of what is chosen.
+    Q_PROPERTY(double inset MEMBER m_inset NOTIFY scaleChanged)
+    /// Of work for nobody, of idle time and of the hatch over what was not recorded.
+    Q_PROPERTY(QColor anonymous MEMBER m_anonymous NOTIFY inkChanged)
+    Q_PROPERTY(QColor idle MEMBER m_idle NOTIFY inkChanged)
+    Q_PROPERTY(QColor hatch MEMBER m_hatch NOTIFY inkChanged)
+    /// Around what is in conflict, and around what is chosen.
+    Q_PROPERTY(QColor warning MEMBER m_warning NOTIFY inkChanged)
+    Q_PROPERTY(QColor frame MEMBER m_frame NOTIFY inkChanged)
+    /// Where the mouse is, in points of the lane; negative while it is elsewhere.
+    Q_PROPERTY(double mouse MEMBER m_mouse NOTIFY mouseChanged)
+    /// What the mouse is over.
+    Q_PROPERTY(stintbook::TimelinePlace pointed READ pointed NOTIFY pointedChanged)
+    /// What was chosen last.
+    Q_PROPERTY(stintbook::TimelinePlace current READ current NOTIFY currentChanged)
+    /// Its number among all that the lane shows, by time, from one; 0 where nothing is chosen. As assistive technology
+    /// names them.
+    Q_PROPERTY(int value READ value WRITE setValue NOTIFY valueChanged)
+    Q_PROPERTY(int minimumValue READ minimumValue CONSTANT)
+    Q_PROPERTY(int maximumValue READ maximumValue NOTIFY rowsChanged)
+
+public:
+    explicit TimelineLane(QQuickItem* parent = nullptr);
+
+    ReviewModel* review() const { return m_review; }
+    void setReview(ReviewModel* review);
+    const TimelinePlace& pointed() const { return m_pointed; }
+    const TimelinePlace& current() const { return m_current; }
+    int value() const { return m_value; }
+    void setValue(int value);
+    static int minimumValue() { return 1; }
+    int maximumValue() const { return static_cast<int>(m_byTime.size()); }
+    /// What a press there is about.
+    Q_INVOKABLE stintbook::TimelinePlace placeAt(double x) const;
+
+    void paint(QPainter* painter) override;
+
+Q_SIGNALS:
+    void reviewChanged();
+    void scaleChanged();
+    void inkChanged();
+    void mouseChanged();
+    void pointedChanged();
+    void currentChanged();
+    void valueChanged();
+    void rowsChanged();
+
+protected:
+    void geometryChange(const QRectF& now, const QRectF& before) override;
+
+private:
+    enum class Kind { work, idle, gap };
+    /// A row as it is painted, without what only a list shows.
+    struct Piece {
+        UUID id;
+        Kind kind = Kind::work;
+        double start = 0;
+        double end = 0;
+        QColor color;
+        bool isIgnored = false;
+        bool isConflicting = false;
+        QString title;
+        QString times;
+        QString duration;
+        /// For whom the work was.
+        QString client;
+
+        friend bool operator==(const Piece&, const Piece&) = default;
+    };
+    using Pieces = std::vector<Piece>;
+
+    void readRows();
+    /// Something lies elsewhere, or is chosen.
+    void settle();
+    void point();
+    double xOf(double second) const;
+    QRectF area(const Piece& piece) const;
+    TimelinePlace place(const Piece& piece) const;
+    std::span<const Piece> seen(const Pieces& pieces) const;
+    void paintSpans(QPainter& painter) const;
+    void paintWork(QPainter& painter) const;
+    void paintFrames(QPainter& painter) const;
+    /// To whole pixels of the screen.
+    QRectF snapped(const QRectF& area) const;
+    QPixmap hatching() const;
+
+    ReviewModel* m_review = nullptr;
+    double m_firstSecond = 0;
+    double m_pointsPerSecond = 0;
+    double m_inset = 0;
+    QColor m_anonymous;
+    QColor m_idle;
+    QColor m_hatch;
+    QColor m_warning;
+    QColor m_frame;
+    double m_mouse = -1;
+    /// By their starts; work may lie over the others, but never over work.
+    Pieces m_work;
+    Pieces m_spans;
+    std::vector<const Piece*> m_byTime;
+    TimelinePlace m_pointed;
+    TimelinePlace m_current;
+    int m_value = 0;
+};
+
+} // namespace stintbook
