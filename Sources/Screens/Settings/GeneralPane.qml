@@ -43,4 +43,15 @@ SettingsPane {
             }
         }
     }
+    SettingsSection {
+        title: qsTr("End")
+        SettingRow {
+            label: qsTr("Closing the window")
+            help: qsTr("Recording goes on. After you quit, nothing is recorded until you start Velloran again.")
+            ActionButton {
+                text: qsTr("Quit Velloran")
+                onClicked: Qt.quit()
+            }
+        }
+    }
 }
