@@ -8,6 +8,7 @@ ask for; the computer sleeps in between. A day's content depends on its date alo
 however much history there is before it.
 """
 
+import argparse
 import datetime
 import pathlib
 import random
@@ -36,13 +37,16 @@ def write_day(trace, date, switches):
 
 
 def main():
-    days, last, switches = sys.argv[1:] + [LAST_DAY, SWITCHES_A_DAY][len(sys.argv) - 2:]
-    days = int(days)
-    first = datetime.date.fromisoformat(last) - datetime.timedelta(days - 1)
+    words = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    words.add_argument("days", type=int)
+    words.add_argument("last", type=datetime.date.fromisoformat, nargs="?", default=LAST_DAY)
+    words.add_argument("switches", type=int, nargs="?", default=SWITCHES_A_DAY)
+    wanted = words.parse_args()
+    first = wanted.last - datetime.timedelta(wanted.days - 1)
     trace = sample.Trace(datetime.datetime(first.year, first.month, first.day, 7, 59,
                                            tzinfo=zoneinfo.ZoneInfo(sample.ZONE)).timestamp())
-    for day in range(days):
-        write_day(trace, first + datetime.timedelta(day), int(switches))
+    for day in range(wanted.days):
+        write_day(trace, first + datetime.timedelta(day), wanted.switches)
     trace.emit({"stop": {}})
 
 

@@ -11,6 +11,7 @@ import datetime
 import os
 import pathlib
 import re
+import select
 import subprocess
 import sys
 import threading
@@ -25,20 +26,42 @@ LIST, TIMELINE = (560, 560), (560, 300)
 RATE = 60
 # What is looked at for changes: right of the sidebar.
 AREA = (220, 60, 1200, 820)
-STEP = 12
+# Of a damage: that there is any, until it is taken note of.
+NON_EMPTY = 3
 
 
 class Display:
-    """Looks at the screen, and presses keys and the wheel on it."""
+    """Looks at the screen, and presses keys and the wheel on it.
+
+    A picture is taken only when the server tells of something that was painted: looking all the time would take a core
+    from what is measured.
+    """
 
     def __init__(self):
         self.x = ctypes.CDLL("libX11.so.6")
         self.test = ctypes.CDLL("libXtst.so.6")
+        self.damage = ctypes.CDLL("libXdamage.so.1")
         self.x.XOpenDisplay.restype = self.x.XGetImage.restype = ctypes.c_void_p
-        for function in (self.x.XDefaultRootWindow, self.x.XStringToKeysym):
+        for function in (self.x.XDefaultRootWindow, self.x.XStringToKeysym, self.damage.XDamageCreate):
             function.restype = ctypes.c_ulong
         self.display = ctypes.c_void_p(self.x.XOpenDisplay(None))
         self.root = ctypes.c_ulong(self.x.XDefaultRootWindow(self.display))
+        self.damage.XDamageQueryExtension(self.display, ctypes.byref(ctypes.c_int()), ctypes.byref(ctypes.c_int()))
+        self.painted = ctypes.c_ulong(self.damage.XDamageCreate(self.display, self.root, NON_EMPTY))
+        self.event = ctypes.create_string_buffer(192)
+
+    def wait_for_paint(self, patience):
+        """The moment at which something was painted, or nothing after so many seconds."""
+        if not self.x.XPending(self.display):
+            select.select([self.x.XConnectionNumber(self.display)], [], [], patience)
+        moment = time.monotonic()
+        if not self.x.XPending(self.display):
+            return None
+        while self.x.XPending(self.display):
+            self.x.XNextEvent(self.display, self.event)
+        nothing = ctypes.c_ulong(0)
+        self.damage.XDamageSubtract(self.display, self.painted, nothing, nothing)
+        return moment
 
     def picture(self):
         image = ctypes.c_void_p(self.x.XGetImage(self.display, self.root, *AREA, ctypes.c_ulong(2**32 - 1), 2))
@@ -83,11 +106,11 @@ def until_still(display, act, still=0.4, patience=5):
     began = time.monotonic()
     changed = None
     act()
-    while time.monotonic() - (changed or began) < (still if changed else patience):
-        now = display.picture()
-        if now != seen:
-            seen, changed = now, time.monotonic()
-        time.sleep(0.002)
+    while (left := (changed + still if changed else began + patience) - time.monotonic()) > 0:
+        moment = display.wait_for_paint(left)
+        # Much is painted as it was before.
+        if moment and (now := display.picture()) != seen:
+            seen, changed = now, moment
     if changed is None:
         sys.exit("Nothing was to be seen of what was done.")
     return (changed - began) * 1000
