@@ -19,14 +19,9 @@ Text {
     HoverHandler {
         id: mouse
         enabled: words.truncated
-        onHoveredChanged: if (hovered) whole.createObject(words)
     }
-    Component {
-        id: whole
-        Hint {
-            isWanted: mouse.hovered
-            text: words.text
-            onIsWantedChanged: if (!isWanted) destroy()
-        }
+    Hint {
+        isWanted: mouse.hovered
+        text: words.text
     }
 }

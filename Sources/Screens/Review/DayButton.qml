@@ -26,7 +26,7 @@ T.AbstractButton {
     Accessible.selected: isChosen
     Accessible.onPressAction: day.clicked()
 
-    HoverHint {
+    Hint {
         isWanted: day.hovered && day.hasWork
         text: day.state
     }

@@ -48,6 +48,7 @@ Panel {
             focus: true
             model: panel.review.subjects
             activeFocusOnTab: true
+            reuseItems: true
             keyNavigationEnabled: false
             boundsBehavior: Flickable.StopAtBounds
             Accessible.role: Accessible.List

@@ -49,7 +49,7 @@ TimelineLane {
         x: lane.pointed.x
         width: lane.pointed.width
         height: lane.height - lane.inset
-        HoverHint {
+        Hint {
             isWanted: lane.pointed.id.length > 0
             text: lane.pointed.hint
         }
