@@ -22,6 +22,8 @@ Item {
         id: drag
         target: null
         yAxis.enabled: false
+        // Not given up to what adds missing work where it lies.
+        grabPermissions: PointerHandler.CanTakeOverFromAnything
         onActiveChanged: {
             if (!active && handle.second > handle.start && handle.second < handle.end)
                 handle.splitWanted(handle.second);
