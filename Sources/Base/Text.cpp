@@ -30,6 +30,11 @@ bool isASCII(std::string_view text)
     return std::ranges::all_of(text, isASCIICharacter);
 }
 
+char lowerCasedASCII(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 icu::UnicodeString unicode(std::string_view text)
 {
     return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), length(text)));
@@ -142,6 +147,11 @@ bool containsWhitespace(std::string_view text)
 
 std::string lowerCased(std::string_view text)
 {
+    if (isASCII(text)) {
+        std::string result(text);
+        std::ranges::transform(result, result.begin(), lowerCasedASCII);
+        return result;
+    }
     return utf8(unicode(text).toLower(icu::Locale::getRoot()));
 }
 
@@ -158,8 +168,7 @@ std::string foldedForSearch(std::string_view text)
     result.reserve(text.size());
     for (auto rest = text.begin(); rest != text.end();) {
         const auto others = std::find_if_not(rest, text.end(), isASCIICharacter);
-        std::transform(rest, others, std::back_inserter(result),
-                       [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+        std::transform(rest, others, std::back_inserter(result), lowerCasedASCII);
         rest = std::find_if(others, text.end(), isASCIICharacter);
         if (others == rest)
             continue;

@@ -74,7 +74,9 @@ std::vector<FreeSegment> freeSegments(std::span<const ActivitySegment> segments,
         for (const auto& interval : remainder(clipped, slices == covered.end() ? nothing : slices->second))
             free.push_back(piece(segment, interval));
     }
-    std::ranges::sort(free, segmentOrder, &FreeSegment::segment);
+    // As they nearly always are: so much text is not sorted in vain.
+    if (!std::ranges::is_sorted(free, segmentOrder, &FreeSegment::segment))
+        std::ranges::sort(free, segmentOrder, &FreeSegment::segment);
     return free;
 }
 

@@ -30,7 +30,9 @@ std::vector<RunEntry> workEntries(const std::vector<FreeSegment>& segments, cons
         if (free.segment.kind == ActivityKind::work)
             work.push_back(&free);
     }
-    std::ranges::sort(work, segmentOrder, [](const FreeSegment* free) -> auto& { return free->segment; });
+    const auto segmentOf = [](const FreeSegment* free) -> auto& { return free->segment; };
+    if (!std::ranges::is_sorted(work, segmentOrder, segmentOf))
+        std::ranges::sort(work, segmentOrder, segmentOf);
 
     std::map<ApplicationIdentity, ApplicationTotals::Number> applications{
         {unknownApplication(), unknownApplicationNumber}};

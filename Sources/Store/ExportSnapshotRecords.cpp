@@ -65,7 +65,8 @@ Stored<ExportLine> readLine(Query& row, const UUID& snapshot)
         TRY(storedDecimal(snapshot, "exportLine.hourlyRate", row.take<std::optional<std::string>>()));
     line.amount = TRY(storedDecimal(snapshot, "exportLine.amount", row.take<std::optional<std::string>>()));
     line.currencyCode = row.take<std::optional<std::string>>();
-    line.rounding = TRY(storedCase<RoundingPolicy>(snapshot, "exportLine.rounding", row.take<std::string>()));
+    line.rounding =
+        TRY(storedCase<RoundingPolicy>(snapshot, "exportLine.rounding", row.take<std::string_view>()));
     return line;
 }
 
@@ -117,8 +118,9 @@ Stored<ExportSnapshot> readHead(StoreConnection& /*connection*/, Query& row)
     snapshot.id = row.take<ExportSnapshotID>();
     const auto& id = snapshot.id.uuid;
     snapshot.createdAt = row.take<Instant>();
-    snapshot.format = TRY(storedCase<ExportFormat>(id, "exportSnapshot.format", row.take<std::string>()));
-    snapshot.mode = TRY(storedCase<ExportMode>(id, "exportSnapshot.mode", row.take<std::string>()));
+    snapshot.format =
+        TRY(storedCase<ExportFormat>(id, "exportSnapshot.format", row.take<std::string_view>()));
+    snapshot.mode = TRY(storedCase<ExportMode>(id, "exportSnapshot.mode", row.take<std::string_view>()));
     for (const auto& [token, field] : exportFieldTokens)
         snapshot.fields.*field = row.take<bool>();
     snapshot.rangeStart = TRY(readDay(row, id, "exportSnapshot.rangeStart"));

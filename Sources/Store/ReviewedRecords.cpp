@@ -46,7 +46,8 @@ Stored<ReviewedWorkItem> readItem(StoreConnection& connection, Query& row)
         TRY(storedTimeZone(id, "reviewedItem.dayTimeZone", row.take<std::string>()));
     item.start = row.take<Instant>();
     item.end = row.take<Instant>();
-    item.origin = TRY(storedCase<ReviewedItemOrigin>(id, "reviewedItem.origin", row.take<std::string>()));
+    item.origin =
+        TRY(storedCase<ReviewedItemOrigin>(id, "reviewedItem.origin", row.take<std::string_view>()));
     item.assignment.clientID = row.take<ClientID>();
     item.assignment.projectID = row.take<ProjectID>();
     item.assignment.isBillable = row.take<bool>();

@@ -28,7 +28,7 @@ Stored<std::optional<ApplicationIdentity>> application(SegmentID id,
                                std::move(name).value_or(unknownApplicationName)};
 }
 
-Stored<FocusedContext> context(SegmentID id, const std::optional<std::string>& kind,
+Stored<FocusedContext> context(SegmentID id, std::optional<std::string_view> kind,
                                std::optional<std::string> title)
 {
     const auto known = TRY(storedCase<FocusedContextKind>(id.uuid, "segment.context", kind))
@@ -45,20 +45,20 @@ Stored<ActivitySegment> readSegment(StoreConnection& /*connection*/, Query& row)
     segment.start = row.take<Instant>();
     segment.end = row.take<Instant>();
     const auto& id = segment.id.uuid;
-    segment.kind = TRY(storedCase<ActivityKind>(id, "segment.kind", row.take<std::string>()));
+    segment.kind = TRY(storedCase<ActivityKind>(id, "segment.kind", row.take<std::string_view>()));
     segment.gapReason =
-        TRY(storedCase<GapReason>(id, "segment.gapReason", row.take<std::optional<std::string>>()));
+        TRY(storedCase<GapReason>(id, "segment.gapReason", row.take<std::optional<std::string_view>>()));
     auto bundleIdentifier = row.take<std::optional<std::string>>();
     segment.application =
         TRY(application(segment.id, std::move(bundleIdentifier), row.take<std::optional<std::string>>()));
-    const auto contextKind = row.take<std::optional<std::string>>();
+    const auto contextKind = row.take<std::optional<std::string_view>>();
     segment.context = TRY(context(segment.id, contextKind, row.take<std::optional<std::string>>()));
-    segment.evidence = TRY(storedCase<ContextEvidence>(id, "segment.evidence", row.take<std::string>()));
-    segment.origin = TRY(storedCase<SegmentOrigin>(id, "segment.origin", row.take<std::string>()));
+    segment.evidence = TRY(storedCase<ContextEvidence>(id, "segment.evidence", row.take<std::string_view>()));
+    segment.origin = TRY(storedCase<SegmentOrigin>(id, "segment.origin", row.take<std::string_view>()));
     segment.timeZone.identifier = row.take<std::string>();
     segment.timeZone.secondsFromGMT = row.take<int>();
     segment.browserDomain =
-        TRY(storedDomain(id, "segment.browserDomain", row.take<std::optional<std::string>>()));
+        TRY(storedDomain(id, "segment.browserDomain", row.take<std::optional<std::string_view>>()));
 
     if (!segment.start.isFinite() || !segment.end.isFinite() || !(segment.start < segment.end))
         return unreadable(id, "segment.interval");
@@ -132,13 +132,17 @@ Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, I
 {
     if (overlapping.isEmpty())
         return {};
-    return StoredRecords<ActivitySegment>(connection,
-                                          SEGMENT_ROWS
-                                          " WHERE s.start > ?1 AND s.start < ?2 AND s.\"end\" > ?3"
-                                          " ORDER BY s.start, s.\"end\", s.id",
-                                          readSegment, overlapping.start - longestSegment(connection),
-                                          overlapping.end, overlapping.start)
-        .collect();
+    auto segments = TRY(
+        StoredRecords<ActivitySegment>(connection,
+                                       SEGMENT_ROWS " WHERE s.start > ?1 AND s.start < ?2 AND s.\"end\" > ?3"
+                                                    " ORDER BY s.start",
+                                       readSegment, overlapping.start - longestSegment(connection),
+                                       overlapping.end, overlapping.start)
+            .collect());
+    // Starts come in order out of the index; the database would sort whole rows for the few that are equal.
+    if (!std::ranges::is_sorted(segments, segmentOrder))
+        std::ranges::sort(segments, segmentOrder);
+    return segments;
 }
 
 std::optional<Instant> readFirstRecorded(StoreConnection& connection, Instant from)

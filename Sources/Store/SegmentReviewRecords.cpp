@@ -32,9 +32,9 @@ Stored<SegmentAndReview> readReview(StoreConnection& /*connection*/, Query& row)
 Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const SegmentID> segments)
 {
     SegmentReviews reviews;
+    auto row = connection.query(REVIEW_ROWS " WHERE segmentID = ?1");
     for (const auto id : segments) {
-        auto row = connection.query(REVIEW_ROWS " WHERE segmentID = ?1");
-        if (row.bind(id).next())
+        if (row.again().bind(id).next())
             reviews.insert(TRY(readReview(connection, row)));
     }
     return reviews;

@@ -55,9 +55,15 @@ Query::~Query()
 int Query::run()
 {
     const int changed = m_statement.exec();
+    again();
+    return changed;
+}
+
+Query& Query::again()
+{
     m_statement.reset();
     m_bound = 0;
-    return changed;
+    return *this;
 }
 
 void Query::bindNull()

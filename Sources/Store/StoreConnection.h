@@ -50,7 +50,10 @@ public:
     /// Runs a statement that yields no row; answers how many rows it changed. May be repeated with new values.
     int run();
 
-    /// The next column of the present row.
+    /// Free for new values.
+    Query& again();
+
+    /// The next column of the present row. A view of its text lives until the next step.
     template <typename T> T take()
     {
         T value{};
@@ -87,6 +90,11 @@ private:
     }
 
     static void read(const SQLite::Column& column, std::string& text) { text = column.getString(); }
+    static void read(const SQLite::Column& column, std::string_view& text)
+    {
+        const auto* bytes = column.getText();
+        text = {bytes, static_cast<std::size_t>(column.getBytes())};
+    }
     static void read(const SQLite::Column& column, bool& flag) { flag = column.getInt() != 0; }
     static void read(const SQLite::Column& column, int& number) { number = column.getInt(); }
     static void read(const SQLite::Column& column, std::int64_t& number) { number = column.getInt64(); }

@@ -107,12 +107,6 @@ Stored<void> StoreDatabase::rewrite()
     }
 }
 
-std::int64_t StoreDatabase::ownChanges()
-{
-    const std::scoped_lock lock(m_mutex);
-    return sqlite3_total_changes64(m_connection->handle());
-}
-
 Stored<std::int64_t> StoreDatabase::dataVersion()
 {
     const std::scoped_lock lock(m_mutex);

@@ -68,8 +68,6 @@ public:
 
     /// Changes whenever something was committed, through this connection or another.
     Stored<std::int64_t> dataVersion();
-    /// Grows with every row that this connection writes, also where that was taken back.
-    std::int64_t ownChanges();
 
     /// Empty for a store in memory.
     const std::filesystem::path& file() const { return m_file; }

@@ -22,7 +22,7 @@ Stored<std::optional<Decimal>> storedDecimal(const UUID& id, std::string_view fi
 }
 
 Stored<std::optional<BrowserDomain>> storedDomain(const UUID& id, std::string_view field,
-                                                  const std::optional<std::string>& host)
+                                                  std::optional<std::string_view> host)
 {
     if (!host)
         return std::nullopt;

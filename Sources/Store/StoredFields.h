@@ -24,7 +24,7 @@ std::unexpected<PersistenceError> unreadable(const Identifier<Kind>& id, std::st
     return unreadable(id.uuid, field);
 }
 
-template <typename E> Stored<E> storedCase(const UUID& id, std::string_view field, const std::string& raw)
+template <typename E> Stored<E> storedCase(const UUID& id, std::string_view field, std::string_view raw)
 {
     if (const auto value = fromRawValue<E>(raw))
         return *value;
@@ -33,7 +33,7 @@ template <typename E> Stored<E> storedCase(const UUID& id, std::string_view fiel
 
 template <typename E>
 Stored<std::optional<E>> storedCase(const UUID& id, std::string_view field,
-                                    const std::optional<std::string>& raw)
+                                    std::optional<std::string_view> raw)
 {
     if (!raw)
         return std::nullopt;
@@ -49,7 +49,7 @@ Stored<std::optional<Decimal>> storedDecimal(const UUID& id, std::string_view fi
 
 /// A host in normal form.
 Stored<std::optional<BrowserDomain>> storedDomain(const UUID& id, std::string_view field,
-                                                  const std::optional<std::string>& host);
+                                                  std::optional<std::string_view> host);
 
 /// The zone's identifier, when the system knows such a zone.
 Stored<std::string> storedTimeZone(const UUID& id, std::string_view field, std::string identifier);
