@@ -169,9 +169,13 @@ CivilTime CalendarContext::civilTime(Instant at) const
     return {civilDate(shown.cs), shown.cs.hour(), shown.cs.minute(), shown.cs.second(), shown.offset};
 }
 
-Instant CalendarContext::instantOn(CivilDate date, int hour, int minute, int second) const
+Instant CalendarContext::instantOn(CivilDate date, int hour, int minute, int second, Instant notBefore) const
 {
-    return firstShown(absl::CivilSecond(date.year, date.month, date.day, hour, minute, second), m_zone);
+    const absl::CivilSecond time(date.year, date.month, date.day, hour, minute, second);
+    const auto first = firstShown(time, m_zone);
+    const auto found = m_zone.At(time);
+    const bool isShownAgain = found.kind == absl::TimeZone::TimeInfo::REPEATED;
+    return isShownAgain && first < notBefore ? instantOf(found.post) : first;
 }
 
 std::string dayID(const LocalDay& day)

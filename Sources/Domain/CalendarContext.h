@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -66,9 +67,10 @@ public:
     SegmentTimeZone stamp(Instant at) const { return {m_identifier, secondsFromGMT(at)}; }
     CivilTime civilTime(Instant at) const;
 
-    /// The instant at which a clock in this zone shows the given time on that date: the first of two, and
-    /// the moment of the change for a time that was skipped. 24:00:00 is the day's end.
-    Instant instantOn(CivilDate date, int hour, int minute, int second) const;
+    /// The instant at which a clock in this zone shows the given time on that date: the first of two unless that
+    /// lies before `notBefore`, and the moment of the change for a time that was skipped. 24:00:00 is the day's end.
+    Instant instantOn(CivilDate date, int hour, int minute, int second,
+                      Instant notBefore = {-std::numeric_limits<double>::infinity()}) const;
 
     /// Calendars are equal when they cut alike: by zone.
     friend bool operator==(const CalendarContext& a, const CalendarContext& b)

@@ -64,7 +64,10 @@ TEST(CalendarContext, BeginsADayWithTwoMidnightsAtTheFirst)
     const auto bounds = boundsOf(calendar, "2019-11-03");
     EXPECT_EQ(shown(calendar, bounds.start), "2019-11-03 00:00:00 -14400");
     EXPECT_EQ(shown(calendar, bounds.start + Seconds{3600}), "2019-11-03 00:00:00 -18000");
-    EXPECT_EQ(calendar.instantOn(date("2019-11-03"), 0, 30, 0), bounds.start + Seconds{1800});
+    const auto first = bounds.start + Seconds{1800};
+    EXPECT_EQ(calendar.instantOn(date("2019-11-03"), 0, 30, 0), first);
+    EXPECT_EQ(calendar.instantOn(date("2019-11-03"), 0, 30, 0, first), first);
+    EXPECT_EQ(calendar.instantOn(date("2019-11-03"), 0, 30, 0, first + Seconds{1}), first + Seconds{3600});
 }
 
 TEST(CalendarContext, KeepsTheHourThatShowsTheFormerDateAgainInTheDayThatHasBegun)
