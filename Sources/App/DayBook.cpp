@@ -27,29 +27,6 @@ namespace stintbook {
 
 namespace {
 
-std::string sentence(const UnknownWork& unknown)
-{
-    return fmt::format("No work on this day has the identifier {}.", unknown.id.upperCaseText());
-}
-
-std::string sentence(EditHistoryProblem problem)
-{
-    switch (problem) {
-    case EditHistoryProblem::nothingToUndo:
-        return "There is no edit to undo.";
-    case EditHistoryProblem::nothingToRedo:
-        return "There is no edit to redo.";
-    case EditHistoryProblem::dayChangedSince:
-        return "The day has changed since, so the edit was left as it is.";
-    }
-    return {};
-}
-
-template <typename Problem> std::string sentence(const Problem& problem)
-{
-    return std::string(message(problem));
-}
-
 Seconds total(const std::vector<WorkBlock>& blocks)
 {
     Seconds sum;
@@ -60,23 +37,6 @@ Seconds total(const std::vector<WorkBlock>& blocks)
     return sum;
 }
 
-/// The items that were frozen from segments of which none is recorded any more.
-std::set<ReviewedItemID> withoutDetails(const std::vector<ReviewedWorkItem>& items,
-                                        const std::vector<ActivitySegment>& recorded)
-{
-    std::set<SegmentID> known;
-    for (const auto& segment : recorded)
-        known.insert(segment.id);
-    std::set<ReviewedItemID> bare;
-    for (const auto& item : items) {
-        const bool hasDetails = std::ranges::any_of(
-            item.slices, [&](const ReviewedSourceSlice& slice) { return known.contains(slice.segmentID); });
-        if (!item.slices.empty() && !hasDetails)
-            bare.insert(item.id);
-    }
-    return bare;
-}
-
 std::optional<ReviewedDayRevision> revisionIn(const std::map<std::string, std::string>& exportedRevisions,
                                               const LocalDay& day)
 {
@@ -84,58 +44,6 @@ std::optional<ReviewedDayRevision> revisionIn(const std::map<std::string, std::s
     if (found == exportedRevisions.end())
         return std::nullopt;
     return ReviewedDayRevision{found->second};
-}
-
-/// The selected subjects, in the order of the identifiers.
-DayEdited<std::vector<ReviewSubject>> subjects(const ReviewDay& day, std::span<const UUID> ids)
-{
-    std::vector<ReviewSubject> found;
-    for (const auto& id : ids) {
-        const auto block = std::ranges::find(day.blocks, id, &WorkBlock::id);
-        const auto item = std::ranges::find(day.items, ReviewedItemID{id}, &ReviewedWorkItem::id);
-        if (block != day.blocks.end())
-            found.emplace_back(*block);
-        else if (item != day.items.end())
-            found.emplace_back(*item);
-        else
-            return std::unexpected(UnknownWork{id});
-    }
-    return found;
-}
-
-/// The subjects as an edit has left them: the blocks over the selected blocks' segments, the items that were
-/// selected or written.
-EditedWork afterwards(const ReviewDay& day, const std::vector<ReviewSubject>& selected,
-                      const ReviewedLayerMutation& mutation)
-{
-    std::set<SegmentID> segments;
-    std::set<ReviewedItemID> items;
-    for (const auto& subject : selected) {
-        if (const auto* block = std::get_if<WorkBlock>(&subject)) {
-            for (const auto& entry : block->lineage)
-                segments.insert(entry.segment.id);
-        } else {
-            items.insert(std::get<ReviewedWorkItem>(subject).id);
-        }
-    }
-    for (const auto& item : mutation.upserts)
-        items.insert(item.id);
-
-    EditedWork work;
-    std::ranges::copy_if(day.blocks, std::back_inserter(work.blocks), [&](const WorkBlock& block) {
-        return std::ranges::any_of(block.lineage,
-                                   [&](const auto& entry) { return segments.contains(entry.segment.id); });
-    });
-    std::ranges::copy_if(day.items, std::back_inserter(work.items),
-                         [&](const ReviewedWorkItem& item) { return items.contains(item.id); });
-    return work;
-}
-
-AttributionAssignment assignmentTo(const WorkTarget& target, const AssignmentDirectory& directory)
-{
-    const auto* project = directory.project(target.projectID);
-    const bool isBillableByDefault = project == nullptr || project->defaultBillable;
-    return {target.clientID, target.projectID, target.isBillable.value_or(isBillableByDefault)};
 }
 
 Edited<ReviewedLayerMutation> addWork(Interval when, const WorkTarget& target,
@@ -154,110 +62,53 @@ Edited<ReviewedLayerMutation> addWork(Interval when, const WorkTarget& target,
 
 } // namespace
 
-std::string message(const DayEditProblem& problem)
-{
-    return std::visit([](const auto& which) { return sentence(which); }, problem);
-}
-
-/// What a day is computed from.
-struct DayBook::Loaded {
-    ReviewDay content;
-    std::vector<ActivitySegment> segments;
-    DaySummary recorded;
-    std::set<ReviewedItemID> itemsWithoutDetails;
-    AssignmentDirectory directory;
-    CalendarContext calendar;
-    std::optional<ReviewedDayApproval> approval;
-};
-
-struct DayBook::Left {
-    Loaded day;
-    std::int64_t dataVersion = 0;
-    std::int64_t ownChanges = 0;
-};
-
-DayBook::DayBook(OpenedStore& store, CalendarContext calendar, EditHistory* history)
+DayBook::DayBook(OpenedStore& store, CalendarContext calendar, EditSession* session)
     : m_store(store)
     , m_calendar(std::move(calendar))
-    , m_history(history)
+    , m_session(session)
 {
 }
-
-DayBook::~DayBook() = default;
 
 CalendarContext DayBook::calendarOf(const LocalDay& day) const
 {
     return CalendarContext::inZone(day.timeZoneIdentifier).value_or(m_calendar);
 }
 
-Stored<DayBook::Loaded> DayBook::load(const LocalDay& day) const
+Stored<std::shared_ptr<const LoadedDay>> DayBook::load(const LocalDay& day) const
 {
-    return load(day, TRY(m_store.segments().segments(calendarOf(day).boundsOf(day))));
-}
-
-Stored<DayBook::Loaded> DayBook::load(const LocalDay& day, std::vector<ActivitySegment> segments) const
-{
-    auto calendar = calendarOf(day);
-    const auto bounds = calendar.boundsOf(day);
-    auto& review = m_store.review();
-
-    auto recorded = TRY(recordedDay(m_store, bounds, std::move(segments)));
-    auto directory = TRY(ClientBook(m_store).directory());
-    const AttributionEngine engine(TRY(review.attributionRules()), directory);
-    const ExclusionEngine exclusion(TRY(review.exclusionRules()));
-
-    auto items = TRY(review.items(day));
-    auto approval = TRY(review.approval(day));
-    auto bare = withoutDetails(items, recorded.segments);
-    auto summary = daySummary(day, bounds, recorded.segments);
-    auto blocks = WorkBlockBuilder(calendar, engine, exclusion).blocks(recorded.free, recorded.reviews);
-    return Loaded{.content = {.day = day,
-                              .bounds = bounds,
-                              .freeSegments = std::move(recorded.free),
-                              .blocks = std::move(blocks),
-                              .items = std::move(items)},
-                  .segments = std::move(recorded.segments),
-                  .recorded = std::move(summary),
-                  .itemsWithoutDetails = std::move(bare),
-                  .directory = std::move(directory),
-                  .calendar = std::move(calendar),
-                  .approval = std::move(approval)};
-}
-
-Stored<DayBook::Loaded> DayBook::loadAfterEdit(const LocalDay& day) const
-{
-    const auto left = std::exchange(m_left, nullptr);
-    const bool isSame = left && left->day.content.day == day
-        && left->dataVersion == TRY(m_store.database().dataVersion())
-        && left->ownChanges == m_store.database().ownChanges();
-    if (isSame)
-        return std::move(left->day);
-    return load(day);
+    const auto calendar = calendarOf(day);
+    if (m_session == nullptr)
+        return loadDay(m_store, day, calendar);
+    const auto version = TRY(m_store.database().dataVersion());
+    if (auto seen = m_session->seen.recall(day, calendar, version))
+        return seen;
+    auto loaded = TRY(loadDay(m_store, day, calendar));
+    m_session->seen.keep(loaded, calendar, version);
+    return loaded;
 }
 
 Stored<OpenedDay> DayBook::open(const LocalDay& day) const
 {
     return m_store.database().read([&](StoreConnection&) -> Stored<OpenedDay> {
-        auto loaded = TRY(loadAfterEdit(day));
-        const auto billing = TRY(m_store.review().billing());
-        auto reading = stintbook::reading(loaded.content, loaded.approval, loaded.directory, billing);
-
         OpenedDay opened;
-        opened.summary = workReviewSummary(loaded.recorded, loaded.content);
-        opened.blockers = eligibility(loaded.content).blockers;
+        opened.loaded = TRY(load(day));
+        const auto& content = opened.content();
+        const auto billing = TRY(m_store.review().billing());
+        auto reading =
+            stintbook::reading(content, opened.loaded->approval, opened.loaded->directory, billing);
+
+        opened.summary = workReviewSummary(opened.loaded->summary, content);
+        opened.blockers = eligibility(content).blockers;
         opened.status = reading.isReady ? ReviewedDayStatus::ready : ReviewedDayStatus::notReady;
         opened.recordsState = stintbook::recordsState(TRY(m_store.review().exportedRevision(day)),
                                                       reading.revision, opened.status);
         opened.revision = std::move(reading.revision);
-        opened.itemsWithoutDetails = std::move(loaded.itemsWithoutDetails);
         opened.totals = totals(reading.lines);
         opened.work = std::move(reading.work);
         opened.lines = std::move(reading.lines);
         opened.currency = reading.currency;
-        opened.unreviewedDuration = total(loaded.content.blocks);
+        opened.unreviewedDuration = total(content.blocks);
         opened.notReadyReason = std::move(reading.notReadyReason);
-        opened.content = std::move(loaded.content);
-        opened.recorded = std::move(loaded.segments);
         return opened;
     });
 }
@@ -334,32 +185,41 @@ auto DayBook::edit(EditKind kind, const LocalDay& day, std::span<const UUID> ids
                    Answer answer)
 {
     using Result = decltype(answer(std::declval<std::vector<ReviewSubject>&>(),
-                                   std::declval<ReviewedLayerMutation&>(), std::declval<ReviewDay&>()));
+                                   std::declval<ReviewedLayerMutation&>(), std::declval<const ReviewDay&>()));
     std::optional<DayEdit> done;
-    std::unique_ptr<Left> left;
+    Written written;
     auto result = m_store.database().write([&](StoreConnection&) -> Result {
-        auto loaded = TRY(load(day));
-        const auto selected = TRY(subjects(loaded.content, ids));
-        const EditContext context{loaded.content, loaded.directory, loaded.calendar};
-        const auto mutation = TRY(compute(selected, context));
-        if (m_history != nullptr)
+        const auto before = TRY(load(day));
+        const auto selected = TRY(selectedWork(before->content, ids));
+        const auto mutation =
+            TRY(compute(selected, EditContext{before->content, before->directory, calendarOf(day)}));
+        if (m_session != nullptr)
             done = DayEdit{.kind = kind, .day = day, .before = {}, .after = {}};
         if (done)
             done->before = TRY(layer(day, mutation.reviewUpserts));
-        TRY(m_store.review().apply(mutation));
+        written = TRY(apply(mutation, *before));
         if (done)
             done->after = TRY(layer(day, mutation.reviewUpserts));
-        // What was recorded is what it was.
-        left = std::make_unique<Left>(TRY(load(day, std::move(loaded.segments))),
-                                      TRY(m_store.database().dataVersion()), m_store.database().ownChanges());
-        return answer(selected, mutation, left->day.content);
+        return answer(selected, mutation, written.day->content);
     });
-    if (!result)
-        return result;
-    m_left = std::move(left);
-    if (done)
-        m_history->add(*std::move(done));
+    if (result && m_session != nullptr) {
+        remember(std::move(written));
+        m_session->history.add(*std::move(done));
+    }
     return result;
+}
+
+Stored<DayBook::Written> DayBook::apply(const ReviewedLayerMutation& mutation, const LoadedDay& before)
+{
+    TRY(m_store.review().apply(mutation));
+    return Written{TRY(loadDayAgain(m_store, before, calendarOf(before.content.day), mutation)),
+                   TRY(m_store.database().dataVersion())};
+}
+
+void DayBook::remember(Written written)
+{
+    const auto calendar = calendarOf(written.day->content.day);
+    m_session->seen.keep(std::move(written.day), calendar, written.dataVersion);
 }
 
 template <typename Compute>
@@ -369,7 +229,7 @@ DayEdited<EditedWork> DayBook::editInPlace(EditKind kind, const LocalDay& day, s
     return edit(kind, day, ids, compute,
                 [](const std::vector<ReviewSubject>& selected, const ReviewedLayerMutation& mutation,
                    const ReviewDay& after) -> DayEdited<EditedWork> {
-                    return afterwards(after, selected, mutation);
+                    return workAfterwards(after, selected, mutation);
                 });
 }
 
@@ -498,7 +358,7 @@ Stored<ReviewedLayer> DayBook::layer(const LocalDay& day,
 DayEdited<DayEdit> DayBook::repeat(EditHistory::Direction direction)
 {
     const bool isUndo = direction == EditHistory::Direction::undo;
-    const auto* next = m_history == nullptr ? nullptr : m_history->next(direction);
+    const auto* next = m_session == nullptr ? nullptr : m_session->history.next(direction);
     if (next == nullptr)
         return std::unexpected(isUndo ? EditHistoryProblem::nothingToUndo
                                       : EditHistoryProblem::nothingToRedo);
@@ -506,17 +366,20 @@ DayEdited<DayEdit> DayBook::repeat(EditHistory::Direction direction)
     auto edit = *next;
     const auto& from = isUndo ? edit.after : edit.before;
     const auto& to = isUndo ? edit.before : edit.after;
+    Written written;
     auto result = m_store.database().write([&](StoreConnection&) -> DayEdited<void> {
         if (TRY(layer(edit.day, from.reviews)) != from)
             return std::unexpected(EditHistoryProblem::dayChangedSince);
-        return m_store.review().apply(difference(from, to));
+        written = TRY(apply(difference(from, to), *TRY(load(edit.day))));
+        return {};
     });
     if (result) {
-        m_history->move(direction);
+        remember(std::move(written));
+        m_session->history.move(direction);
         return edit;
     }
     if (std::holds_alternative<EditHistoryProblem>(result.error()))
-        m_history->drop(direction);
+        m_session->history.drop(direction);
     return std::unexpected(std::move(result).error());
 }
 

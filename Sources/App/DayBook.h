@@ -11,7 +11,9 @@
 #include <variant>
 #include <vector>
 
-#include "App/EditHistory.h"
+#include "App/DayEditProblem.h"
+#include "App/EditSession.h"
+#include "App/EditedWork.h"
 #include "App/OpenedStore.h"
 #include "Billing/RecordsDayState.h"
 #include "Billing/ReviewedDayReading.h"
@@ -30,9 +32,7 @@ inline constexpr std::string_view detailsRemovedNote = "Activity details were re
 
 /// One day with everything that people and exports are told about it.
 struct OpenedDay {
-    ReviewDay content;
-    /// All that was recorded of it, whether or not it was reviewed since.
-    std::vector<ActivitySegment> recorded;
+    std::shared_ptr<const LoadedDay> loaded;
     WorkReviewSummary summary;
     std::vector<ReadyToBillBlocker> blockers;
     ReviewedDayStatus status = ReviewedDayStatus::notReady;
@@ -45,10 +45,10 @@ struct OpenedDay {
     std::optional<BillingCurrency> currency;
     /// Work that is neither frozen nor ignored: on a ready day, what was recorded since.
     Seconds unreviewedDuration;
-    /// Items whose recorded segments were removed: of them there is what their user reviewed, and the note below.
-    std::set<ReviewedItemID> itemsWithoutDetails;
     /// The first blocker's sentence; absent for a ready day, and for one that only waits to be marked.
     std::optional<std::string> notReadyReason;
+
+    const ReviewDay& content() const { return loaded->content; }
 };
 
 /// A day in the list of days.
@@ -59,47 +59,11 @@ struct ListedDay {
     bool hasReviewedWork = false;
 };
 
-/// No block or item of the day has that identifier.
-struct UnknownWork {
-    UUID id;
-};
-
-/// Why an edit was neither taken back nor done again.
-enum class EditHistoryProblem {
-    nothingToUndo,
-    nothingToRedo,
-    /// By another edit, another process or a deletion.
-    dayChangedSince,
-};
-
-/// Why an edit did not happen. Nothing was changed.
-using DayEditProblem =
-    std::variant<PersistenceError, ReviewedEditProblem, ReadyToBillBlocker, UnknownWork, EditHistoryProblem>;
-std::string message(const DayEditProblem& problem);
-
-template <typename T> using DayEdited = std::expected<T, DayEditProblem>;
-
-/// A client and project for work; without `isBillable` the project's default counts.
-struct WorkTarget {
-    ClientID clientID;
-    ProjectID projectID;
-    std::optional<bool> isBillable;
-};
-
-/// The work that an edit was about, as it is afterwards.
-struct EditedWork {
-    std::vector<WorkBlock> blocks;
-    std::vector<ReviewedWorkItem> items;
-};
-
 /// Opens days and edits them. Every edit reads, checks and writes in one transaction of the store.
 class DayBook {
 public:
-    /// A history, which outlives the book, remembers its edits.
-    DayBook(OpenedStore& store, CalendarContext calendar, EditHistory* history = nullptr);
-    ~DayBook();
-    DayBook(const DayBook&) = delete;
-    DayBook& operator=(const DayBook&) = delete;
+    /// A session, which outlives the book, remembers its edits and the day that it saw last.
+    DayBook(OpenedStore& store, CalendarContext calendar, EditSession* session = nullptr);
 
     const CalendarContext& calendar() const { return m_calendar; }
 
@@ -132,17 +96,20 @@ public:
 
     DayEdited<ReviewedDayApproval> markReady(const LocalDay& day, Instant now);
 
-    /// The last edit that the history remembers, of whatever day; refused where its work is not as that edit left it.
+    /// The last edit that the session remembers, of whatever day; refused where its work is not as that edit left it.
     DayEdited<DayEdit> undo() { return repeat(EditHistory::Direction::undo); }
     DayEdited<DayEdit> redo() { return repeat(EditHistory::Direction::redo); }
 
 private:
-    struct Loaded;
-    struct Left;
     CalendarContext calendarOf(const LocalDay& day) const;
-    Stored<Loaded> load(const LocalDay& day) const;
-    Stored<Loaded> load(const LocalDay& day, std::vector<ActivitySegment> segments) const;
-    Stored<Loaded> loadAfterEdit(const LocalDay& day) const;
+    Stored<std::shared_ptr<const LoadedDay>> load(const LocalDay& day) const;
+    /// The day once an edit is kept.
+    struct Written {
+        std::shared_ptr<const LoadedDay> day;
+        std::int64_t dataVersion = 0;
+    };
+    Stored<Written> apply(const ReviewedLayerMutation& mutation, const LoadedDay& before);
+    void remember(Written written);
     Stored<ListedDay> summarize(const LocalDay& day, const ExclusionEngine& exclusion,
                                 const std::map<std::string, std::string>& exportedRevisions) const;
     template <typename Compute, typename Answer>
@@ -159,9 +126,7 @@ private:
 
     OpenedStore& m_store;
     CalendarContext m_calendar;
-    EditHistory* m_history;
-    /// The day as the last edit left it, for who looks at it next; taken only while nobody has written since.
-    mutable std::unique_ptr<Left> m_left;
+    EditSession* m_session;
 };
 
 } // namespace stintbook

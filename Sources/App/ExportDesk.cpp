@@ -113,7 +113,7 @@ std::expected<ExportPreview, ExportDeskProblem> ExportDesk::preview(const Export
             inputs.push_back({.day = listed.summary.day,
                               .revision = std::move(day.revision),
                               .isReady = isReady,
-                              .items = std::move(day.content.items),
+                              .items = day.content().items,
                               .notReadyReason = std::move(day.notReadyReason)});
         }
         const auto directory = TRY(ClientBook(m_store).directory());

@@ -1,7 +1,5 @@
 #include "App/RecordedDay.h"
 
-#include <utility>
-
 #include "Base/Try.h"
 #include "Store/PersistentActivitySegmentRepository.h"
 #include "Store/PersistentReviewStore.h"
@@ -10,13 +8,8 @@ namespace stintbook {
 
 Stored<RecordedDay> recordedDay(OpenedStore& store, Interval bounds)
 {
-    return recordedDay(store, bounds, TRY(store.segments().segments(bounds)));
-}
-
-Stored<RecordedDay> recordedDay(OpenedStore& store, Interval bounds, std::vector<ActivitySegment> segments)
-{
     RecordedDay day;
-    day.segments = std::move(segments);
+    day.segments = TRY(store.segments().segments(bounds));
     day.free = freeSegments(day.segments, bounds, TRY(store.review().items(bounds)));
     std::vector<SegmentID> ids;
     ids.reserve(day.segments.size());

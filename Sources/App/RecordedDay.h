@@ -18,7 +18,5 @@ struct RecordedDay {
 };
 
 Stored<RecordedDay> recordedDay(OpenedStore& store, Interval bounds);
-/// The same, of segments that were read in the same transaction.
-Stored<RecordedDay> recordedDay(OpenedStore& store, Interval bounds, std::vector<ActivitySegment> segments);
 
 } // namespace stintbook

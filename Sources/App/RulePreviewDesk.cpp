@@ -129,7 +129,7 @@ RulePreviewDesk::Suggested<RuleSuggestion> RulePreviewDesk::suggest(const Correc
 {
     return m_store.database().read([&](StoreConnection&) -> Suggested<RuleSuggestion> {
         const auto opened = TRY(DayBook(m_store, m_calendar).open(work.day));
-        const auto subject = opened.content.subject(work.id);
+        const auto subject = opened.content().subject(work.id);
         if (!subject)
             return std::unexpected(UnknownWork{work.id});
         const auto directory = TRY(ClientBook(m_store).directory());
@@ -142,8 +142,8 @@ RulePreviewDesk::Suggested<RuleSuggestion> RulePreviewDesk::suggest(const Correc
                                   .clientID = whom->clientID,
                                   .projectID = whom->projectID,
                                   .billableOverride = whom->billableOverride};
-        const auto recorded = TRY(m_store.segments().segments(opened.content.bounds));
-        suggestion.match = suggestedMatch(*subject, whom->clientID, opened.content, recorded);
+        const auto recorded = TRY(m_store.segments().segments(opened.content().bounds));
+        suggestion.match = suggestedMatch(*subject, whom->clientID, opened.content(), recorded);
         suggestion.match.titleContains = work.titleWords;
         if (suggestion.match.isEmpty())
             return std::unexpected(NoSuggestion::withoutCondition);

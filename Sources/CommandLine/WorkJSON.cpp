@@ -125,14 +125,14 @@ void writeMembers(JsonWriter& json, const OpenedDay& day)
 {
     json.key("blockers");
     json.array(day.blockers, [&](ReadyToBillBlocker blocker) { json.value(rawValue(blocker)); });
-    recordArray(json, "blocks", day.content.blocks);
+    recordArray(json, "blocks", day.content().blocks);
     json.key("day");
     json.object([&] {
         writeRecordedMembers(json, day.summary.day, DayStanding{day.recordsState, day.unreviewedDuration});
     });
-    recordArray(json, "items", day.content.items);
+    recordArray(json, "items", day.content().items);
     json.key("itemsWithoutDetails");
-    json.array(day.itemsWithoutDetails, [&](ReviewedItemID id) { json.value(id); });
+    json.array(day.loaded->itemsWithoutDetails, [&](ReviewedItemID id) { json.value(id); });
     recordArray(json, "lines", day.lines);
     json.member("revision", day.revision.value);
     json.member("status", rawValue(day.status));

@@ -121,7 +121,7 @@ void printDay(Session& session, const CalendarContext& calendar, const OpenedDay
                           shownDuration(recorded.gapDuration), shownDuration(day.summary.assignedDuration),
                           shownDuration(day.summary.unassignedDuration),
                           shownDuration(day.summary.unresolvedDuration));
-    printWork(session, calendar, day.content.blocks, day.content.items, day.itemsWithoutDetails);
+    printWork(session, calendar, day.content().blocks, day.content().items, day.loaded->itemsWithoutDetails);
     output << '\n';
 
     Table lines({{"Client / Project"}, {"Tracked", right}, {"Billed", right}, {"Amount", right}});

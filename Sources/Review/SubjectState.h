@@ -32,6 +32,8 @@ template <> struct RawValues<SubjectState> {
     };
 };
 
+SubjectState state(const WorkBlock& block);
+SubjectState state(const ReviewedWorkItem& item);
 SubjectState state(const ReviewSubject& subject);
 
 /// Keeps its day from being marked ready.

@@ -29,12 +29,13 @@ TEST(DayBook, KeepsADayReadyWhenMoreIsRecorded)
 TEST(DayBook, ShowsAfterItsOwnEditWhatOthersHaveWrittenSince)
 {
     StoreOfADay world;
-    auto book = world.book();
+    EditSession session;
+    DayBook book(*world.store, world.calendar, &session);
     const auto ids = world.blockIDs();
     const auto first = std::span(ids).first(1);
     const auto last = std::span(ids).last(1);
     const auto ignored = [&] {
-        return std::ranges::count_if(book.open(world.day)->content.blocks,
+        return std::ranges::count_if(book.open(world.day)->content().blocks,
                                      [](const WorkBlock& block) { return block.review.isIgnored; });
     };
     ASSERT_TRUE(book.ignore(world.day, first));
@@ -60,10 +61,10 @@ TEST(DayBook, SeesTheSameSecondOnceHoweverItsDayIsCut)
     const auto day = elsewhere.calendar().dayOf(fixture.at(9));
     const auto opened = *elsewhere.open(day);
     Seconds free;
-    for (const auto& block : opened.content.blocks)
+    for (const auto& block : opened.content().blocks)
         free += block.interval().length();
     EXPECT_EQ(free, Seconds{5400});
-    EXPECT_TRUE(opened.content.items.empty());
+    EXPECT_TRUE(opened.content().items.empty());
     EXPECT_EQ(elsewhere.list(std::nullopt, std::nullopt)->size(), 2U);
 }
 

@@ -31,7 +31,8 @@ protected:
     State contentOf(const DayBook& of) const
     {
         auto opened = of.open(world.day);
-        return {opened->content.blocks, opened->content.items, *world.store->review().approval(world.day)};
+        return {opened->content().blocks, opened->content().items,
+                *world.store->review().approval(world.day)};
     }
 
     UUID anyWork()
@@ -76,8 +77,8 @@ protected:
     std::size_t below(std::size_t bound) { return random() % bound; }
 
     StoreOfADay world;
-    EditHistory history;
-    DayBook book{*world.store, world.calendar, &history};
+    EditSession session;
+    DayBook book{*world.store, world.calendar, &session};
     std::mt19937 random{7};
 };
 
@@ -113,7 +114,7 @@ TEST_F(EditHistoryTest, LeavesWorkAloneThatSomebodyElseHasChangedSince)
 
     // Once the day is as it was, what went before can be taken back.
     const auto item = now.items.front().id.uuid;
-    EditHistory others;
+    EditSession others;
     DayBook other(*world.store, world.calendar, &others);
     ASSERT_TRUE(other.restore(world.day, std::span(&item, 1)));
     ASSERT_TRUE(other.undo());

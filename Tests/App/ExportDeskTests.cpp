@@ -31,7 +31,7 @@ TEST(ExportDesk, DeliversNoOutdatedPreviewAndTellsWhenADayChangesAfterItsExport)
                             });
     };
     const auto describe = [&](const char* text) {
-        const auto item = book.open(fixture.day)->content.items.front();
+        const auto item = book.open(fixture.day)->content().items.front();
         ASSERT_TRUE(book.describe(fixture.day, item.id.uuid, text));
     };
 

@@ -101,7 +101,7 @@ TEST_F(RulePreviews, CountWhatTheAcceptedRuleThenAttributes)
         EXPECT_EQ(suggestion.billableOverride, false);
         ASSERT_TRUE(RuleBook(*world.store).accept(suggestion));
         EXPECT_EQ(RuleBook(*world.store).list()->attributionRules.front().id, suggestion.id);
-        const auto blocks = world.book().open(world.day)->content.blocks;
+        const auto blocks = world.book().open(world.day)->content().blocks;
         EXPECT_EQ(std::ranges::count(blocks, std::optional(suggestion.id),
                                      [](const WorkBlock& block) { return block.attribution.winningRuleID; }),
                   suggestion.blockCount);

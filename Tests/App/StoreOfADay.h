@@ -53,7 +53,7 @@ public:
     {
         std::vector<UUID> ids;
         const auto opened = *book().open(day);
-        for (const auto& block : opened.content.blocks)
+        for (const auto& block : opened.content().blocks)
             ids.push_back(block.id);
         return ids;
     }

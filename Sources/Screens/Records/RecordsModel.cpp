@@ -453,15 +453,15 @@ void RecordsModel::showDetail()
 void RecordsModel::showOpened(const OpenedDay& day)
 {
     const auto calendar =
-        CalendarContext::inZone(day.content.day.timeZoneIdentifier).value_or(m_context.calendar());
+        CalendarContext::inZone(day.content().day.timeZoneIdentifier).value_or(m_context.calendar());
     std::vector<ReviewedDayLine> lines;
     std::ranges::copy_if(day.lines, std::back_inserter(lines),
                          [&](const auto& line) { return m_filter.work().includes(line); });
     m_detail = figuresOf(totals(lines));
     m_detail["isRead"] = true;
-    m_detail["dayID"] = text(dayID(day.content.day));
+    m_detail["dayID"] = text(dayID(day.content().day));
     m_detail["title"] =
-        QLocale().toString(dateOf(calendar.dateOf(day.content.day.start)), QLocale::LongFormat);
+        QLocale().toString(dateOf(calendar.dateOf(day.content().day.start)), QLocale::LongFormat);
     m_detail["state"] = text(rawValue(day.recordsState));
     m_detail["stateName"] = labelOf(day.recordsState);
     m_detail["reason"] = text(day.notReadyReason.value_or(""));

@@ -75,7 +75,7 @@ std::vector<RecordLineRow> workRows(const OpenedDay& day, const WorkFilter& filt
         auto& row = rows.emplace_back(rowOf(piece.line, directory, amounts));
         row.id = text(piece.id);
         row.times = timesOf(piece.time, calendar);
-        row.title = piece.description ? text(*piece.description) : titleOf(piece.id, day.content);
+        row.title = piece.description ? text(*piece.description) : titleOf(piece.id, day.content());
     }
     return rows;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Base/Identifier.h"
+#include "Screens/Review/DayView.h"
 
 namespace stintbook {
 
@@ -59,5 +60,12 @@ private:
     std::unordered_set<UUID> m_known;
     std::optional<UUID> m_anchor;
 };
+
+/// The one of `all` that lies so far from the current one, or else the first, the last; absent where there is none.
+std::optional<UUID> neighbour(const std::vector<UUID>& all, const std::optional<UUID>& current, int distance);
+
+/// What is still chosen of a day that was read again: what is gone gives way to what lies where it lay.
+std::vector<UUID> keptRows(const std::vector<UUID>& chosen, const std::vector<SubjectRow>& before,
+                           const DayView& now);
 
 } // namespace stintbook

@@ -79,7 +79,7 @@ QVariantMap reason(RuleID id, const QString& role, const DayView& view)
     if (rule != view.rules.end()) {
         shown[QStringLiteral("text")] = text(conditionsText(rule->second.match));
         shown[QStringLiteral("target")] =
-            text(ruleTargetText(rule->second.clientID, rule->second.projectID, view.directory));
+            text(ruleTargetText(rule->second.clientID, rule->second.projectID, view.directory()));
     }
     return shown;
 }
@@ -133,7 +133,7 @@ void setOne(QVariantMap& values, const ReviewSubject& subject, const DayView& vi
                  item.origin == ReviewedItemOrigin::manual ? QObject::tr("Added by hand")
                                                            : QObject::tr("Reviewed"));
     values[QStringLiteral("description")] = text(item.description.value_or(""));
-    if (view.day.itemsWithoutDetails.contains(item.id))
+    if (view.day.loaded->itemsWithoutDetails.contains(item.id))
         values[QStringLiteral("note")] = text(detailsRemovedNote);
 }
 
@@ -170,7 +170,7 @@ bool canBeConfirmed(const ReviewSubject& subject)
 
 Inspection inspection(const DayView& view, const std::vector<UUID>& selected)
 {
-    const auto subjects = selectedSubjects(view.day.content, selected);
+    const auto subjects = selectedSubjects(view.content(), selected);
     if (subjects.empty()) {
         const auto span = selected.empty() ? view.spans.end()
                                            : std::ranges::find(view.spans, selected.front(), &SpanRow::id);
@@ -200,7 +200,7 @@ Inspection inspection(const DayView& view, const std::vector<UUID>& selected)
         {QStringLiteral("canMerge"), canEdit},
         {QStringLiteral("canMakeRule"), count == 1},
         {QStringLiteral("shares"), shares(lineage)}};
-    setWhom(values, subjects, view.directory);
+    setWhom(values, subjects, view.directory());
     values[QStringLiteral("canSetBillable")] = canEdit && values.contains(QStringLiteral("projectID"));
     if (count == 1) {
         setOne(values, subjects.front(), view);

@@ -5,7 +5,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "Screens/Models/RowModel.h"
-#include "Screens/Review/ReviewRows.h"
+#include "Screens/Review/WeekRows.h"
 #include "Screens/Window/ScreenContext.h"
 
 namespace stintbook {

@@ -2,13 +2,10 @@
 
 #include <QLocale>
 #include <algorithm>
-#include <cmath>
-#include <unordered_map>
+#include <ranges>
 #include <unordered_set>
 #include <utility>
 
-#include "Base/Text.h"
-#include "Review/SubjectState.h"
 #include "Screens/Models/Texts.h"
 
 namespace stintbook {
@@ -20,13 +17,6 @@ std::vector<RowModel<ChoiceRow>::Role> choiceRoles()
     using Rows = RowModel<ChoiceRow>;
     return {Rows::role("choiceID", &ChoiceRow::id), Rows::role("name", &ChoiceRow::name),
             Rows::role("clientColor", &ChoiceRow::color)};
-}
-
-/// A choice that is gone gives way to what lies where it lay. The rows are in order.
-const SubjectRow* rowAt(const std::vector<SubjectRow>& rows, double second)
-{
-    const auto next = std::ranges::upper_bound(rows, second, {}, &SubjectRow::start);
-    return next == rows.begin() || std::prev(next)->end <= second ? nullptr : &*std::prev(next);
 }
 
 } // namespace
@@ -116,23 +106,17 @@ QStringList ReviewModel::blockers() const
 
 double ReviewModel::dayLength() const
 {
-    return m_view ? m_view->day.content.bounds.length().value : 86'400;
+    return m_view ? m_view->content().bounds.length().value : 86'400;
 }
 
 double ReviewModel::firstSecond() const
 {
-    double first = 8 * 3600.0;
-    for (const auto& row : m_blocks.rows())
-        first = std::min(first, row.start);
-    return std::floor(first / 3600) * 3600;
+    return m_hours.first;
 }
 
 double ReviewModel::lastSecond() const
 {
-    double last = 18 * 3600.0;
-    for (const auto& row : m_blocks.rows())
-        last = std::max(last, row.end);
-    return std::min(std::ceil(last / 3600) * 3600, dayLength());
+    return m_hours.last;
 }
 
 QVariantList ReviewModel::hours() const
@@ -146,31 +130,17 @@ QVariantList ReviewModel::hours() const
 
 double ReviewModel::now() const
 {
-    return m_view ? (m_context.clock.now() - m_view->day.content.bounds.start).value : -1;
+    return m_view ? (m_context.clock.now() - m_view->content().bounds.start).value : -1;
 }
 
 QString ReviewModel::timeText(double second) const
 {
-    return m_view ? timeOf(m_view->day.content.bounds.start + Seconds{second}, m_view->calendar) : QString();
+    return m_view ? stintbook::timeText(*m_view, second) : QString();
 }
 
 double ReviewModel::secondOf(const QString& typed, double notBefore) const
 {
-    if (!m_view)
-        return -1;
-    const auto words = typed.trimmed();
-    const auto time = timeFrom(words);
-    const bool isDaysEnd = words == QStringLiteral("24:00");
-    if (!time.isValid() && !isDaysEnd)
-        return -1;
-    const auto& calendar = m_view->calendar;
-    const auto bounds = m_view->day.content.bounds;
-    const auto at =
-        calendar.instantOn(calendar.dateOf(bounds.start), isDaysEnd ? 24 : time.hour(), time.minute(), 0);
-    const auto second = (at - bounds.start).value;
-    const double isSetBack = calendar.secondsFromGMT(bounds.start) - calendar.secondsFromGMT(bounds.end);
-    const bool isShownAgain = isSetBack > 0 && timeText(second + isSetBack) == timeText(second);
-    return isShownAgain && second < notBefore ? second + isSetBack : second;
+    return m_view ? stintbook::secondOf(*m_view, typed, notBefore) : -1;
 }
 
 void ReviewModel::tick()
@@ -200,7 +170,7 @@ void ReviewModel::openDay(const QString& dayID)
 
 QString ReviewModel::dayID() const
 {
-    return m_view ? text(stintbook::dayID(m_view->day.content.day)) : QString();
+    return m_view ? text(stintbook::dayID(m_view->content().day)) : QString();
 }
 
 void ReviewModel::open(const std::optional<LocalDay>& day)
@@ -215,15 +185,14 @@ void ReviewModel::open(const std::optional<LocalDay>& day)
 void ReviewModel::refresh()
 {
     // What is not reviewed is cut as the clock of today cuts it.
-    if (m_view && m_view->day.content.day == m_day && m_view->day.content.items.empty())
+    if (m_view && m_view->content().day == m_day && m_view->content().items.empty())
         m_day = m_context.calendar().dayOn(date()).value_or(m_day);
-    ask([](StoreDesk::Workplace&, DayBook&, const LocalDay&) { return EditOutcome{}; },
-        [this](const QString& problem) {
-            // What was refused stands until the next edit, not until the next reading.
-            if (!problem.isEmpty() || m_isUnreadable)
-                setProblem(problem);
-            m_isUnreadable = !problem.isEmpty();
-        });
+    ask({}, [this](const QString& problem) {
+        // What was refused stands until the next edit, not until the next reading.
+        if (!problem.isEmpty() || m_isUnreadable)
+            setProblem(problem);
+        m_isUnreadable = !problem.isEmpty();
+    });
     m_calendar.choose(date());
 }
 
@@ -245,11 +214,11 @@ void ReviewModel::ask(Edit edit, const Done& done)
         std::shared_ptr<const DayView> view;
         EditOutcome outcome;
     };
-    const auto work = [calendar = m_context.calendar(), day = m_day,
+    const auto work = [calendar = m_context.calendar(), day = m_day, shown = m_view,
                        edit = std::move(edit)](StoreDesk::Workplace& place) -> Answer {
-        DayBook book(place.store, calendar, &place.history);
+        DayBook book(place.store, calendar, &place.session);
         Answer answer{.view = nullptr, .outcome = edit ? edit(place, book, day) : EditOutcome{}};
-        if (auto view = readDay(book, answer.outcome.day.value_or(day), place.store, place.history))
+        if (auto view = readDay(book, answer.outcome.day.value_or(day), place, shown))
             answer.view = *std::move(view);
         else
             answer.outcome.problem = message(view.error());
@@ -261,8 +230,8 @@ void ReviewModel::ask(Edit edit, const Done& done)
             const auto& outcome = answer.outcome;
             // Who has gone to another day, or chosen something else, stays there.
             if (answer.view && m_day == day)
-                m_day = answer.view->day.content.day;
-            if (answer.view && m_day == answer.view->day.content.day)
+                m_day = answer.view->content().day;
+            if (answer.view && m_day == answer.view->content().day)
                 show(answer.view, m_selection.ids() == chosen ? outcome.work : std::vector<UUID>());
             if (!outcome.work.empty() || outcome.day)
                 m_calendar.choose(date());
@@ -274,11 +243,14 @@ void ReviewModel::ask(Edit edit, const Done& done)
 void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work)
 {
     const auto before = std::exchange(m_view, std::move(view));
-    const bool isSameDay = before && before->day.content.day == m_view->day.content.day;
+    if (before == m_view && work.empty())
+        return;
+    const bool isSameDay = before && before->content().day == m_view->content().day;
+    m_hours = shownHours(*m_view);
     m_blocks.show(m_view->subjects);
     m_spans.show(m_view->spans);
     std::vector<ChoiceRow> clients;
-    for (const auto& client : m_view->directory.selectableClients(std::nullopt))
+    for (const auto& client : m_view->directory().selectableClients(std::nullopt))
         clients.push_back(
             {client.id.uuid, text(client.name), client.color ? text(client.color->hex()) : QString()});
     m_clients.show(std::move(clients));
@@ -292,28 +264,8 @@ void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UU
 void ReviewModel::keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work)
 {
     auto rows = rowsOf(work);
-    if (rows.empty()) {
-        std::unordered_map<UUID, double> middles;
-        for (const auto& row : before)
-            middles.emplace(row.id, (row.start + row.end) / 2);
-        std::unordered_set<UUID> there;
-        for (const auto& row : m_blocks.rows())
-            there.insert(row.id);
-        for (const auto& row : m_spans.rows())
-            there.insert(row.id);
-        std::unordered_set<UUID> kept;
-        for (auto id : m_selection.ids()) {
-            if (!there.contains(id)) {
-                const auto middle = middles.find(id);
-                const auto* row = middle == middles.end() ? nullptr : rowAt(m_blocks.rows(), middle->second);
-                if (row == nullptr)
-                    continue;
-                id = row->id;
-            }
-            if (kept.insert(id).second)
-                rows.push_back(id);
-        }
-    }
+    if (rows.empty())
+        rows = keptRows(m_selection.ids(), before, *m_view);
     if (rows != m_selection.ids())
         m_selection.set(std::move(rows));
     selectionMoved();
@@ -332,45 +284,31 @@ std::vector<UUID> ReviewModel::rowsOf(const std::vector<UUID>& work) const
 
 void ReviewModel::showList()
 {
-    const auto wanted = foldedForSearch(m_search.trimmed().toStdString());
-    std::vector<SubjectRow> rows;
-    for (const auto& row : m_blocks.rows()) {
-        if ((!m_onlyUnresolved || row.isUnresolved) && row.words.find(wanted) != std::string::npos)
-            rows.push_back(row);
-    }
-    if (m_order == QLatin1String("duration")) {
-        std::ranges::stable_sort(rows, std::greater(),
-                                 [](const SubjectRow& row) { return row.end - row.start; });
-    } else if (m_order == QLatin1String("client")) {
-        std::ranges::stable_sort(rows, [](const SubjectRow& a, const SubjectRow& b) {
-            return QString::localeAwareCompare(a.client, b.client) < 0;
-        });
-    }
-    m_subjects.show(std::move(rows));
+    m_subjects.show(m_filter.listed(m_blocks.rows()));
+}
+
+void ReviewModel::setFilter(SubjectFilter filter)
+{
+    if (m_filter == filter)
+        return;
+    m_filter = std::move(filter);
+    showList();
+    Q_EMIT filterChanged();
 }
 
 void ReviewModel::setSearch(const QString& search)
 {
-    if (std::exchange(m_search, search) == search)
-        return;
-    showList();
-    Q_EMIT filterChanged();
+    setFilter({search, m_filter.onlyUnresolved, m_filter.order});
 }
 
 void ReviewModel::setOnlyUnresolved(bool only)
 {
-    if (std::exchange(m_onlyUnresolved, only) == only)
-        return;
-    showList();
-    Q_EMIT filterChanged();
+    setFilter({m_filter.search, only, m_filter.order});
 }
 
 void ReviewModel::setOrder(const QString& order)
 {
-    if (std::exchange(m_order, order) == order)
-        return;
-    showList();
-    Q_EMIT filterChanged();
+    setFilter({m_filter.search, m_filter.onlyUnresolved, order});
 }
 
 void ReviewModel::setProblem(const QString& problem)
@@ -416,11 +354,16 @@ void ReviewModel::leaveSelection()
     setProblem({});
 }
 
-void ReviewModel::choose(std::vector<UUID> rows)
+template <typename Change> void ReviewModel::changeSelection(Change change)
 {
     leaveSelection();
-    m_selection.set(std::move(rows));
+    change(m_selection);
     selectionMoved();
+}
+
+void ReviewModel::choose(std::vector<UUID> rows)
+{
+    changeSelection([&](DaySelection& selection) { selection.set(std::move(rows)); });
 }
 
 void ReviewModel::selectionMoved()
@@ -450,20 +393,14 @@ void ReviewModel::select(const QString& rowID)
 
 void ReviewModel::toggle(const QString& rowID)
 {
-    if (const auto id = UUID::parse(rowID.toStdString())) {
-        leaveSelection();
-        m_selection.toggle(*id);
-        selectionMoved();
-    }
+    if (const auto id = UUID::parse(rowID.toStdString()))
+        changeSelection([&](DaySelection& selection) { selection.toggle(*id); });
 }
 
 void ReviewModel::extendTo(const QString& rowID)
 {
-    if (const auto id = UUID::parse(rowID.toStdString())) {
-        leaveSelection();
-        m_selection.extend(*id, listedIDs());
-        selectionMoved();
-    }
+    if (const auto id = UUID::parse(rowID.toStdString()))
+        changeSelection([&](DaySelection& selection) { selection.extend(*id, listedIDs()); });
 }
 
 void ReviewModel::selectAll()
@@ -474,18 +411,11 @@ void ReviewModel::selectAll()
 void ReviewModel::selectNeighbour(int distance, bool extends)
 {
     const auto ids = listedIDs();
-    if (ids.empty())
-        return;
-    const auto last = static_cast<std::ptrdiff_t>(ids.size()) - 1;
-    const auto from = std::ranges::find(ids, m_selection.current().value_or(UUID{}));
-    const auto next = from == ids.end() ? (distance > 0 ? 0 : last)
-                                        : std::clamp<std::ptrdiff_t>(from - ids.begin() + distance, 0, last);
-    const auto& id = ids[static_cast<std::size_t>(next)];
-    if (!extends)
-        return choose({id});
-    leaveSelection();
-    m_selection.extend(id, ids);
-    selectionMoved();
+    const auto next = neighbour(ids, m_selection.current(), distance);
+    if (next && extends)
+        changeSelection([&](DaySelection& selection) { selection.extend(*next, ids); });
+    else if (next)
+        choose({*next});
 }
 
 void ReviewModel::selectNeighbourInTime(int distance)
@@ -495,15 +425,10 @@ void ReviewModel::selectNeighbourInTime(int distance)
         all.emplace_back(row.start, row.id);
     for (const auto& row : m_spans.rows())
         all.emplace_back(row.start, row.id);
-    if (all.empty())
-        return;
     std::ranges::sort(all);
-    const auto last = static_cast<std::ptrdiff_t>(all.size()) - 1;
-    const auto from = std::ranges::find(all, m_selection.current().value_or(UUID{}),
-                                        [](const auto& entry) { return entry.second; });
-    const auto next = from == all.end() ? (distance > 0 ? 0 : last)
-                                        : std::clamp<std::ptrdiff_t>(from - all.begin() + distance, 0, last);
-    choose({all[static_cast<std::size_t>(next)].second});
+    const auto ids = std::views::values(all);
+    if (const auto next = neighbour({ids.begin(), ids.end()}, m_selection.current(), distance))
+        choose({*next});
 }
 
 void ReviewModel::selectNextUnresolved()
@@ -522,7 +447,7 @@ void ReviewModel::selectBlocker(int index)
 {
     if (!m_view || index < 0 || static_cast<std::size_t>(index) >= m_view->day.blockers.size())
         return;
-    choose(rowsOf(workBehind(m_view->day.blockers[static_cast<std::size_t>(index)], m_view->day.content)));
+    choose(rowsOf(workBehind(m_view->day.blockers[static_cast<std::size_t>(index)], m_view->content())));
 }
 
 std::optional<std::pair<double, double>> ReviewModel::currentTimes() const
@@ -560,7 +485,7 @@ void ReviewModel::showProjects()
 {
     std::vector<ChoiceRow> projects;
     if (m_view && m_projectsOf) {
-        for (const auto& project : m_view->directory.selectableProjects(*m_projectsOf, std::nullopt))
+        for (const auto& project : m_view->directory().selectableProjects(*m_projectsOf, std::nullopt))
             projects.push_back({project.id.uuid, text(project.name), {}});
     }
     m_projects.show(std::move(projects));

@@ -12,10 +12,12 @@
 #include "Domain/LocalDay.h"
 #include "Screens/Models/RowModel.h"
 #include "Screens/Review/DaySelection.h"
+#include "Screens/Review/DayTimes.h"
 #include "Screens/Review/DayView.h"
 #include "Screens/Review/Inspection.h"
 #include "Screens/Review/ReviewCalendar.h"
 #include "Screens/Review/ReviewRows.h"
+#include "Screens/Review/SubjectFilter.h"
 #include "Screens/Window/ScreenContext.h"
 
 namespace stintbook {
@@ -102,12 +104,11 @@ public:
     /// The row that was chosen last; empty when none is.
     QString current() const;
     const QVariantMap& inspected() const { return m_inspected; }
-    const QString& search() const { return m_search; }
+    const QString& search() const { return m_filter.search; }
     void setSearch(const QString& search);
-    bool onlyUnresolved() const { return m_onlyUnresolved; }
+    bool onlyUnresolved() const { return m_filter.onlyUnresolved; }
     void setOnlyUnresolved(bool only);
-    /// "time", "duration" or "client".
-    const QString& order() const { return m_order; }
+    const QString& order() const { return m_filter.order; }
     void setOrder(const QString& order);
 
     Q_INVOKABLE void openToday();
@@ -136,8 +137,7 @@ public:
     Q_INVOKABLE double middleOfSelection() const;
     /// Fills `projects` with those of the client, also whenever there are others.
     Q_INVOKABLE void chooseClient(const QString& clientID);
-    /// The second of the day at which its clock shows what was typed; negative for anything else. Of a time that is
-    /// shown twice it is the second one, where the first lies before `notBefore`.
+    /// See DayTimes.h.
     Q_INVOKABLE double secondOf(const QString& typed, double notBefore = 0) const;
     Q_INVOKABLE QString timeText(double second) const;
     /// Time has passed.
@@ -183,11 +183,14 @@ private:
     CalendarContext dayCalendar() const;
     CivilDate date() const;
     void open(const std::optional<LocalDay>& day);
+    /// Reads the day behind the edit, or without one.
     void ask(Edit edit, const Done& done);
     void show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work);
+    void setFilter(SubjectFilter filter);
     void showList();
     void showProjects();
     void leaveSelection();
+    template <typename Change> void changeSelection(Change change);
     void choose(std::vector<UUID> rows);
     void selectionMoved();
     void keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work);
@@ -205,9 +208,8 @@ private:
     QString m_problem;
     /// The last reading failed, and the problem says why.
     bool m_isUnreadable = false;
-    QString m_search;
-    bool m_onlyUnresolved = false;
-    QString m_order = QStringLiteral("time");
+    SubjectFilter m_filter;
+    ShownHours m_hours;
     RowModel<SubjectRow> m_blocks;
     RowModel<SubjectRow> m_subjects;
     RowModel<SpanRow> m_spans;

@@ -1,14 +1,14 @@
 #include "Screens/Review/ReviewRows.h"
 
-#include <QDate>
-#include <QLocale>
 #include <QObject>
 #include <algorithm>
 #include <ranges>
+#include <span>
+#include <string_view>
+#include <unordered_set>
 
 #include <fmt/format.h>
 
-#include "App/RecordsPeriod.h"
 #include "Base/Text.h"
 #include "Review/BriefActivity.h"
 #include "Review/WorkTitles.h"
@@ -34,21 +34,30 @@ void setWhom(SubjectRow& row, const std::optional<AttributionAssignment>& assign
         row.project = text(project->name);
 }
 
+/// What a search looks into, each text once.
+class SearchedWords {
+public:
+    void add(std::string_view words)
+    {
+        if (m_known.insert(words).second)
+            m_all.append(words).push_back('\n');
+    }
+    std::string folded() const { return foldedForSearch(m_all); }
+
+private:
+    std::unordered_set<std::string_view> m_known;
+    std::string m_all;
+};
+
 /// What the work was, from its record: the title of most of its time goes first.
-void setWhat(SubjectRow& row, const std::vector<WorkBlockSegment>& lineage, QStringList& words)
+void setWhat(SubjectRow& row, std::span<const WorkBlockSegment> lineage)
 {
     if (lineage.empty())
         return;
     row.application = text(dominantApplication(lineage).displayName);
-    words.append(row.application);
     QStringList titles;
-    for (const auto& title : workTitles(lineage))
+    for (const auto& title : workTitles(lineage) | std::views::take(mostTitles + 1))
         titles.append(text(title.text));
-    words += titles;
-    for (const auto& entry : lineage) {
-        if (entry.segment.browserDomain)
-            words.append(text(entry.segment.browserDomain->host()));
-    }
     if (row.title.isEmpty() && !titles.isEmpty())
         row.title = titles.takeFirst();
     row.moreTitles = titles.mid(0, mostTitles).join(QStringLiteral("  ·  "));
@@ -56,31 +65,62 @@ void setWhat(SubjectRow& row, const std::vector<WorkBlockSegment>& lineage, QStr
         row.title = row.application;
 }
 
-SubjectRow subjectRow(const ReviewSubject& subject, const DayView& view)
+/// What a block and an item have alike.
+struct WorkInRow {
+    UUID id;
+    Interval when;
+    SubjectState state;
+    std::optional<AttributionAssignment> whom;
+    /// Items have one.
+    std::optional<std::string> description;
+    std::span<const WorkBlockSegment> lineage;
+};
+
+SubjectRow subjectRow(const WorkInRow& work, const DayView& view)
 {
-    const auto when = interval(subject);
-    const auto how = state(subject);
     SubjectRow row;
-    row.id = identifier(subject);
-    row.subjects = {row.id};
-    row.times = timesOf(when, view.calendar);
-    row.duration = shortDuration(when.length());
-    row.state = text(rawValue(how));
-    row.isUnresolved = isUnresolved(how);
-    row.start = (when.start - view.day.content.bounds.start).value;
-    row.end = (when.end - view.day.content.bounds.start).value;
-    setWhom(row, effectiveAssignment(subject), view.directory);
-    QStringList words{row.client, row.project};
-    if (const auto* item = std::get_if<ReviewedWorkItem>(&subject)) {
-        row.title = text(item->description.value_or(""));
-        words.append(row.title);
-    }
-    setWhat(row, view.lineage(subject), words);
+    row.id = work.id;
+    row.subjects = {work.id};
+    row.times = timesOf(work.when, view.calendar);
+    row.duration = shortDuration(work.when.length());
+    row.state = text(rawValue(work.state));
+    row.isUnresolved = isUnresolved(work.state);
+    row.start = (work.when.start - view.content().bounds.start).value;
+    row.end = (work.when.end - view.content().bounds.start).value;
+    setWhom(row, work.whom, view.directory());
+    row.title = text(work.description.value_or(""));
+    setWhat(row, work.lineage);
     if (row.title.isEmpty())
         row.title = row.project;
-    words.removeDuplicates();
-    row.words = foldedForSearch(words.join(QLatin1Char('\n')).toStdString());
+
+    const auto client = row.client.toStdString();
+    const auto project = row.project.toStdString();
+    const auto application = row.application.toStdString();
+    SearchedWords words;
+    for (const std::string_view name : {client, project, application})
+        words.add(name);
+    if (work.description)
+        words.add(*work.description);
+    for (const auto& entry : work.lineage) {
+        words.add(entry.segment.context.text);
+        if (entry.segment.browserDomain)
+            words.add(entry.segment.browserDomain->host());
+    }
+    row.words = words.folded();
     return row;
+}
+
+SubjectRow blockRow(const WorkBlock& block, const DayView& view)
+{
+    return subjectRow(
+        {block.id, block.interval(), state(block), block.effectiveAssignment(), {}, block.lineage}, view);
+}
+
+SubjectRow itemRow(const ReviewedWorkItem& item, const DayView& view)
+{
+    const auto lineage = view.lineage(item);
+    return subjectRow(
+        {item.id.uuid, item.interval(), state(item), item.assignment, item.description, lineage}, view);
 }
 
 /// The rows of blocks that one brief activity gathers, as one.
@@ -113,7 +153,7 @@ SubjectRow gathered(const BriefActivity& activity, const std::vector<SubjectRow>
     row.moreTitles = titles.mid(1, mostTitles).join(QStringLiteral("  ·  "));
     row.times = timesOf(activity.interval(), view.calendar);
     row.duration = shortDuration(activity.interval().length());
-    row.end = (activity.end - view.day.content.bounds.start).value;
+    row.end = (activity.end - view.content().bounds.start).value;
     return row;
 }
 
@@ -132,25 +172,6 @@ QString gapText(GapReason reason)
         return QObject::tr("Not recorded");
     }
     return {};
-}
-
-std::vector<CivilDate> datesFrom(CivilDate first, int count)
-{
-    std::vector<CivilDate> dates;
-    for (int day = 0; day < count; ++day)
-        dates.push_back(first.plusDays(day));
-    return dates;
-}
-
-/// The day as this calendar cuts it, or else as it was cut when it was reviewed.
-const ListedDay* dayIn(const std::vector<ListedDay>& days, const LocalDay& day, CivilDate date)
-{
-    auto listed = std::ranges::find(days, day, [](const ListedDay& one) { return one.summary.day; });
-    if (listed == days.end())
-        listed = std::ranges::find_if(days, [&](const ListedDay& one) {
-            return dayID(one.summary.day).starts_with(date.text() + '@');
-        });
-    return listed == days.end() ? nullptr : &*listed;
 }
 
 } // namespace
@@ -199,13 +220,13 @@ std::vector<RowModel<SubjectRow>::Role> subjectRoles()
 
 std::vector<SubjectRow> subjectRows(const DayView& view)
 {
-    const auto& content = view.day.content;
+    const auto& content = view.content();
     auto brief = briefActivities(content.blocks, content.freeSegments);
     std::vector<SubjectRow> rows;
     std::vector<SubjectRow> members;
     std::size_t activity = 0;
     for (const auto& block : content.blocks) {
-        auto row = subjectRow(block, view);
+        auto row = blockRow(block, view);
         if (activity >= brief.size() || block.start < brief[activity].start) {
             rows.push_back(std::move(row));
             continue;
@@ -218,7 +239,7 @@ std::vector<SubjectRow> subjectRows(const DayView& view)
         }
     }
     for (const auto& item : content.items)
-        rows.push_back(subjectRow(item, view));
+        rows.push_back(itemRow(item, view));
     std::ranges::stable_sort(rows, {}, &SubjectRow::start);
     return rows;
 }
@@ -226,7 +247,7 @@ std::vector<SubjectRow> subjectRows(const DayView& view)
 std::vector<SpanRow> spanRows(const DayView& view)
 {
     std::vector<SpanRow> rows;
-    for (const auto& [segment, source] : view.day.content.freeSegments) {
+    for (const auto& [segment, source] : view.content().freeSegments) {
         if (segment.kind == ActivityKind::work)
             continue;
         const bool isIdle = segment.kind == ActivityKind::idle;
@@ -236,8 +257,8 @@ std::vector<SpanRow> spanRows(const DayView& view)
                         .times = timesOf(segment.interval(), view.calendar),
                         .duration = shortDuration(segment.length()),
                         .isIdle = isIdle,
-                        .start = (segment.start - view.day.content.bounds.start).value,
-                        .end = (segment.end - view.day.content.bounds.start).value});
+                        .start = (segment.start - view.content().bounds.start).value,
+                        .end = (segment.end - view.content().bounds.start).value});
     }
     return rows;
 }
@@ -256,51 +277,6 @@ std::vector<LineageRow> lineageRows(const std::vector<WorkBlockSegment>& lineage
                                                      : unknownApplication().displayName),
              .title = text(segment.context.text),
              .domain = segment.browserDomain ? text(segment.browserDomain->host()) : QString()});
-    }
-    return rows;
-}
-
-std::vector<CivilDate> datesOfStrip(CivilDate chosen)
-{
-    constexpr int daysOfStrip = 14;
-    return datesFrom(weekBeginning(chosen, QLocale().firstDayOfWeek()).plusDays(-7), daysOfStrip);
-}
-
-std::vector<CivilDate> datesOfMonth(CivilDate inMonth)
-{
-    constexpr int daysOfCalendar = 42;
-    return datesFrom(weekBeginning({inMonth.year, inMonth.month, 1}, QLocale().firstDayOfWeek()),
-                     daysOfCalendar);
-}
-
-std::vector<WeekDayRow> weekRows(const std::vector<CivilDate>& dates, CivilDate chosen,
-                                 const std::vector<ListedDay>& days, Instant now,
-                                 const CalendarContext& calendar)
-{
-    const QLocale locale;
-    const auto weekdays = locale.weekdays();
-    const auto today = calendar.dateOf(now);
-    std::vector<WeekDayRow> rows;
-    for (const auto date : dates) {
-        const auto day = calendar.dayOn(date);
-        if (!day)
-            continue;
-        const auto qdate = dateOf(date);
-        const auto* listed = dayIn(days, *day, date);
-        WeekDayRow row{.id = dayID(listed == nullptr ? *day : listed->summary.day),
-                       .name = locale.dayName(qdate.dayOfWeek(), QLocale::ShortFormat).left(2),
-                       .number = locale.toString(date.day),
-                       .isChosen = date == chosen,
-                       .isToday = date == today,
-                       .isWeekend = !weekdays.contains(static_cast<Qt::DayOfWeek>(qdate.dayOfWeek())),
-                       .isOutside = date.month != dates[dates.size() / 2].month};
-        if (listed != nullptr) {
-            const auto work = listed->summary.workDuration.value;
-            row.hasWork = work > 0 || listed->hasReviewedWork;
-            row.reviewed = work > 0 ? std::clamp(1 - listed->unreviewedDuration.value / work, 0.0, 1.0) : 1;
-            row.state = row.hasWork ? text(label(listed->recordsState)) : QString();
-        }
-        rows.push_back(std::move(row));
     }
     return rows;
 }

@@ -60,12 +60,9 @@ void TimelineLane::setReview(ReviewModel* review)
 {
     if (std::exchange(m_review, review) == review)
         return;
-    Q_EMIT reviewChanged();
-    // Bindings may be read before what they are bound to.
-    if (review == nullptr)
-        return;
     connect(review, &ReviewModel::changed, this, &TimelineLane::readRows);
     connect(review, &ReviewModel::selectionChanged, this, &TimelineLane::settle);
+    Q_EMIT reviewChanged();
     readRows();
 }
 
@@ -205,8 +202,6 @@ std::span<const TimelineLane::Piece> TimelineLane::seen(const Pieces& pieces) co
 
 void TimelineLane::paint(QPainter* painter)
 {
-    if (m_review == nullptr)
-        return;
     painter->setRenderHint(QPainter::Antialiasing);
     paintSpans(*painter);
     paintWork(*painter);

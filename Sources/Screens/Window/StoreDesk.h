@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "App/EditHistory.h"
+#include "App/EditSession.h"
 #include "App/OpenedStore.h"
 #include "Base/Executor.h"
 
@@ -21,7 +21,7 @@ public:
     struct Workplace {
         OpenedStore& store;
         /// Of this session, for the user to take edits back.
-        EditHistory& history;
+        EditSession& session;
     };
 
     /// The main executor outlives the desk.
@@ -42,7 +42,7 @@ public:
                 });
                 return;
             }
-            Workplace place{*room->store, room->history};
+            Workplace place{*room->store, room->session};
             main.post([guard, reply = std::move(reply), result = work(place)]() mutable {
                 if (guard)
                     reply(std::move(result));
@@ -68,7 +68,7 @@ private:
 
         Environment variables;
         std::unique_ptr<OpenedStore> store;
-        EditHistory history;
+        EditSession session;
     };
 
     Executor& m_main;
