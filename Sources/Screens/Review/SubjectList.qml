@@ -48,7 +48,6 @@ Panel {
             focus: true
             model: panel.review.subjects
             activeFocusOnTab: true
-            reuseItems: true
             keyNavigationEnabled: false
             boundsBehavior: Flickable.StopAtBounds
             Accessible.role: Accessible.List

@@ -26,9 +26,6 @@ Item {
     readonly property bool isIgnored: state === "ignored"
 
     height: 54
-    // What waits to be another row is none, for assistive technology too.
-    ListView.onPooled: visible = false
-    ListView.onReused: visible = true
     Accessible.role: Accessible.ListItem
     Accessible.name: qsTr("%1, %2, %3, %4, %5").arg(title).arg(times).arg(duration).arg(client.length > 0 ? qsTr("%1, %2").arg(client).arg(project) : qsTr("unassigned")).arg(stateText)
     Accessible.selectable: true
