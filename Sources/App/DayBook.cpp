@@ -172,9 +172,17 @@ Stored<std::vector<ListedDay>> DayBook::list(const std::optional<LocalDay>& from
         std::map<std::string, std::string> exportedRevisions;
         for (auto& exported : TRY(m_store.review().exportedDays()))
             exportedRevisions.emplace(std::move(exported.dayID), std::move(exported.revision));
+        std::map<LocalDay, ListedDay> unknown;
+        auto& known = m_session == nullptr
+            ? unknown
+            : m_session->listed.days(m_calendar, TRY(m_store.database().dataVersion()));
         std::vector<ListedDay> listed;
-        for (const auto& day : days)
-            listed.push_back(TRY(summarize(day, exclusion, exportedRevisions)));
+        for (const auto& day : days) {
+            auto place = known.find(day);
+            if (place == known.end())
+                place = known.emplace(day, TRY(summarize(day, exclusion, exportedRevisions))).first;
+            listed.push_back(place->second);
+        }
         return listed;
     });
 }

@@ -14,6 +14,7 @@
 #include "App/DayEditProblem.h"
 #include "App/EditSession.h"
 #include "App/EditedWork.h"
+#include "App/ListedDay.h"
 #include "App/OpenedStore.h"
 #include "Billing/RecordsDayState.h"
 #include "Billing/ReviewedDayReading.h"
@@ -51,18 +52,10 @@ struct OpenedDay {
     const ReviewDay& content() const { return loaded->content; }
 };
 
-/// A day in the list of days.
-struct ListedDay {
-    DaySummary summary;
-    RecordsDayState recordsState = RecordsDayState::needsReview;
-    Seconds unreviewedDuration;
-    bool hasReviewedWork = false;
-};
-
 /// Opens days and edits them. Every edit reads, checks and writes in one transaction of the store.
 class DayBook {
 public:
-    /// A session, which outlives the book, remembers its edits and the day that it saw last.
+    /// A session, which outlives the book, remembers its edits and what it saw.
     DayBook(OpenedStore& store, CalendarContext calendar, EditSession* session = nullptr);
 
     const CalendarContext& calendar() const { return m_calendar; }

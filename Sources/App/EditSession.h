@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/EditHistory.h"
+#include "App/ListedDay.h"
 #include "App/LoadedDay.h"
 
 namespace stintbook {
@@ -9,6 +10,7 @@ namespace stintbook {
 struct EditSession {
     EditHistory history;
     DayMemory seen;
+    ListMemory listed;
 };
 
 } // namespace stintbook

@@ -38,15 +38,21 @@ TEST(DayBook, ShowsAfterItsOwnEditWhatOthersHaveWrittenSince)
         return std::ranges::count_if(book.open(world.day)->content().blocks,
                                      [](const WorkBlock& block) { return block.review.isIgnored; });
     };
+    const auto unreviewed = [&] { return book.list(std::nullopt, std::nullopt)->front().unreviewedDuration; };
+    const auto all = unreviewed();
     ASSERT_TRUE(book.ignore(world.day, first));
+    const auto withoutFirst = unreviewed();
+    EXPECT_LT(withoutFirst, all);
     const auto elsewhere = world.open();
     ASSERT_TRUE(DayBook(*elsewhere, world.calendar).ignore(world.day, last));
     EXPECT_EQ(ignored(), 2);
+    EXPECT_LT(unreviewed(), withoutFirst);
 
     // The same connection, by another book.
     ASSERT_TRUE(book.restore(world.day, first));
     ASSERT_TRUE(world.book().restore(world.day, last));
     EXPECT_EQ(ignored(), 0);
+    EXPECT_EQ(unreviewed(), all);
 }
 
 TEST(DayBook, SeesTheSameSecondOnceHoweverItsDayIsCut)

@@ -16,12 +16,16 @@ Text {
     // Where the layout begins, whichever way the words run.
     horizontalAlignment: Text.AlignLeft
 
-    HoverHandler {
-        id: mouse
-        enabled: words.truncated
-    }
-    Hint {
-        isWanted: mouse.hovered
-        text: words.text
+    // There are many texts, and few that do not fit.
+    Loader {
+        anchors.fill: parent
+        active: words.truncated
+        sourceComponent: Item {
+            HoverHandler { id: mouse }
+            Hint {
+                isWanted: mouse.hovered
+                text: words.text
+            }
+        }
     }
 }

@@ -94,7 +94,7 @@ ColumnLayout {
     }
     Flow {
         Layout.fillWidth: true
-        visible: header.review.blockers.length > 0 && header.review.blocks.rowCount() > 0
+        visible: header.review.blockers.length > 0 && header.review.hasWork
         spacing: Theme.padding
         Repeater {
             model: header.review.blockers

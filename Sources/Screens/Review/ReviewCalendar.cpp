@@ -59,7 +59,7 @@ void ReviewCalendar::readWeek()
     m_context.readings.ask(
         this,
         [dates, calendar = m_context.calendar()](StoreDesk::Workplace& place) {
-            return listed(DayBook(place.store, calendar), dates);
+            return listed(DayBook(place.store, calendar, &place.session), dates);
         },
         [this, dates](const Stored<std::vector<ListedDay>>& days) {
             if (days && dates == datesOfStrip(m_date))
@@ -97,7 +97,7 @@ void ReviewCalendar::readMonth()
     m_context.readings.ask(
         this,
         [dates, calendar = m_context.calendar()](StoreDesk::Workplace& place) {
-            return listed(DayBook(place.store, calendar), dates);
+            return listed(DayBook(place.store, calendar, &place.session), dates);
         },
         [this, dates, showDays](const Stored<std::vector<ListedDay>>& days) {
             if (days && dates == datesOfMonth(m_shownMonth))

@@ -26,14 +26,7 @@ ReviewModel::ReviewModel(const ScreenContext& context, QObject* parent)
     , m_context(context)
     , m_day(context.calendar().dayOf(context.clock.now()))
     , m_calendar(context)
-    , m_blocks(subjectRoles())
     , m_subjects(subjectRoles())
-    , m_spans(
-          {RowModel<SpanRow>::role("spanID", &SpanRow::id), RowModel<SpanRow>::role("title", &SpanRow::title),
-           RowModel<SpanRow>::role("times", &SpanRow::times),
-           RowModel<SpanRow>::role("duration", &SpanRow::duration),
-           RowModel<SpanRow>::role("isIdle", &SpanRow::isIdle),
-           RowModel<SpanRow>::role("start", &SpanRow::start), RowModel<SpanRow>::role("end", &SpanRow::end)})
     , m_lineage({RowModel<LineageRow>::role("times", &LineageRow::times),
                  RowModel<LineageRow>::role("duration", &LineageRow::duration),
                  RowModel<LineageRow>::role("application", &LineageRow::application),
@@ -247,8 +240,6 @@ void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UU
         return;
     const bool isSameDay = before && before->content().day == m_view->content().day;
     m_hours = shownHours(*m_view);
-    m_blocks.show(m_view->subjects);
-    m_spans.show(m_view->spans);
     std::vector<ChoiceRow> clients;
     for (const auto& client : m_view->directory().selectableClients(std::nullopt))
         clients.push_back(
@@ -259,6 +250,18 @@ void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UU
     keepSelection(isSameDay ? before->subjects : std::vector<SubjectRow>(), work);
     Q_EMIT changed();
     Q_EMIT nowChanged();
+}
+
+const std::vector<SubjectRow>& ReviewModel::rows() const
+{
+    static const std::vector<SubjectRow> none;
+    return m_view ? m_view->subjects : none;
+}
+
+const std::vector<SpanRow>& ReviewModel::spans() const
+{
+    static const std::vector<SpanRow> none;
+    return m_view ? m_view->spans : none;
 }
 
 void ReviewModel::keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work)
@@ -274,17 +277,17 @@ void ReviewModel::keepSelection(const std::vector<SubjectRow>& before, const std
 std::vector<UUID> ReviewModel::rowsOf(const std::vector<UUID>& work) const
 {
     const std::unordered_set<UUID> wanted(work.begin(), work.end());
-    std::vector<UUID> rows;
-    for (const auto& row : m_blocks.rows()) {
+    std::vector<UUID> found;
+    for (const auto& row : rows()) {
         if (std::ranges::any_of(row.subjects, [&](const UUID& id) { return wanted.contains(id); }))
-            rows.push_back(row.id);
+            found.push_back(row.id);
     }
-    return rows;
+    return found;
 }
 
 void ReviewModel::showList()
 {
-    m_subjects.show(m_filter.listed(m_blocks.rows()));
+    m_subjects.show(m_filter.listed(rows()));
 }
 
 void ReviewModel::setFilter(SubjectFilter filter)
@@ -341,7 +344,7 @@ std::vector<UUID> ReviewModel::listedIDs() const
 std::vector<UUID> ReviewModel::selectedSubjects() const
 {
     std::vector<UUID> subjects;
-    for (const auto& row : m_blocks.rows()) {
+    for (const auto& row : rows()) {
         if (m_selection.contains(row.id))
             subjects.insert(subjects.end(), row.subjects.begin(), row.subjects.end());
     }
@@ -421,10 +424,10 @@ void ReviewModel::selectNeighbour(int distance, bool extends)
 void ReviewModel::selectNeighbourInTime(int distance)
 {
     std::vector<std::pair<double, UUID>> all;
-    for (const auto& row : m_blocks.rows())
+    for (const auto& row : rows())
         all.emplace_back(row.start, row.id);
-    for (const auto& row : m_spans.rows())
-        all.emplace_back(row.start, row.id);
+    for (const auto& span : spans())
+        all.emplace_back(span.start, span.id);
     std::ranges::sort(all);
     const auto ids = std::views::values(all);
     if (const auto next = neighbour({ids.begin(), ids.end()}, m_selection.current(), distance))
@@ -433,11 +436,11 @@ void ReviewModel::selectNeighbourInTime(int distance)
 
 void ReviewModel::selectNextUnresolved()
 {
-    const auto& rows = m_blocks.rows();
-    const auto from = std::ranges::find(rows, m_selection.current().value_or(UUID{}), &SubjectRow::id);
-    const auto begin = from == rows.end() ? 0 : static_cast<std::size_t>(from - rows.begin()) + 1;
-    for (std::size_t step = 0; step < rows.size(); ++step) {
-        const auto& row = rows[(begin + step) % rows.size()];
+    const auto& all = rows();
+    const auto from = std::ranges::find(all, m_selection.current().value_or(UUID{}), &SubjectRow::id);
+    const auto begin = from == all.end() ? 0 : static_cast<std::size_t>(from - all.begin()) + 1;
+    for (std::size_t step = 0; step < all.size(); ++step) {
+        const auto& row = all[(begin + step) % all.size()];
         if (row.isUnresolved)
             return choose({row.id});
     }
@@ -452,15 +455,15 @@ void ReviewModel::selectBlocker(int index)
 
 std::optional<std::pair<double, double>> ReviewModel::currentTimes() const
 {
-    const auto timesIn = [this](const auto& rows) -> std::optional<std::pair<double, double>> {
-        for (const auto& row : rows) {
+    const auto timesIn = [this](const auto& all) -> std::optional<std::pair<double, double>> {
+        for (const auto& row : all) {
             if (row.id == m_selection.current())
                 return std::pair{row.start, row.end};
         }
         return std::nullopt;
     };
-    const auto times = timesIn(m_blocks.rows());
-    return times ? times : timesIn(m_spans.rows());
+    const auto times = timesIn(rows());
+    return times ? times : timesIn(spans());
 }
 
 double ReviewModel::startOfSelection() const

@@ -54,9 +54,8 @@ class ReviewModel : public QObject {
     Q_PROPERTY(QString redoTitle READ redoTitle NOTIFY changed)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     Q_PROPERTY(stintbook::ReviewCalendar* calendar READ calendar CONSTANT)
-    Q_PROPERTY(QAbstractItemModel* blocks READ blocks CONSTANT)
+    Q_PROPERTY(bool hasWork READ hasWork NOTIFY changed)
     Q_PROPERTY(QAbstractItemModel* subjects READ subjects CONSTANT)
-    Q_PROPERTY(QAbstractItemModel* spans READ spans CONSTANT)
     Q_PROPERTY(QAbstractItemModel* lineage READ lineage CONSTANT)
     Q_PROPERTY(QAbstractItemModel* clients READ clients CONSTANT)
     Q_PROPERTY(QAbstractItemModel* projects READ projects CONSTANT)
@@ -93,11 +92,9 @@ public:
     /// Why the last thing that was asked for did not happen; until the next, another selection or its dismissal.
     const QString& problem() const { return m_problem; }
     ReviewCalendar* calendar() { return &m_calendar; }
-    /// All, for the timeline;
-    QAbstractItemModel* blocks() { return &m_blocks; }
-    /// and those that the list shows.
+    bool hasWork() const { return !rows().empty(); }
+    /// What the list shows.
     QAbstractItemModel* subjects() { return &m_subjects; }
-    QAbstractItemModel* spans() { return &m_spans; }
     QAbstractItemModel* lineage() { return &m_lineage; }
     QAbstractItemModel* clients() { return &m_clients; }
     QAbstractItemModel* projects() { return &m_projects; }
@@ -186,6 +183,9 @@ private:
     /// Reads the day behind the edit, or without one.
     void ask(Edit edit, const Done& done);
     void show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work);
+    /// Of the whole day, by time.
+    const std::vector<SubjectRow>& rows() const;
+    const std::vector<SpanRow>& spans() const;
     void setFilter(SubjectFilter filter);
     void showList();
     void showProjects();
@@ -210,9 +210,7 @@ private:
     bool m_isUnreadable = false;
     SubjectFilter m_filter;
     ShownHours m_hours;
-    RowModel<SubjectRow> m_blocks;
     RowModel<SubjectRow> m_subjects;
-    RowModel<SpanRow> m_spans;
     RowModel<LineageRow> m_lineage;
     RowModel<ChoiceRow> m_clients;
     RowModel<ChoiceRow> m_projects;

@@ -100,6 +100,6 @@ Panel {
     EmptyState {
         anchors.centerIn: parent
         visible: list.count === 0 && panel.review.isRead
-        text: panel.review.blocks.rowCount() > 0 ? qsTr("No work of this day fits the search.") : qsTr("Nothing was recorded on this day.")
+        text: panel.review.hasWork ? qsTr("No work of this day fits the search.") : qsTr("Nothing was recorded on this day.")
     }
 }
