@@ -6,11 +6,15 @@ namespace stintbook {
 
 namespace {
 
-/// The rows are in order.
+/// Of rows that lie there the one that began last. They are in order.
 const SubjectRow* rowAt(const std::vector<SubjectRow>& rows, double second)
 {
-    const auto next = std::ranges::upper_bound(rows, second, {}, &SubjectRow::start);
-    return next == rows.begin() || std::prev(next)->end <= second ? nullptr : &*std::prev(next);
+    for (auto row = std::ranges::upper_bound(rows, second, {}, &SubjectRow::start); row != rows.begin();) {
+        --row;
+        if (row->end > second)
+            return &*row;
+    }
+    return nullptr;
 }
 
 } // namespace

@@ -71,6 +71,7 @@ Panel {
         boundsBehavior: Flickable.StopAtBounds
         flickableDirection: Flickable.HorizontalFlick
         interactive: false
+        pixelAligned: true
         T.ScrollBar.horizontal: ScrollEdge { }
 
         WheelHandler {

@@ -4,6 +4,7 @@
 #include <QQuickWindow>
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 #include <utility>
 
 #include "Review/SubjectState.h"
@@ -135,8 +136,8 @@ void TimelineLane::point()
 
 void TimelineLane::setValue(int value)
 {
-    if (value >= minimumValue() && value <= maximumValue())
-        m_review->select(text(m_byTime[static_cast<std::size_t>(value - minimumValue())]->id));
+    if (value > 0 && value <= maximumValue())
+        m_review->select(text(m_byTime[static_cast<std::size_t>(value) - 1]->id));
 }
 
 void TimelineLane::geometryChange(const QRectF& now, const QRectF& before)
@@ -183,21 +184,20 @@ TimelinePlace TimelineLane::placeAt(double x) const
     for (const auto* pieces : {&m_work, &m_spans}) {
         const auto after =
             std::ranges::upper_bound(*pieces, x, {}, [this](const Piece& piece) { return xOf(piece.start); });
-        if (after == pieces->begin())
-            continue;
-        const auto& piece = *std::prev(after);
-        if (x < area(piece).right())
-            return place(piece);
+        // What began last lies above what is around it.
+        for (auto piece = after; piece != pieces->begin();) {
+            --piece;
+            if (x < area(*piece).right())
+                return place(*piece);
+        }
     }
     return {};
 }
 
-std::span<const TimelineLane::Piece> TimelineLane::seen(const Pieces& pieces) const
+bool TimelineLane::isSeen(const Piece& piece) const
 {
-    const auto start = [this](const Piece& piece) { return xOf(piece.start); };
-    const auto first = std::ranges::upper_bound(pieces, -frameReach, {}, start);
-    const auto last = std::ranges::upper_bound(pieces, width() + frameReach, {}, start);
-    return {first == pieces.begin() ? first : std::prev(first), last};
+    const auto lies = area(piece);
+    return lies.right() + frameReach > 0 && lies.left() - frameReach < width();
 }
 
 void TimelineLane::paint(QPainter* painter)
@@ -210,8 +210,9 @@ void TimelineLane::paint(QPainter* painter)
 
 void TimelineLane::paintSpans(QPainter& painter) const
 {
+    const auto isShown = [this](const Piece& piece) { return isSeen(piece); };
     const auto hatched = hatching();
-    for (const auto& piece : seen(m_spans)) {
+    for (const auto& piece : m_spans | std::views::filter(isShown)) {
         const auto rectangle = snapped(area(piece));
         if (piece.kind == Kind::idle) {
             painter.fillRect(rectangle, m_idle);
@@ -225,7 +226,8 @@ void TimelineLane::paintSpans(QPainter& painter) const
 
 void TimelineLane::paintWork(QPainter& painter) const
 {
-    for (const auto& piece : seen(m_work)) {
+    const auto isShown = [this](const Piece& piece) { return isSeen(piece); };
+    for (const auto& piece : m_work | std::views::filter(isShown)) {
         const auto rectangle = snapped(area(piece));
         const auto radius = std::min(corner, rectangle.width() / 3);
         painter.setPen(Qt::NoPen);
@@ -240,12 +242,13 @@ void TimelineLane::paintWork(QPainter& painter) const
 
 void TimelineLane::paintFrames(QPainter& painter) const
 {
+    const auto isShown = [this](const Piece& piece) { return isSeen(piece); };
     const auto& chosen = m_review->selection();
-    for (const auto& piece : seen(m_spans)) {
+    for (const auto& piece : m_spans | std::views::filter(isShown)) {
         if (chosen.contains(piece.id))
             paintFrame(painter, snapped(area(piece)), corner, m_frame);
     }
-    for (const auto& piece : seen(m_work)) {
+    for (const auto& piece : m_work | std::views::filter(isShown)) {
         if (chosen.contains(piece.id))
             paintFrame(painter,
                        snapped(area(piece)).adjusted(-frameReach, -frameReach, frameReach, frameReach),

@@ -4,7 +4,6 @@
 #include <QPixmap>
 #include <QQuickPaintedItem>
 #include <QRectF>
-#include <span>
 #include <vector>
 
 #include <QtQml/qqmlregistration.h>
@@ -82,7 +81,7 @@ public:
     const TimelinePlace& current() const { return m_current; }
     int value() const { return m_value; }
     void setValue(int value);
-    static int minimumValue() { return 1; }
+    static int minimumValue() { return 0; }
     int maximumValue() const { return static_cast<int>(m_byTime.size()); }
     /// What a press there is about.
     Q_INVOKABLE stintbook::TimelinePlace placeAt(double x) const;
@@ -130,7 +129,8 @@ private:
     double xOf(double second) const;
     QRectF area(const Piece& piece) const;
     TimelinePlace place(const Piece& piece) const;
-    std::span<const Piece> seen(const Pieces& pieces) const;
+    /// Whether any of it, or of its frame, can be seen.
+    bool isSeen(const Piece& piece) const;
     void paintSpans(QPainter& painter) const;
     void paintWork(QPainter& painter) const;
     void paintFrames(QPainter& painter) const;
@@ -148,7 +148,7 @@ private:
     QColor m_warning;
     QColor m_frame;
     double m_mouse = -1;
-    /// By their starts; work may lie over the others, but never over work.
+    /// By their starts. Work may lie over the others, and over brief work that is gathered around it.
     Pieces m_work;
     Pieces m_spans;
     std::vector<const Piece*> m_byTime;
