@@ -55,7 +55,8 @@ struct OpenedDay {
 /// Opens days and edits them. Every edit reads, checks and writes in one transaction of the store.
 class DayBook {
 public:
-    /// A session, which outlives the book, remembers its edits and what it saw.
+    /// A session, which outlives the book, remembers its edits and what it saw; such a book is not used within a
+    /// transaction that may be taken back.
     DayBook(OpenedStore& store, CalendarContext calendar, EditSession* session = nullptr);
 
     const CalendarContext& calendar() const { return m_calendar; }

@@ -67,8 +67,12 @@ Stored<std::shared_ptr<const DayView>> readDay(const DayBook& book, const LocalD
     return place.store.database().read([&](StoreConnection&) -> Stored<View> {
         auto calendar = CalendarContext::inZone(day.timeZoneIdentifier).value_or(book.calendar());
         const auto version = TRY(place.store.database().dataVersion());
-        if (shown && shown->dataVersion == version && shown->content().day == day
-            && shown->calendar == calendar)
+        // An edit that cannot be taken back any more leaves the store as it is.
+        auto undoTitle = titleOf(place.session.history, EditHistory::Direction::undo);
+        auto redoTitle = titleOf(place.session.history, EditHistory::Direction::redo);
+        const bool isSame = shown && shown->dataVersion == version && shown->content().day == day
+            && shown->calendar == calendar && shown->undoTitle == undoTitle && shown->redoTitle == redoTitle;
+        if (isSame)
             return shown;
 
         auto view = std::make_shared<DayView>();
@@ -78,8 +82,8 @@ Stored<std::shared_ptr<const DayView>> readDay(const DayBook& book, const LocalD
         view->frozen = recordOf(view->content().items, *view->day.loaded->recorded);
         for (auto& rule : TRY(place.store.review().attributionRules()))
             view->rules.emplace(rule.id, std::move(rule));
-        view->undoTitle = titleOf(place.session.history, EditHistory::Direction::undo);
-        view->redoTitle = titleOf(place.session.history, EditHistory::Direction::redo);
+        view->undoTitle = std::move(undoTitle);
+        view->redoTitle = std::move(redoTitle);
         view->subjects = subjectRows(*view);
         view->spans = spanRows(*view);
         return view;
