@@ -95,6 +95,8 @@ public:
     const std::optional<std::string>& storeRetryMessage() const { return m_storeRetryMessage; }
 
     bool isCapturing() const { return m_isCapturing; }
+    /// Records, or has yet to be told whether it can.
+    bool mayCapture() const { return m_capture && !m_captureProblem && !m_storeProblem; }
     /// Why nothing is recorded though the store is open and recording is wanted.
     const std::optional<std::string>& captureProblem() const { return m_captureProblem; }
     const CaptureStatus& captureStatus() const { return m_captureStatus; }

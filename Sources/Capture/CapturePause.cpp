@@ -48,6 +48,8 @@ RequestedPause requestedPause(TimedPauseOption option, Instant now, const Calend
 
 std::optional<CapturePause> PreferencesCapturePauseStore::load() const
 {
+    // It may have been chosen from a terminal while this copy did not record yet.
+    m_preferences.refresh();
     const auto kind = stored<std::string>(m_preferences, kindKey);
     if (kind == indefiniteKind)
         return CapturePause{};

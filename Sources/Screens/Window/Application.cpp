@@ -129,7 +129,7 @@ void Application::windowVisibilityChanged()
 {
     m_environment.menuBarIconNotice()->evaluate();
     // Without an icon and a recording there is nothing that its user could come back to.
-    if (!m_window->isOpen() && !m_item && !m_environment.isCapturing())
+    if (!m_window->isOpen() && !m_item && !m_environment.mayCapture())
         QCoreApplication::quit();
 }
 
