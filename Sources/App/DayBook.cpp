@@ -1,12 +1,9 @@
 #include "App/DayBook.h"
 
-#include <algorithm>
 #include <limits>
 #include <ranges>
 #include <set>
 #include <utility>
-
-#include <fmt/format.h>
 
 #include "App/ClientBook.h"
 #include "App/RecordedDay.h"
@@ -18,8 +15,6 @@
 #include "Review/Merge.h"
 #include "Review/MissingWork.h"
 #include "Review/Split.h"
-#include "Review/WorkBlockBuilder.h"
-#include "Rules/AttributionEngine.h"
 #include "Store/PersistentActivitySegmentRepository.h"
 #include "Store/PersistentReviewStore.h"
 

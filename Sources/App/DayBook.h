@@ -1,14 +1,12 @@
 #pragma once
 
-#include <expected>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "App/DayEditProblem.h"
@@ -22,7 +20,6 @@
 #include "Review/DaySummary.h"
 #include "Review/ReadyToBill.h"
 #include "Review/ReviewSubject.h"
-#include "Review/ReviewedEditProblem.h"
 #include "Review/SegmentReview.h"
 #include "Rules/ExclusionEngine.h"
 

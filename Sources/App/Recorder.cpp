@@ -126,7 +126,6 @@ InstanceStatus Recorder::status() const
 {
     InstanceStatus status{.capture = m_coordinator.status(),
                           .storeFile = m_store.file().string(),
-                          .processIdentifier = 0,
                           .providers = m_sources,
                           .openSegment = {},
                           .unsavedSegmentCount = static_cast<int>(m_coordinator.unsavedCount())};

@@ -142,8 +142,8 @@ RulePreviewDesk::Suggested<RuleSuggestion> RulePreviewDesk::suggest(const Correc
                                   .clientID = whom->clientID,
                                   .projectID = whom->projectID,
                                   .billableOverride = whom->billableOverride};
-        const auto recorded = TRY(m_store.segments().segments(opened.content().bounds));
-        suggestion.match = suggestedMatch(*subject, whom->clientID, opened.content(), recorded);
+        suggestion.match =
+            suggestedMatch(*subject, whom->clientID, opened.content(), *opened.loaded->recorded);
         suggestion.match.titleContains = work.titleWords;
         if (suggestion.match.isEmpty())
             return std::unexpected(NoSuggestion::withoutCondition);

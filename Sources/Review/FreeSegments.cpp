@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "Base/Digest.h"
+#include "Domain/SegmentOrder.h"
 
 namespace stintbook {
 
@@ -74,9 +75,7 @@ std::vector<FreeSegment> freeSegments(std::span<const ActivitySegment> segments,
         for (const auto& interval : remainder(clipped, slices == covered.end() ? nothing : slices->second))
             free.push_back(piece(segment, interval));
     }
-    // As they nearly always are: so much text is not sorted in vain.
-    if (!std::ranges::is_sorted(free, segmentOrder, &FreeSegment::segment))
-        std::ranges::sort(free, segmentOrder, &FreeSegment::segment);
+    sortBySegments(free, &FreeSegment::segment);
     return free;
 }
 

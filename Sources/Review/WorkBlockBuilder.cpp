@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "Domain/SegmentOrder.h"
 #include "Review/BlockAttribution.h"
 #include "Review/Run.h"
 #include "Review/RunFolding.h"
@@ -30,9 +31,7 @@ std::vector<RunEntry> workEntries(const std::vector<FreeSegment>& segments, cons
         if (free.segment.kind == ActivityKind::work)
             work.push_back(&free);
     }
-    const auto segmentOf = [](const FreeSegment* free) -> auto& { return free->segment; };
-    if (!std::ranges::is_sorted(work, segmentOrder, segmentOf))
-        std::ranges::sort(work, segmentOrder, segmentOf);
+    sortBySegments(work, [](const FreeSegment* free) -> auto& { return free->segment; });
 
     std::map<ApplicationIdentity, ApplicationTotals::Number> applications{
         {unknownApplication(), unknownApplicationNumber}};

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "Base/Try.h"
+#include "Domain/SegmentOrder.h"
 #include "Store/StoredFields.h"
 
 namespace stintbook {
@@ -140,8 +141,7 @@ Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, I
                                        overlapping.end, overlapping.start)
             .collect());
     // Starts come in order out of the index; the database would sort whole rows for the few that are equal.
-    if (!std::ranges::is_sorted(segments, segmentOrder))
-        std::ranges::sort(segments, segmentOrder);
+    sortBySegments(segments);
     return segments;
 }
 
