@@ -34,6 +34,8 @@ public:
 
     /// Those of the given segments; segments without a stored review are left out.
     virtual Stored<SegmentReviews> reviews(std::span<const SegmentID> segments) const = 0;
+    /// Those of the segments that overlap the interval, touching ends aside.
+    virtual Stored<SegmentReviews> reviews(Interval overlapping) const = 0;
     /// In one transaction; an empty review removes the record.
     virtual Stored<void> saveReviews(const std::map<SegmentID, SegmentReview>& reviews) = 0;
 };

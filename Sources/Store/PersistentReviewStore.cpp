@@ -90,6 +90,12 @@ Stored<SegmentReviews> PersistentReviewStore::reviews(std::span<const SegmentID>
     return m_database->read([&](StoreConnection& connection) { return readReviews(connection, segments); });
 }
 
+Stored<SegmentReviews> PersistentReviewStore::reviews(Interval overlapping) const
+{
+    return m_database->read(
+        [&](StoreConnection& connection) { return readReviews(connection, overlapping); });
+}
+
 Stored<void> PersistentReviewStore::saveReviews(const std::map<SegmentID, SegmentReview>& reviews)
 {
     return m_database->write(

@@ -35,6 +35,7 @@ public:
     Stored<void> apply(const ReviewedLayerMutation& mutation) override;
 
     Stored<SegmentReviews> reviews(std::span<const SegmentID> segments) const override;
+    Stored<SegmentReviews> reviews(Interval overlapping) const override;
     Stored<void> saveReviews(const std::map<SegmentID, SegmentReview>& reviews) override;
 
     Stored<std::vector<Client>> clients() const override;

@@ -70,16 +70,6 @@ Stored<ActivitySegment> readSegment(StoreConnection& /*connection*/, Query& row)
     return segment;
 }
 
-/// No segment is longer, so that one which overlaps an interval starts at most this much before it.
-Seconds longestSegment(StoreConnection& connection)
-{
-    // The index holds segments above 900 seconds only; the second more outweighs any rounding.
-    auto row =
-        connection.query("SELECT max(\"end\" - start) FROM ActivitySegment WHERE \"end\" - start > 900");
-    row.next();
-    return {row.take<std::optional<double>>().value_or(900) + 1};
-}
-
 Query& bindSegment(Query& query, const ActivitySegment& segment)
 {
     const auto& [kind, text] = segment.context;
@@ -127,6 +117,15 @@ void writeSegment(StoreConnection& connection, const ActivitySegment& segment)
     bindSegment(update, segment).run();
     connection.query("DELETE FROM SegmentBrowserDomain WHERE segmentID = ?1").bind(segment.id).run();
     writeDomain(connection, segment);
+}
+
+Seconds longestSegment(StoreConnection& connection)
+{
+    // The index holds segments above 900 seconds only; the second more outweighs any rounding.
+    auto row =
+        connection.query("SELECT max(\"end\" - start) FROM ActivitySegment WHERE \"end\" - start > 900");
+    row.next();
+    return {row.take<std::optional<double>>().value_or(900) + 1};
 }
 
 Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, Interval overlapping)

@@ -19,6 +19,8 @@ void writeSegment(StoreConnection& connection, const ActivitySegment& segment);
 /// False when a segment of that identifier is there already.
 bool insertSegmentIfAbsent(StoreConnection& connection, const ActivitySegment& segment);
 
+/// No segment is longer, so that one which overlaps an interval starts at most this much before it.
+Seconds longestSegment(StoreConnection& connection);
 /// By `segmentOrder`. The time that it takes depends on what is found, not on what is stored.
 Stored<std::vector<ActivitySegment>> readSegments(StoreConnection& connection, Interval overlapping);
 /// By `segmentOrder`.

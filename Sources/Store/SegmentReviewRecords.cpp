@@ -1,6 +1,7 @@
 #include "Store/SegmentReviewRecords.h"
 
 #include "Base/Try.h"
+#include "Store/SegmentRecords.h"
 #include "Store/StoredFields.h"
 
 namespace stintbook {
@@ -8,8 +9,7 @@ namespace stintbook {
 namespace {
 
 #define REVIEW_ROWS                                                                                          \
-    "SELECT segmentID, assignedClientID, assignedProjectID, assignedBillable, isIgnored, isConfirmed"        \
-    " FROM SegmentReview"
+    "SELECT segmentID, assignedClientID, assignedProjectID, assignedBillable, isIgnored, isConfirmed FROM "
 
 Stored<SegmentAndReview> readReview(StoreConnection& /*connection*/, Query& row)
 {
@@ -32,7 +32,7 @@ Stored<SegmentAndReview> readReview(StoreConnection& /*connection*/, Query& row)
 Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const SegmentID> segments)
 {
     SegmentReviews reviews;
-    auto row = connection.query(REVIEW_ROWS " WHERE segmentID = ?1");
+    auto row = connection.query(REVIEW_ROWS "SegmentReview WHERE segmentID = ?1");
     for (const auto id : segments) {
         if (row.again().bind(id).next())
             reviews.insert(TRY(readReview(connection, row)));
@@ -40,9 +40,23 @@ Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const 
     return reviews;
 }
 
+Stored<SegmentReviews> readReviews(StoreConnection& connection, Interval overlapping)
+{
+    if (overlapping.isEmpty())
+        return {};
+    // A crossed join is not reordered: the reviews of all other days are not to be walked through.
+    auto rows = connection.query(REVIEW_ROWS "ActivitySegment s CROSS JOIN SegmentReview ON segmentID = s.id"
+                                             " WHERE s.start > ?1 AND s.start < ?2 AND s.\"end\" > ?3");
+    rows.bind(overlapping.start - longestSegment(connection), overlapping.end, overlapping.start);
+    SegmentReviews reviews;
+    while (rows.next())
+        reviews.insert(TRY(readReview(connection, rows)));
+    return reviews;
+}
+
 StoredRecords<SegmentAndReview> allReviews(StoreConnection& connection)
 {
-    return {connection, REVIEW_ROWS " ORDER BY segmentID", readReview};
+    return {connection, REVIEW_ROWS "SegmentReview ORDER BY segmentID", readReview};
 }
 
 bool insertReviewIfAbsent(StoreConnection& connection, const SegmentAndReview& stored)

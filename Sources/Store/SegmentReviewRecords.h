@@ -13,6 +13,8 @@
 namespace stintbook {
 
 Stored<SegmentReviews> readReviews(StoreConnection& connection, std::span<const SegmentID> segments);
+/// Those of the segments that overlap the interval.
+Stored<SegmentReviews> readReviews(StoreConnection& connection, Interval overlapping);
 
 using SegmentAndReview = std::pair<SegmentID, SegmentReview>;
 /// By the segment's identifier.

@@ -1,4 +1,7 @@
+#include <array>
 #include <functional>
+#include <map>
+#include <set>
 
 #include <gmock/gmock.h>
 
@@ -126,6 +129,33 @@ TEST_F(ReviewStore, KeepsReviewsUntilTheyAreEmpty)
               (SegmentReviews{{one, review}, {two, {.isConfirmed = true}}}));
     ASSERT_TRUE(store.saveReviews({{one, {}}, {two, review}}));
     EXPECT_EQ(*store.reviews(std::vector{one, two}), (SegmentReviews{{two, review}}));
+}
+
+TEST_F(ReviewStore, FindsTheReviewsOfAStretchOfTime)
+{
+    PersistentActivitySegmentRepository segments(database);
+    std::map<SegmentID, SegmentReview> reviews;
+    // One after the other; the longest of them lies before others.
+    const std::array<Interval, 4> recorded{
+        {{{0}, {3600}}, {{3600}, {9000}}, {{9000}, {9600}}, {{9600}, {9900}}}};
+    for (std::size_t i = 0; i < recorded.size(); ++i) {
+        const ActivitySegment segment{
+            .id = numbered<SegmentID>(i), .start = recorded[i].start, .end = recorded[i].end};
+        ASSERT_TRUE(segments.save(std::vector{segment}));
+        reviews.emplace(segment.id, SegmentReview{.isConfirmed = true});
+    }
+    ASSERT_TRUE(store.saveReviews(reviews));
+    const auto in = [&](Interval when) {
+        const auto found = *store.reviews(when);
+        std::set<SegmentID> ids;
+        for (const auto& [id, review] : found)
+            ids.insert(id);
+        return ids;
+    };
+    EXPECT_THAT(in({{3600}, {9600}}), ElementsAre(numbered<SegmentID>(1), numbered<SegmentID>(2)));
+    EXPECT_THAT(in({{8999}, {9000}}), ElementsAre(numbered<SegmentID>(1)));
+    EXPECT_THAT(in({{9900}, {20'000}}), IsEmpty());
+    EXPECT_THAT(in({{4000}, {4000}}), IsEmpty());
 }
 
 TEST_F(ReviewStore, AppliesAMutationAsAWhole)
