@@ -168,7 +168,7 @@ void ReviewEdits::splitBySheet(double secondOfDay)
 void ReviewEdits::merge()
 {
     auto ids = m_review.selectedSubjects();
-    const auto* view = m_review.view();
+    const auto& view = m_review.view();
     if (view == nullptr || ids.empty())
         return;
     if (ids.size() == 1) {

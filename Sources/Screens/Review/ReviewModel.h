@@ -158,7 +158,7 @@ public:
     void edit(Edit edit);
     /// The blocks and items of the selected rows, by time.
     std::vector<UUID> selectedSubjects() const;
-    const DayView* view() const { return m_view.get(); }
+    const std::shared_ptr<const DayView>& view() const { return m_view; }
     const DaySelection& selection() const { return m_selection; }
     const ScreenContext& context() const { return m_context; }
     /// Reads the day again.

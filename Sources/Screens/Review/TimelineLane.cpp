@@ -19,7 +19,7 @@ constexpr double leastSpanWidth = 1;
 constexpr double leastWorkWidth = 2;
 /// Narrower work goes without a space to what follows.
 constexpr double leastSpacedWidth = 4;
-constexpr double space = 1;
+constexpr double spaceBehindWork = 1;
 constexpr double corner = 3;
 constexpr double frameWidth = 2;
 /// Of the frame around chosen work, beyond it.
@@ -35,11 +35,6 @@ void paintFrame(QPainter& painter, const QRectF& around, double radius, const QC
     painter.setPen(QPen(ink, frameWidth));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(around.adjusted(half, half, -half, -half), radius - half, radius - half);
-}
-
-QString named(const QString& first, const QString& second, const QString& third)
-{
-    return TimelineLane::tr("%1, %2, %3").arg(first, second, third);
 }
 
 QString hinted(const QString& first, const QString& second, const QString& third)
@@ -69,54 +64,36 @@ void TimelineLane::setReview(ReviewModel* review)
 
 void TimelineLane::readRows()
 {
-    Pieces work;
-    Pieces spans;
-    if (const auto* view = m_review->view()) {
-        work.reserve(view->subjects.size());
-        for (const auto& row : view->subjects) {
-            work.push_back({.id = row.id,
-                            .start = row.start,
-                            .end = row.end,
-                            .color = QColor(row.color),
-                            .isIgnored = row.state == text(rawValue(SubjectState::ignored)),
-                            .isConflicting = row.state == text(rawValue(SubjectState::conflicting)),
-                            .title = row.title,
-                            .times = row.times,
-                            .duration = row.duration,
-                            .client = row.client.isEmpty() ? tr("unassigned") : row.client});
-        }
-        spans.reserve(view->spans.size());
-        for (const auto& row : view->spans) {
-            spans.push_back({.id = row.id,
-                             .kind = row.isIdle ? Kind::idle : Kind::gap,
-                             .start = row.start,
-                             .end = row.end,
-                             .title = row.title,
-                             .times = row.times,
-                             .duration = row.duration});
-        }
-    }
-    if (work == m_work && spans == m_spans)
+    if (std::exchange(m_view, m_review->view()) == m_review->view())
         return;
-    m_work = std::move(work);
-    m_spans = std::move(spans);
-    m_byTime.clear();
-    for (const auto* pieces : {&m_work, &m_spans}) {
-        for (const auto& piece : *pieces)
-            m_byTime.push_back(&piece);
-    }
-    std::ranges::sort(m_byTime, {}, [](const Piece* piece) { return std::pair(piece->start, piece->id); });
+    m_steps.clear();
+    for (const auto& row : work())
+        m_steps.push_back({row.start, row.id});
+    for (const auto& row : spans())
+        m_steps.push_back({row.start, row.id});
+    std::ranges::sort(m_steps);
     Q_EMIT rowsChanged();
     settle();
+}
+
+const std::vector<SubjectRow>& TimelineLane::work() const
+{
+    static const std::vector<SubjectRow> none;
+    return m_view ? m_view->subjects : none;
+}
+
+const std::vector<SpanRow>& TimelineLane::spans() const
+{
+    static const std::vector<SpanRow> none;
+    return m_view ? m_view->spans : none;
 }
 
 void TimelineLane::settle()
 {
     const auto chosen = m_review == nullptr ? std::nullopt : m_review->selection().current();
-    const auto found =
-        std::ranges::find_if(m_byTime, [&](const Piece* piece) { return piece->id == chosen; });
-    const auto current = found == m_byTime.end() ? TimelinePlace() : place(**found);
-    const auto value = found == m_byTime.end() ? 0 : static_cast<int>(found - m_byTime.begin()) + 1;
+    const auto found = std::ranges::find(m_steps, chosen, &Step::id);
+    const auto current = found == m_steps.end() ? TimelinePlace() : placeOf(found->id);
+    const auto value = found == m_steps.end() ? 0 : static_cast<int>(found - m_steps.begin()) + 1;
     if (std::exchange(m_current, current) != current)
         Q_EMIT currentChanged();
     if (std::exchange(m_value, value) != value)
@@ -137,7 +114,7 @@ void TimelineLane::point()
 void TimelineLane::setValue(int value)
 {
     if (value > 0 && value <= maximumValue())
-        m_review->select(text(m_byTime[static_cast<std::size_t>(value) - 1]->id));
+        m_review->select(text(m_steps[static_cast<std::size_t>(value) - 1].id));
 }
 
 void TimelineLane::geometryChange(const QRectF& now, const QRectF& before)
@@ -152,52 +129,84 @@ double TimelineLane::xOf(double second) const
     return std::round((second - m_firstSecond) * m_pointsPerSecond) - x();
 }
 
-QRectF TimelineLane::area(const Piece& piece) const
+QRectF TimelineLane::area(double start, double end, double leastWidth, double space) const
 {
-    const auto left = xOf(piece.start);
-    auto width = xOf(piece.end) - left;
-    if (piece.kind != Kind::work)
-        width = std::max(leastSpanWidth, width);
-    else
-        width = std::max(leastWorkWidth, width > leastSpacedWidth ? width - space : width);
-    return {left, m_inset, width, height() - 2 * m_inset};
+    const auto left = xOf(start);
+    const auto width = xOf(end) - left;
+    return {left, m_inset, std::max(leastWidth, width > leastSpacedWidth ? width - space : width),
+            height() - 2 * m_inset};
 }
 
-TimelinePlace TimelineLane::place(const Piece& piece) const
+QRectF TimelineLane::area(const SubjectRow& row) const
 {
-    const auto lies = area(piece);
-    const bool isWork = piece.kind == Kind::work;
-    return {.id = text(piece.id),
-            .name = isWork ? named(piece.times, piece.title, piece.client)
-                           : named(piece.title, piece.times, piece.duration),
-            .hint = isWork ? hinted(piece.times, piece.duration, piece.title)
-                           : hinted(piece.title, piece.times, piece.duration),
-            .isWork = isWork,
-            .start = piece.start,
-            .end = piece.end,
+    return area(row.start, row.end, leastWorkWidth, spaceBehindWork);
+}
+
+QRectF TimelineLane::area(const SpanRow& row) const
+{
+    return area(row.start, row.end, leastSpanWidth, 0);
+}
+
+TimelinePlace TimelineLane::place(const SubjectRow& row) const
+{
+    const auto lies = area(row);
+    return {
+        .id = text(row.id),
+        .name =
+            tr("%1, %2, %3").arg(row.times, row.title, row.client.isEmpty() ? tr("unassigned") : row.client),
+        .hint = hinted(row.times, row.duration, row.title),
+        .isWork = true,
+        .start = row.start,
+        .end = row.end,
+        .x = lies.x(),
+        .width = lies.width()};
+}
+
+TimelinePlace TimelineLane::place(const SpanRow& row) const
+{
+    const auto lies = area(row);
+    return {.id = text(row.id),
+            .name = tr("%1, %2, %3").arg(row.title, row.times, row.duration),
+            .hint = hinted(row.title, row.times, row.duration),
+            .isWork = false,
+            .start = row.start,
+            .end = row.end,
             .x = lies.x(),
             .width = lies.width()};
 }
 
-TimelinePlace TimelineLane::placeAt(double x) const
+TimelinePlace TimelineLane::placeOf(const UUID& id) const
 {
-    for (const auto* pieces : {&m_work, &m_spans}) {
-        const auto after =
-            std::ranges::upper_bound(*pieces, x, {}, [this](const Piece& piece) { return xOf(piece.start); });
-        // What began last lies above what is around it.
-        for (auto piece = after; piece != pieces->begin();) {
-            --piece;
-            if (x < area(*piece).right())
-                return place(*piece);
-        }
-    }
-    return {};
+    if (const auto row = std::ranges::find(work(), id, &SubjectRow::id); row != work().end())
+        return place(*row);
+    const auto row = std::ranges::find(spans(), id, &SpanRow::id);
+    return row == spans().end() ? TimelinePlace() : place(*row);
 }
 
-bool TimelineLane::isSeen(const Piece& piece) const
+template <typename Row> const Row* TimelineLane::rowAt(const std::vector<Row>& rows, double x) const
 {
-    const auto lies = area(piece);
-    return lies.right() + frameReach > 0 && lies.left() - frameReach < width();
+    const auto after =
+        std::ranges::upper_bound(rows, x, {}, [this](const Row& row) { return xOf(row.start); });
+    // What began last lies above what is around it.
+    const auto above = std::ranges::subrange(rows.begin(), after) | std::views::reverse;
+    const auto row = std::ranges::find_if(above, [&](const Row& one) { return x < area(one).right(); });
+    return row == above.end() ? nullptr : &*row;
+}
+
+TimelinePlace TimelineLane::placeAt(double x) const
+{
+    if (const auto* row = rowAt(work(), x))
+        return place(*row);
+    const auto* row = rowAt(spans(), x);
+    return row == nullptr ? TimelinePlace() : place(*row);
+}
+
+template <typename Row> auto TimelineLane::seen(const std::vector<Row>& rows) const
+{
+    return rows | std::views::filter([this](const Row& row) {
+               const auto lies = area(row);
+               return lies.right() + frameReach > 0 && lies.left() - frameReach < width();
+           });
 }
 
 void TimelineLane::paint(QPainter* painter)
@@ -210,11 +219,10 @@ void TimelineLane::paint(QPainter* painter)
 
 void TimelineLane::paintSpans(QPainter& painter) const
 {
-    const auto isShown = [this](const Piece& piece) { return isSeen(piece); };
     const auto hatched = hatching();
-    for (const auto& piece : m_spans | std::views::filter(isShown)) {
-        const auto rectangle = snapped(area(piece));
-        if (piece.kind == Kind::idle) {
+    for (const auto& row : seen(spans())) {
+        const auto rectangle = snapped(area(row));
+        if (row.isIdle) {
             painter.fillRect(rectangle, m_idle);
             continue;
         }
@@ -226,32 +234,31 @@ void TimelineLane::paintSpans(QPainter& painter) const
 
 void TimelineLane::paintWork(QPainter& painter) const
 {
-    const auto isShown = [this](const Piece& piece) { return isSeen(piece); };
-    for (const auto& piece : m_work | std::views::filter(isShown)) {
-        const auto rectangle = snapped(area(piece));
+    const auto ignored = text(rawValue(SubjectState::ignored));
+    const auto conflicting = text(rawValue(SubjectState::conflicting));
+    for (const auto& row : seen(work())) {
+        const auto rectangle = snapped(area(row));
         const auto radius = std::min(corner, rectangle.width() / 3);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(piece.color.isValid() ? piece.color : m_anonymous);
-        painter.setOpacity(piece.isIgnored ? ignoredOpacity : 1);
+        painter.setBrush(row.color.isEmpty() ? m_anonymous : QColor(row.color));
+        painter.setOpacity(row.state == ignored ? ignoredOpacity : 1);
         painter.drawRoundedRect(rectangle, radius, radius);
         painter.setOpacity(1);
-        if (piece.isConflicting)
+        if (row.state == conflicting)
             paintFrame(painter, rectangle, radius, m_warning);
     }
 }
 
 void TimelineLane::paintFrames(QPainter& painter) const
 {
-    const auto isShown = [this](const Piece& piece) { return isSeen(piece); };
     const auto& chosen = m_review->selection();
-    for (const auto& piece : m_spans | std::views::filter(isShown)) {
-        if (chosen.contains(piece.id))
-            paintFrame(painter, snapped(area(piece)), corner, m_frame);
+    for (const auto& row : seen(spans())) {
+        if (chosen.contains(row.id))
+            paintFrame(painter, snapped(area(row)), corner, m_frame);
     }
-    for (const auto& piece : m_work | std::views::filter(isShown)) {
-        if (chosen.contains(piece.id))
-            paintFrame(painter,
-                       snapped(area(piece)).adjusted(-frameReach, -frameReach, frameReach, frameReach),
+    for (const auto& row : seen(work())) {
+        if (chosen.contains(row.id))
+            paintFrame(painter, snapped(area(row)).adjusted(-frameReach, -frameReach, frameReach, frameReach),
                        corner + frameWidth, m_frame);
     }
 }

@@ -4,6 +4,8 @@
 #include <QPixmap>
 #include <QQuickPaintedItem>
 #include <QRectF>
+#include <compare>
+#include <memory>
 #include <vector>
 
 #include <QtQml/qqmlregistration.h>
@@ -82,7 +84,7 @@ public:
     int value() const { return m_value; }
     void setValue(int value);
     static int minimumValue() { return 0; }
-    int maximumValue() const { return static_cast<int>(m_byTime.size()); }
+    int maximumValue() const { return static_cast<int>(m_steps.size()); }
     /// What a press there is about.
     Q_INVOKABLE stintbook::TimelinePlace placeAt(double x) const;
 
@@ -102,35 +104,30 @@ protected:
     void geometryChange(const QRectF& now, const QRectF& before) override;
 
 private:
-    enum class Kind { work, idle, gap };
-    /// A row as it is painted, without what only a list shows.
-    struct Piece {
-        UUID id;
-        Kind kind = Kind::work;
+    /// Work, idle time or a gap, by its start.
+    struct Step {
         double start = 0;
-        double end = 0;
-        QColor color;
-        bool isIgnored = false;
-        bool isConflicting = false;
-        QString title;
-        QString times;
-        QString duration;
-        /// For whom the work was.
-        QString client;
+        UUID id;
 
-        friend bool operator==(const Piece&, const Piece&) = default;
+        friend auto operator<=>(const Step&, const Step&) = default;
     };
-    using Pieces = std::vector<Piece>;
 
     void readRows();
+    const std::vector<SubjectRow>& work() const;
+    const std::vector<SpanRow>& spans() const;
     /// Something lies elsewhere, or is chosen.
     void settle();
     void point();
     double xOf(double second) const;
-    QRectF area(const Piece& piece) const;
-    TimelinePlace place(const Piece& piece) const;
-    /// Whether any of it, or of its frame, can be seen.
-    bool isSeen(const Piece& piece) const;
+    QRectF area(double start, double end, double leastWidth, double space) const;
+    QRectF area(const SubjectRow& row) const;
+    QRectF area(const SpanRow& row) const;
+    TimelinePlace place(const SubjectRow& row) const;
+    TimelinePlace place(const SpanRow& row) const;
+    TimelinePlace placeOf(const UUID& id) const;
+    template <typename Row> const Row* rowAt(const std::vector<Row>& rows, double x) const;
+    /// The rows of which anything, or anything of their frame, can be seen.
+    template <typename Row> auto seen(const std::vector<Row>& rows) const;
     void paintSpans(QPainter& painter) const;
     void paintWork(QPainter& painter) const;
     void paintFrames(QPainter& painter) const;
@@ -148,10 +145,9 @@ private:
     QColor m_warning;
     QColor m_frame;
     double m_mouse = -1;
-    /// By their starts. Work may lie over the others, and over brief work that is gathered around it.
-    Pieces m_work;
-    Pieces m_spans;
-    std::vector<const Piece*> m_byTime;
+    /// What is painted; work may lie over idle time, and over brief work that is gathered around it.
+    std::shared_ptr<const DayView> m_view;
+    std::vector<Step> m_steps;
     TimelinePlace m_pointed;
     TimelinePlace m_current;
     int m_value = 0;
