@@ -4,6 +4,7 @@
 #include <QVariantMap>
 #include <algorithm>
 #include <functional>
+#include <ranges>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -73,9 +74,7 @@ public:
     /// Of rows with one identifier the first counts. Takes as long as there are rows, in whatever order they were.
     void show(std::vector<Row> wanted)
     {
-        std::unordered_set<ID> kept;
-        std::erase_if(wanted, [&](const Row& row) { return !kept.insert(row.id).second; });
-        removeAllBut(kept);
+        removeAllBut(withoutRepetition(wanted));
         reorder(wanted);
         for (std::size_t at = 0; at < wanted.size(); ++at) {
             if (at < m_rows.size() && m_rows[at].id == wanted[at].id)
@@ -85,7 +84,43 @@ public:
         }
     }
 
+    /// Rows of something else altogether: they take the places of those that were shown, so that a view need not make
+    /// its items anew. For lists whose items hold nothing of their own.
+    void showInPlace(std::vector<Row> wanted)
+    {
+        withoutRepetition(wanted);
+        const auto common = std::min(m_rows.size(), wanted.size());
+        removeFrom(common, m_rows.size());
+        std::ranges::move(wanted | std::views::take(common), m_rows.begin());
+        m_known.clear();
+        for (const auto& row : m_rows)
+            m_known.insert(row.id);
+        if (common > 0)
+            Q_EMIT dataChanged(index(0), index(static_cast<int>(common) - 1));
+        if (common < wanted.size())
+            insert(common, wanted);
+    }
+
 private:
+    /// What is left are these identifiers.
+    static std::unordered_set<ID> withoutRepetition(std::vector<Row>& rows)
+    {
+        std::unordered_set<ID> known;
+        std::erase_if(rows, [&](const Row& row) { return !known.insert(row.id).second; });
+        return known;
+    }
+
+    void removeFrom(std::size_t begin, std::size_t end)
+    {
+        if (begin == end)
+            return;
+        beginRemoveRows({}, static_cast<int>(begin), static_cast<int>(end) - 1);
+        for (auto at = begin; at < end; ++at)
+            m_known.erase(m_rows[at].id);
+        m_rows.erase(m_rows.begin() + offset(begin), m_rows.begin() + offset(end));
+        endRemoveRows();
+    }
+
     void removeAllBut(const std::unordered_set<ID>& kept)
     {
         for (auto end = m_rows.size(); end > 0;) {
@@ -96,12 +131,7 @@ private:
             auto begin = end;
             while (begin > 0 && !kept.contains(m_rows[begin - 1].id))
                 --begin;
-            beginRemoveRows({}, static_cast<int>(begin), static_cast<int>(end) - 1);
-            for (auto at = begin; at < end; ++at)
-                m_known.erase(m_rows[at].id);
-            m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(begin),
-                         m_rows.begin() + static_cast<std::ptrdiff_t>(end));
-            endRemoveRows();
+            removeFrom(begin, end);
             end = begin;
         }
     }
@@ -187,9 +217,7 @@ private:
         beginInsertRows({}, static_cast<int>(at), static_cast<int>(end) - 1);
         for (auto i = at; i < end; ++i)
             m_known.insert(wanted[i].id);
-        m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(at),
-                      wanted.begin() + static_cast<std::ptrdiff_t>(at),
-                      wanted.begin() + static_cast<std::ptrdiff_t>(end));
+        m_rows.insert(m_rows.begin() + offset(at), wanted.begin() + offset(at), wanted.begin() + offset(end));
         endInsertRows();
     }
 

@@ -19,6 +19,15 @@ ShownHours shownHours(const DayView& view)
             std::min(whole(std::ceil(hours.last / 3600)), view.content().bounds.length().value)};
 }
 
+QVariantList hourMarks(const DayView& view, const ShownHours& hours)
+{
+    QVariantList marks;
+    for (double second = hours.first; second <= hours.last; second += 3600)
+        marks.append(QVariantMap{{QStringLiteral("second"), second},
+                                 {QStringLiteral("name"), timeText(view, second)}});
+    return marks;
+}
+
 QString timeText(const DayView& view, double second)
 {
     return timeOf(view.content().bounds.start + Seconds{second}, view.calendar);

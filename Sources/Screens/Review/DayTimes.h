@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QVariantList>
 
 #include "Screens/Review/DayView.h"
 
@@ -13,6 +14,9 @@ struct ShownHours {
     double last = 18 * 3600.0;
 };
 ShownHours shownHours(const DayView& view);
+
+/// Where the hours are written: [{ second, name }].
+QVariantList hourMarks(const DayView& view, const ShownHours& hours);
 
 QString timeText(const DayView& view, double second);
 /// The second at which the day's clock shows what was typed; negative for anything that is no time of day. Of a time

@@ -112,15 +112,6 @@ double ReviewModel::lastSecond() const
     return m_hours.last;
 }
 
-QVariantList ReviewModel::hours() const
-{
-    QVariantList hours;
-    for (double second = firstSecond(); second <= lastSecond(); second += 3600)
-        hours.append(
-            QVariantMap{{QStringLiteral("second"), second}, {QStringLiteral("name"), timeText(second)}});
-    return hours;
-}
-
 double ReviewModel::now() const
 {
     return m_view ? (m_context.clock.now() - m_view->content().bounds.start).value : -1;
@@ -235,21 +226,29 @@ void ReviewModel::ask(Edit edit, const Done& done)
 
 void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UUID>& work)
 {
-    const auto before = std::exchange(m_view, std::move(view));
+    auto before = std::exchange(m_view, std::move(view));
     if (before == m_view && work.empty())
         return;
     const bool isSameDay = before && before->content().day == m_view->content().day;
     m_hours = shownHours(*m_view);
+    // Their marks are made anew only when they are others.
+    const bool areOtherMarks = std::exchange(m_hourMarks, hourMarks(*m_view, m_hours)) != m_hourMarks;
     std::vector<ChoiceRow> clients;
     for (const auto& client : m_view->directory().selectableClients(std::nullopt))
         clients.push_back(
             {client.id.uuid, text(client.name), client.color ? text(client.color->hex()) : QString()});
     m_clients.show(std::move(clients));
     showProjects();
-    showList();
+    if (isSameDay)
+        showList();
+    else
+        m_subjects.showInPlace(m_filter.listed(*m_view));
     keepSelection(isSameDay ? before->subjects : std::vector<SubjectRow>(), work);
     Q_EMIT changed();
+    if (areOtherMarks)
+        Q_EMIT hoursChanged();
     Q_EMIT nowChanged();
+    m_context.desk.letGo(std::move(before));
 }
 
 const std::vector<SubjectRow>& ReviewModel::rows() const
@@ -287,7 +286,8 @@ std::vector<UUID> ReviewModel::rowsOf(const std::vector<UUID>& work) const
 
 void ReviewModel::showList()
 {
-    m_subjects.show(m_filter.listed(rows()));
+    if (m_view)
+        m_subjects.show(m_filter.listed(*m_view));
 }
 
 void ReviewModel::setFilter(SubjectFilter filter)

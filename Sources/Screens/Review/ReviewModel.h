@@ -48,7 +48,7 @@ class ReviewModel : public QObject {
     Q_PROPERTY(double dayLength READ dayLength NOTIFY changed)
     Q_PROPERTY(double firstSecond READ firstSecond NOTIFY changed)
     Q_PROPERTY(double lastSecond READ lastSecond NOTIFY changed)
-    Q_PROPERTY(QVariantList hours READ hours NOTIFY changed)
+    Q_PROPERTY(QVariantList hours READ hours NOTIFY hoursChanged)
     Q_PROPERTY(double now READ now NOTIFY nowChanged)
     Q_PROPERTY(QString undoTitle READ undoTitle NOTIFY changed)
     Q_PROPERTY(QString redoTitle READ redoTitle NOTIFY changed)
@@ -83,7 +83,7 @@ public:
     double firstSecond() const;
     double lastSecond() const;
     /// The hours between them: [{ second, name }].
-    QVariantList hours() const;
+    const QVariantList& hours() const { return m_hourMarks; }
     /// Seconds since the day's beginning; outside of the day on every day but today.
     double now() const;
     /// "Assign"; empty when there is nothing to undo.
@@ -167,6 +167,7 @@ public:
 
 Q_SIGNALS:
     void changed();
+    void hoursChanged();
     void nowChanged();
     void problemChanged();
     /// The user is about to choose something else, or another day.
@@ -210,6 +211,7 @@ private:
     bool m_isUnreadable = false;
     SubjectFilter m_filter;
     ShownHours m_hours;
+    QVariantList m_hourMarks;
     RowModel<SubjectRow> m_subjects;
     RowModel<LineageRow> m_lineage;
     RowModel<ChoiceRow> m_clients;

@@ -34,27 +34,9 @@ void setWhom(SubjectRow& row, const std::optional<AttributionAssignment>& assign
         row.project = text(project->name);
 }
 
-/// What a search looks into, each text once.
-class SearchedWords {
-public:
-    void add(std::string_view words)
-    {
-        if (m_known.insert(words).second)
-            m_all.append(words).push_back('\n');
-    }
-    std::string folded() const { return foldedForSearch(m_all); }
-
-private:
-    std::unordered_set<std::string_view> m_known;
-    std::string m_all;
-};
-
 /// What the work was, from its record: the title of most of its time goes first.
-void setWhat(SubjectRow& row, std::span<const WorkBlockSegment> lineage)
+void setTitles(SubjectRow& row, std::span<const WorkBlockSegment> lineage)
 {
-    if (lineage.empty())
-        return;
-    row.application = text(dominantApplication(lineage).displayName);
     QStringList titles;
     for (const auto& title : workTitles(lineage) | std::views::take(mostTitles + 1))
         titles.append(text(title.text));
@@ -73,6 +55,8 @@ struct WorkInRow {
     std::optional<AttributionAssignment> whom;
     /// Items have one.
     std::optional<std::string> description;
+    /// Empty where nothing was recorded.
+    std::string application;
     std::span<const WorkBlockSegment> lineage;
 };
 
@@ -89,38 +73,32 @@ SubjectRow subjectRow(const WorkInRow& work, const DayView& view)
     row.end = (work.when.end - view.content().bounds.start).value;
     setWhom(row, work.whom, view.directory());
     row.title = text(work.description.value_or(""));
-    setWhat(row, work.lineage);
+    row.application = text(work.application);
+    setTitles(row, work.lineage);
     if (row.title.isEmpty())
         row.title = row.project;
-
-    const auto client = row.client.toStdString();
-    const auto project = row.project.toStdString();
-    const auto application = row.application.toStdString();
-    SearchedWords words;
-    for (const std::string_view name : {client, project, application})
-        words.add(name);
-    if (work.description)
-        words.add(*work.description);
-    for (const auto& entry : work.lineage) {
-        words.add(entry.segment.context.text);
-        if (entry.segment.browserDomain)
-            words.add(entry.segment.browserDomain->host());
-    }
-    row.words = words.folded();
     return row;
 }
 
 SubjectRow blockRow(const WorkBlock& block, const DayView& view)
 {
-    return subjectRow(
-        {block.id, block.interval(), state(block), block.effectiveAssignment(), {}, block.lineage}, view);
+    return subjectRow({block.id,
+                       block.interval(),
+                       state(block),
+                       block.effectiveAssignment(),
+                       {},
+                       block.application.displayName,
+                       block.lineage},
+                      view);
 }
 
 SubjectRow itemRow(const ReviewedWorkItem& item, const DayView& view)
 {
     const auto lineage = view.lineage(item);
+    const auto application = lineage.empty() ? std::string() : dominantApplication(lineage).displayName;
     return subjectRow(
-        {item.id.uuid, item.interval(), state(item), item.assignment, item.description, lineage}, view);
+        {item.id.uuid, item.interval(), state(item), item.assignment, item.description, application, lineage},
+        view);
 }
 
 /// The rows of blocks that one brief activity gathers, as one.
@@ -134,7 +112,6 @@ SubjectRow gathered(const BriefActivity& activity, const std::vector<SubjectRow>
         if (&member == &members.front())
             continue;
         row.subjects.insert(row.subjects.end(), member.subjects.begin(), member.subjects.end());
-        row.words += '\n' + member.words;
         if (member.client != row.client || member.project != row.project) {
             row.client = QObject::tr("Several");
             row.project.clear();
@@ -155,6 +132,31 @@ SubjectRow gathered(const BriefActivity& activity, const std::vector<SubjectRow>
     row.duration = shortDuration(activity.interval().length());
     row.end = (activity.end - view.content().bounds.start).value;
     return row;
+}
+
+/// Each text once.
+std::string wordsOf(const std::optional<AttributionAssignment>& whom, std::string_view description,
+                    std::span<const WorkBlockSegment> lineage, const AssignmentDirectory& directory)
+{
+    std::unordered_set<std::string_view> known;
+    std::string all;
+    const auto add = [&](std::string_view words) {
+        if (known.insert(words).second)
+            all.append(words).push_back('\n');
+    };
+    if (const auto* client = whom ? directory.client(whom->clientID) : nullptr)
+        add(client->name);
+    if (const auto* project = whom ? directory.project(whom->projectID) : nullptr)
+        add(project->name);
+    add(description);
+    for (const auto& entry : lineage) {
+        add(entry.segment.context.text);
+        if (entry.segment.application)
+            add(entry.segment.application->displayName);
+        if (entry.segment.browserDomain)
+            add(entry.segment.browserDomain->host());
+    }
+    return foldedForSearch(all);
 }
 
 QString gapText(GapReason reason)
@@ -259,6 +261,25 @@ std::vector<SpanRow> spanRows(const DayView& view)
                         .isIdle = isIdle,
                         .start = (segment.start - view.content().bounds.start).value,
                         .end = (segment.end - view.content().bounds.start).value});
+    }
+    return rows;
+}
+
+std::unordered_map<UUID, std::string> searchedWords(const DayView& view)
+{
+    std::unordered_map<UUID, std::string> words;
+    for (const auto& block : view.content().blocks)
+        words.emplace(block.id, wordsOf(block.effectiveAssignment(), {}, block.lineage, view.directory()));
+    for (const auto& item : view.content().items)
+        words.emplace(
+            item.id.uuid,
+            wordsOf(item.assignment, item.description.value_or(""), view.lineage(item), view.directory()));
+    // Of gathered work all of it.
+    std::unordered_map<UUID, std::string> rows;
+    for (const auto& row : view.subjects) {
+        auto& all = rows[row.id];
+        for (const auto& id : row.subjects)
+            all.append(words.at(id));
     }
     return rows;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QStringList>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "App/DayBook.h"
@@ -36,8 +38,6 @@ struct SubjectRow {
     /// Seconds since the day's beginning.
     double start = 0;
     double end = 0;
-    /// What a search looks into, folded: titles, domains, description, application, client and project.
-    std::string words;
 
     friend bool operator==(const SubjectRow&, const SubjectRow&) = default;
 };
@@ -75,6 +75,8 @@ QString stateText(SubjectState state);
 std::vector<RowModel<SubjectRow>::Role> subjectRoles();
 std::vector<SubjectRow> subjectRows(const DayView& view);
 std::vector<SpanRow> spanRows(const DayView& view);
+/// What a search looks into, by row, folded: titles, domains, descriptions, applications, clients and projects.
+std::unordered_map<UUID, std::string> searchedWords(const DayView& view);
 std::vector<LineageRow> lineageRows(const std::vector<WorkBlockSegment>& lineage,
                                     const CalendarContext& calendar);
 

@@ -8,12 +8,13 @@
 
 namespace stintbook {
 
-std::vector<SubjectRow> SubjectFilter::listed(const std::vector<SubjectRow>& rows) const
+std::vector<SubjectRow> SubjectFilter::listed(const DayView& view) const
 {
     const auto wanted = foldedForSearch(search.trimmed().toStdString());
     std::vector<SubjectRow> shown;
-    std::ranges::copy_if(rows, std::back_inserter(shown), [&](const SubjectRow& row) {
-        return (!onlyUnresolved || row.isUnresolved) && row.words.find(wanted) != std::string::npos;
+    std::ranges::copy_if(view.subjects, std::back_inserter(shown), [&](const SubjectRow& row) {
+        return (!onlyUnresolved || row.isUnresolved)
+            && (wanted.empty() || view.words().at(row.id).contains(wanted));
     });
     if (order == QLatin1String("duration")) {
         std::ranges::stable_sort(shown, std::greater(),

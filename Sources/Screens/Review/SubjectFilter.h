@@ -3,7 +3,7 @@
 #include <QString>
 #include <vector>
 
-#include "Screens/Review/ReviewRows.h"
+#include "Screens/Review/DayView.h"
 
 namespace stintbook {
 
@@ -14,7 +14,7 @@ struct SubjectFilter {
     /// "time", "duration" or "client".
     QString order = QStringLiteral("time");
 
-    std::vector<SubjectRow> listed(const std::vector<SubjectRow>& rows) const;
+    std::vector<SubjectRow> listed(const DayView& view) const;
 
     friend bool operator==(const SubjectFilter&, const SubjectFilter&) = default;
 };

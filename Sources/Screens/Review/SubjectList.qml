@@ -76,6 +76,8 @@ Panel {
                     positionViewAtIndex(currentRow, ListView.Contain);
             }
             // Not with every reading, or nobody could look elsewhere while work is recorded.
+            property string day: panel.review.title
+            onDayChanged: positionViewAtBeginning()
             Connections {
                 target: panel.review
                 function onSelectionChanged() { list.currentRow = panel.review.currentRow(); }

@@ -25,6 +25,10 @@ Item {
     readonly property bool isCurrent: review.current === subjectID
     readonly property bool isIgnored: state === "ignored"
 
+    // Of the words left of the chip. An anchor would come after their first layout, and each would be laid out twice.
+    readonly property real wordsWidth: width - mark.width - chip.width - mention.width - length.width - 38 - 2 * Theme.gap
+    readonly property real wordsOpacity: isIgnored ? 0.6 : 1
+
     height: 54
     Accessible.role: Accessible.ListItem
     Accessible.name: qsTr("%1, %2, %3, %4, %5").arg(title).arg(times).arg(duration).arg(client.length > 0 ? qsTr("%1, %2").arg(client).arg(project) : qsTr("unassigned")).arg(stateText)
@@ -35,25 +39,23 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: Theme.radius
-        color: row.isChosen ? Theme.selection : hover.hovered ? Theme.hover : "transparent"
+        color: row.isChosen ? Theme.selection : mouse.containsMouse ? Theme.hover : "transparent"
         border.width: row.isCurrent && row.view.activeFocus ? 2 : 0
         border.color: Theme.accent
     }
-    HoverHandler { id: hover }
-    TapHandler {
-        acceptedModifiers: Qt.NoModifier
-        onTapped: {
-            row.view.forceActiveFocus();
-            row.review.select(row.subjectID);
+    MouseArea {
+        id: mouse
+        anchors.fill: parent
+        hoverEnabled: true
+        onClicked: (event) => {
+            row.view.forceActiveFocus(Qt.MouseFocusReason);
+            if (event.modifiers & Qt.ControlModifier)
+                row.review.toggle(row.subjectID);
+            else if (event.modifiers & Qt.ShiftModifier)
+                row.review.extendTo(row.subjectID);
+            else
+                row.review.select(row.subjectID);
         }
-    }
-    TapHandler {
-        acceptedModifiers: Qt.ControlModifier
-        onTapped: row.review.toggle(row.subjectID)
-    }
-    TapHandler {
-        acceptedModifiers: Qt.ShiftModifier
-        onTapped: row.review.extendTo(row.subjectID)
     }
     Rectangle {
         id: mark
@@ -66,28 +68,29 @@ Item {
         color: row.tint
         opacity: row.isIgnored ? 0.4 : 1
     }
-    Column {
+    Words {
         anchors.left: mark.right
         anchors.leftMargin: 12
-        anchors.right: chip.left
-        anchors.rightMargin: Theme.gap
-        anchors.verticalCenter: parent.verticalCenter
-        spacing: 3
-        opacity: row.isIgnored ? 0.6 : 1
-        Words {
-            width: parent.width
-            text: row.moreTitles.length > 0 ? qsTr("%1  ·  %2").arg(row.title).arg(row.moreTitles) : row.title
-            font.weight: Font.Medium
-            font.strikeout: row.isIgnored
-            Accessible.ignored: true
-        }
-        Words {
-            width: parent.width
-            text: row.application.length > 0 ? qsTr("%1  ·  %2").arg(row.times).arg(row.application) : row.times
-            font.pixelSize: Theme.small
-            color: Theme.secondaryInk
-            Accessible.ignored: true
-        }
+        anchors.bottom: parent.verticalCenter
+        anchors.bottomMargin: 1
+        width: row.wordsWidth
+        opacity: row.wordsOpacity
+        text: row.moreTitles.length > 0 ? qsTr("%1  ·  %2").arg(row.title).arg(row.moreTitles) : row.title
+        font.weight: Font.Medium
+        font.strikeout: row.isIgnored
+        Accessible.ignored: true
+    }
+    Words {
+        anchors.left: mark.right
+        anchors.leftMargin: 12
+        anchors.top: parent.verticalCenter
+        anchors.topMargin: 2
+        width: row.wordsWidth
+        opacity: row.wordsOpacity
+        text: row.application.length > 0 ? qsTr("%1  ·  %2").arg(row.times).arg(row.application) : row.times
+        font.pixelSize: Theme.small
+        color: Theme.secondaryInk
+        Accessible.ignored: true
     }
     Chip {
         id: chip
