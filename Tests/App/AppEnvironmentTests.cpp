@@ -14,9 +14,9 @@
 #include "Base/VirtualTime.h"
 #include "Store/PersistentActivitySegmentRepository.h"
 #include "Store/PersistentReviewStore.h"
-#include "StoreOfADay.h"
 #include "Support/CaptureProviders.h"
 #include "Support/CapturedLog.h"
+#include "Support/StoreOfADay.h"
 
 namespace stintbook {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "StoreOfADay.h"
+#include "Support/StoreOfADay.h"
 
 namespace stintbook {
 

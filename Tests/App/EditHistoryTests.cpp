@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "Store/PersistentReviewStore.h"
-#include "StoreOfADay.h"
+#include "Support/StoreOfADay.h"
 
 namespace stintbook {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "App/ExportDesk.h"
-#include "StoreOfADay.h"
+#include "Support/StoreOfADay.h"
 
 namespace stintbook {
 

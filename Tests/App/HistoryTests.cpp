@@ -11,8 +11,8 @@
 #include "App/Midnights.h"
 #include "App/PreferencesFile.h"
 #include "Base/VirtualTime.h"
-#include "StoreOfADay.h"
 #include "Support/CapturedLog.h"
+#include "Support/StoreOfADay.h"
 
 namespace stintbook {
 

@@ -4,7 +4,7 @@
 
 #include "App/RuleBook.h"
 #include "App/RulePreviewDesk.h"
-#include "StoreOfADay.h"
+#include "Support/StoreOfADay.h"
 
 namespace stintbook {
 namespace {

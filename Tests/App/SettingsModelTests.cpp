@@ -3,8 +3,8 @@
 
 #include "App/ExcludedApplicationsModel.h"
 #include "App/LaunchAtLogin.h"
-#include "StoreOfADay.h"
 #include "Support/CapturedLog.h"
+#include "Support/StoreOfADay.h"
 
 namespace stintbook {
 

@@ -52,5 +52,31 @@ TEST(RowModelTest, ShowsWhatIsWantedInWhateverOrderAndKeepsThePlaceOfWhatStays)
     }
 }
 
+TEST(RowModelTest, PutsRowsOfSomethingElseInThePlacesOfTheFormer)
+{
+    RowModel<NumberedRow> model({RowModel<NumberedRow>::role("value", &NumberedRow::value)});
+    int inserted = 0;
+    int removed = 0;
+    QObject::connect(&model, &QAbstractItemModel::rowsInserted,
+                     [&](const QModelIndex&, int first, int last) { inserted += last - first + 1; });
+    QObject::connect(&model, &QAbstractItemModel::rowsRemoved,
+                     [&](const QModelIndex&, int first, int last) { removed += last - first + 1; });
+    using Rows = std::vector<NumberedRow>;
+    model.showInPlace({{1, 1}, {2, 2}});
+    EXPECT_EQ(model.rows(), (Rows{{1, 1}, {2, 2}}));
+    // One of them is there already, one comes twice.
+    model.showInPlace({{3, 3}, {1, 4}, {3, 5}, {6, 6}});
+    EXPECT_EQ(model.rows(), (Rows{{3, 3}, {1, 4}, {6, 6}}));
+    EXPECT_EQ(inserted, 3);
+    EXPECT_EQ(removed, 0);
+    model.showInPlace({{7, 7}});
+    EXPECT_EQ(model.rows(), (Rows{{7, 7}}));
+    EXPECT_EQ(removed, 2);
+    // What is where is known.
+    model.show({{6, 6}, {7, 8}});
+    EXPECT_EQ(model.rows(), (Rows{{6, 6}, {7, 8}}));
+    EXPECT_EQ(inserted, 4);
+}
+
 } // namespace
 } // namespace stintbook
