@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Measures a day of 10,000 segments in the window: measure_day.py BUILD_DIRECTORY [SEGMENTS]
+"""Measures days of 10,000 segments in the window: measure_day.py BUILD_DIRECTORY [SEGMENTS]
 
 It is shown at 1440 × 900 by the software renderer, on an X server, window manager and session bus of its own. The
 keys and the wheel are pressed as a user would; what is counted is the time until the picture has its last change, and
@@ -125,6 +125,12 @@ def report(what, frames, elapsed=None):
     frames.frames.clear()
 
 
+def report_times(what, frames, times):
+    """Of the same act, done several times."""
+    took = sorted(round(time) for time in times)
+    report(f"{what}, {len(took)} times: {took[0]} to {took[-1]} ms, {took[len(took) // 2]} in the middle", frames)
+
+
 def repeated(count, act):
     began = time.monotonic()
     for turn in range(count):
@@ -141,7 +147,7 @@ def main():
         yesterday = datetime.date.today() - datetime.timedelta(1)
         trace = desktop.home / "day.jsonl"
         with trace.open("w") as output:
-            subprocess.run([HERE / "make_history.py", "1", str(yesterday), segments], stdout=output, check=True)
+            subprocess.run([HERE / "make_history.py", "2", str(yesterday), segments], stdout=output, check=True)
         subprocess.run([build / "bin" / "velloran-cli", "replay", str(trace)], check=True, stdout=subprocess.DEVNULL)
         os.environ["VELLORAN_CLI"] = str(build / "bin" / "velloran-cli")
         subprocess.run([HERE.parent / "Samples" / "apply_rules.sh"], check=True, stdout=subprocess.DEVNULL)
@@ -157,10 +163,19 @@ def main():
         subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Velloran$", "windowsize", "1440", "900",
                         "windowmove", "0", "0"], check=True)
         display = Display()
+        # The first key of an invented keyboard has the toolkit read that keyboard's map.
+        display.press("Shift_L")
         time.sleep(2)
         frames.frames.clear()
 
-        report("open the day", frames, until_still(display, lambda: display.press("bracketleft")))
+        def times_of(*keys):
+            """What each key of a sequence takes, with pauses, as of somebody who looks at what it did."""
+            for key in keys:
+                yield until_still(display, lambda: display.press(key))
+                time.sleep(0.3)
+
+        report("open the first day, from an empty one", frames, *times_of("bracketleft"))
+        report_times("open another day", frames, times_of(*["bracketleft", "bracketright"] * 5))
         display.point(LIST)
         repeated(180, lambda _: display.button(5))
         report("scroll the list down", frames)
@@ -187,8 +202,7 @@ def main():
         report("select", frames, until_still(display, lambda: display.button(1)))
         report("unresolved only", frames, until_still(display, lambda: display.press("u")))
         report("all", frames, until_still(display, lambda: display.press("u")))
-        report("ignore", frames, until_still(display, lambda: display.press("i")))
-        report("restore", frames, until_still(display, lambda: display.press("i")))
+        report_times("ignore and restore", frames, times_of(*["i", "i"] * 5))
         program.terminate()
         program.wait(10)
     finally:

@@ -77,7 +77,7 @@ public:
     void deleteActivity(const ActivityDataScope& scope, ActivityDeleting::Reply reply,
                         DeletionProgress progress) override;
 
-    /// All but the process, which who publishes it knows.
+    /// Without the process, which the publisher adds.
     InstanceStatus status() const;
     /// Absent deadline: until resumed.
     void pause(std::optional<Instant> until);

@@ -27,7 +27,8 @@ protected:
     std::vector<QString> listed(const SubjectFilter& filter)
     {
         std::vector<QString> rows;
-        for (const auto& row : filter.listed(*read()))
+        const auto view = read();
+        for (const auto& row : filter.listed(view->subjects, searchedWords(*view)))
             rows.push_back(row.times);
         return rows;
     }
@@ -61,20 +62,35 @@ TEST_F(DayViewTest, IsTheOneThatIsShownWhileThereIsNothingNew)
 
 TEST_F(DayViewTest, IsSearchedByEverythingThatIsKnownOfItsWork)
 {
+    auto page = world.segment(world.hours(14, 15), ActivityKind::work, "firefox");
+    page.context = {FocusedContextKind::windowTitle, "Issue 218: search ignores umlauts"};
+    page.browserDomain = BrowserDomain::fromText("hafenkante.example");
+    auto brief = page;
+    brief.id = SegmentID::random();
+    brief.start = page.end;
+    brief.end = page.end + Seconds{20};
+    brief.application.reset();
+    brief.browserDomain.reset();
+    brief.context = {FocusedContextKind::windowTitle, "Print"};
+    ASSERT_TRUE(world.store->segments().save(std::vector{page, brief}));
     ASSERT_TRUE(book.assign(world.day, std::vector{world.blockIDs().front()}, world.target()));
     const auto item = book.freeze(world.day, std::vector{world.blockIDs().front()})->front();
     ASSERT_TRUE(book.describe(world.day, item.id.uuid, "Entwürfe für das Café"));
 
     const auto all = listed({});
-    ASSERT_EQ(all.size(), 3U);
+    ASSERT_GE(all.size(), 4U);
     EXPECT_THAT(listed({.search = QStringLiteral("nordLICHT")}), ElementsAre(all[0]));
     EXPECT_THAT(listed({.search = QStringLiteral(" relaunch ")}), ElementsAre(all[0]));
     EXPECT_THAT(listed({.search = QStringLiteral("entwurfe fur das cafe")}), ElementsAre(all[0]));
     EXPECT_THAT(listed({.search = QStringLiteral("Konsole")}), ElementsAre(all[1]));
     EXPECT_THAT(listed({.search = QStringLiteral("kate")}), ElementsAre(all[0], all[2]));
     EXPECT_THAT(listed({.search = QStringLiteral("kate"), .onlyUnresolved = true}), ElementsAre(all[2]));
+    EXPECT_THAT(listed({.search = QStringLiteral("umlauts")}), ElementsAre(all[3]));
+    EXPECT_THAT(listed({.search = QStringLiteral("hafenkante")}), ElementsAre(all[3]));
+    EXPECT_THAT(listed({.search = QStringLiteral("unknown app")}), ElementsAre(all.back()));
+    EXPECT_THAT(listed({.search = QStringLiteral("print")}), ElementsAre(all.back()));
     EXPECT_THAT(listed({.search = QStringLiteral("nobody")}), IsEmpty());
-    EXPECT_THAT(listed({.order = QStringLiteral("duration")}), ElementsAre(all[0], all[1], all[2]));
+    EXPECT_EQ(listed({.order = QStringLiteral("client")}).back(), all[0]);
 }
 
 TEST_F(DayViewTest, KeepsWhatIsChosenOrWhatTookItsPlace)

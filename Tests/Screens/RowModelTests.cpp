@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -61,8 +62,14 @@ TEST(RowModelTest, PutsRowsOfSomethingElseInThePlacesOfTheFormer)
                      [&](const QModelIndex&, int first, int last) { inserted += last - first + 1; });
     QObject::connect(&model, &QAbstractItemModel::rowsRemoved,
                      [&](const QModelIndex&, int first, int last) { removed += last - first + 1; });
+    std::vector<std::pair<int, int>> changed;
+    QObject::connect(&model, &QAbstractItemModel::dataChanged,
+                     [&](const QModelIndex& first, const QModelIndex& last) {
+                         changed.emplace_back(first.row(), last.row());
+                     });
     using Rows = std::vector<NumberedRow>;
     model.showInPlace({{1, 1}, {2, 2}});
+    EXPECT_TRUE(changed.empty());
     EXPECT_EQ(model.rows(), (Rows{{1, 1}, {2, 2}}));
     // One of them is there already, one comes twice.
     model.showInPlace({{3, 3}, {1, 4}, {3, 5}, {6, 6}});
@@ -72,6 +79,7 @@ TEST(RowModelTest, PutsRowsOfSomethingElseInThePlacesOfTheFormer)
     model.showInPlace({{7, 7}});
     EXPECT_EQ(model.rows(), (Rows{{7, 7}}));
     EXPECT_EQ(removed, 2);
+    EXPECT_EQ(changed, (std::vector<std::pair<int, int>>{{0, 1}, {0, 0}}));
     // What is where is known.
     model.show({{6, 6}, {7, 8}});
     EXPECT_EQ(model.rows(), (Rows{{6, 6}, {7, 8}}));

@@ -15,7 +15,7 @@
 namespace stintbook {
 
 /// Rows that have an `id`, as QML shows them by roles. What is shown changes row by row, so that views keep their
-/// selection, their place and the text that is being typed.
+/// selection, their place and the text that is being typed, unless all of it is to be shown in place.
 template <typename Row> class RowModel : public QAbstractListModel {
     using ID = decltype(Row::id);
 
@@ -84,8 +84,8 @@ public:
         }
     }
 
-    /// Rows of something else altogether: they take the places of those that were shown, so that a view need not make
-    /// its items anew. For lists whose items hold nothing of their own.
+    /// Other rows where the present ones stand: a view keeps its items and fills them anew, instead of making new ones.
+    /// Only for lists whose items hold nothing of their own, such as text that is being typed.
     void showInPlace(std::vector<Row> wanted)
     {
         withoutRepetition(wanted);

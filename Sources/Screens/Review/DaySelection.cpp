@@ -30,6 +30,17 @@ std::optional<UUID> neighbour(const std::vector<UUID>& all, const std::optional<
     return all[static_cast<std::size_t>(next)];
 }
 
+std::vector<UUID> rowsOf(const std::vector<UUID>& work, const std::vector<SubjectRow>& rows)
+{
+    const std::unordered_set<UUID> wanted(work.begin(), work.end());
+    std::vector<UUID> found;
+    for (const auto& row : rows) {
+        if (std::ranges::any_of(row.subjects, [&](const UUID& id) { return wanted.contains(id); }))
+            found.push_back(row.id);
+    }
+    return found;
+}
+
 std::vector<UUID> keptRows(const std::vector<UUID>& chosen, const std::vector<SubjectRow>& before,
                            const DayView& now)
 {

@@ -64,6 +64,9 @@ private:
 /// The one of `all` that lies so far from the current one, or else the first, the last; absent where there is none.
 std::optional<UUID> neighbour(const std::vector<UUID>& all, const std::optional<UUID>& current, int distance);
 
+/// The rows in which any of the work is shown.
+std::vector<UUID> rowsOf(const std::vector<UUID>& work, const std::vector<SubjectRow>& rows);
+
 /// What is still chosen of a day that was read again: what is gone gives way to what lies where it lay.
 std::vector<UUID> keptRows(const std::vector<UUID>& chosen, const std::vector<SubjectRow>& before,
                            const DayView& now);

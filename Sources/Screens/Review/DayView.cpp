@@ -59,13 +59,6 @@ std::vector<WorkBlockSegment> DayView::lineage(const ReviewSubject& subject) con
     return lineage(std::get<ReviewedWorkItem>(subject));
 }
 
-const std::unordered_map<UUID, std::string>& DayView::words() const
-{
-    if (!m_words)
-        m_words = searchedWords(*this);
-    return *m_words;
-}
-
 Stored<std::shared_ptr<const DayView>> readDay(const DayBook& book, const LocalDay& day,
                                                StoreDesk::Workplace& place,
                                                const std::shared_ptr<const DayView>& shown)

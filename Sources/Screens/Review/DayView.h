@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <optional>
-#include <string>
 #include <unordered_map>
 
 #include "App/DayBook.h"
@@ -14,7 +12,8 @@
 
 namespace stintbook {
 
-/// A day as it was read, with all that is shown of it. Made on the desk's thread, shown on the window's.
+/// A day as it was read, with all that is shown of it. Made on the desk's thread, shown on the window's, and never
+/// changed.
 struct DayView {
     OpenedDay day;
     CalendarContext calendar = CalendarContext::system();
@@ -34,11 +33,6 @@ struct DayView {
     /// What the subject was recorded as; empty for work that was added by hand, and where a cleanup removed it.
     std::vector<WorkBlockSegment> lineage(const ReviewedWorkItem& item) const;
     std::vector<WorkBlockSegment> lineage(const ReviewSubject& subject) const;
-    /// By row. Nobody has searched most days: they are made when they are first asked for, for one thread.
-    const std::unordered_map<UUID, std::string>& words() const;
-
-private:
-    mutable std::optional<std::unordered_map<UUID, std::string>> m_words;
 };
 
 /// The view that is given while it shows that day as it still is; otherwise a new one.

@@ -3,7 +3,6 @@
 #include <QLocale>
 #include <algorithm>
 #include <ranges>
-#include <unordered_set>
 #include <utility>
 
 #include "Screens/Models/Texts.h"
@@ -210,13 +209,14 @@ void ReviewModel::ask(Edit edit, const Done& done)
     };
     m_context.desk.ask(
         this, work,
-        [this, day = m_day, chosen = m_selection.ids(), done](const Answer& answer) {
+        [this, day = m_day, chosen = m_selection.ids(), done](Answer answer) {
             const auto& outcome = answer.outcome;
             // Who has gone to another day, or chosen something else, stays there.
             if (answer.view && m_day == day)
                 m_day = answer.view->content().day;
             if (answer.view && m_day == answer.view->content().day)
                 show(answer.view, m_selection.ids() == chosen ? outcome.work : std::vector<UUID>());
+            m_context.desk.letGo(std::move(answer.view));
             if (!outcome.work.empty() || outcome.day)
                 m_calendar.choose(date());
             done(outcome.problem ? text(*outcome.problem) : QString());
@@ -230,6 +230,7 @@ void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UU
     if (before == m_view && work.empty())
         return;
     const bool isSameDay = before && before->content().day == m_view->content().day;
+    m_words.clear();
     m_hours = shownHours(*m_view);
     // Their marks are made anew only when they are others.
     const bool areOtherMarks = std::exchange(m_hourMarks, hourMarks(*m_view, m_hours)) != m_hourMarks;
@@ -242,7 +243,7 @@ void ReviewModel::show(std::shared_ptr<const DayView> view, const std::vector<UU
     if (isSameDay)
         showList();
     else
-        m_subjects.showInPlace(m_filter.listed(*m_view));
+        m_subjects.showInPlace(listed());
     keepSelection(isSameDay ? before->subjects : std::vector<SubjectRow>(), work);
     Q_EMIT changed();
     if (areOtherMarks)
@@ -265,29 +266,25 @@ const std::vector<SpanRow>& ReviewModel::spans() const
 
 void ReviewModel::keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work)
 {
-    auto rows = rowsOf(work);
-    if (rows.empty())
-        rows = keptRows(m_selection.ids(), before, *m_view);
-    if (rows != m_selection.ids())
-        m_selection.set(std::move(rows));
+    auto chosen = rowsOf(work, rows());
+    if (chosen.empty())
+        chosen = keptRows(m_selection.ids(), before, *m_view);
+    if (chosen != m_selection.ids())
+        m_selection.set(std::move(chosen));
     selectionMoved();
 }
 
-std::vector<UUID> ReviewModel::rowsOf(const std::vector<UUID>& work) const
+std::vector<SubjectRow> ReviewModel::listed()
 {
-    const std::unordered_set<UUID> wanted(work.begin(), work.end());
-    std::vector<UUID> found;
-    for (const auto& row : rows()) {
-        if (std::ranges::any_of(row.subjects, [&](const UUID& id) { return wanted.contains(id); }))
-            found.push_back(row.id);
-    }
-    return found;
+    if (m_words.empty() && !m_filter.search.isEmpty())
+        m_words = searchedWords(*m_view);
+    return m_filter.listed(m_view->subjects, m_words);
 }
 
 void ReviewModel::showList()
 {
     if (m_view)
-        m_subjects.show(m_filter.listed(*m_view));
+        m_subjects.show(listed());
 }
 
 void ReviewModel::setFilter(SubjectFilter filter)
@@ -450,7 +447,8 @@ void ReviewModel::selectBlocker(int index)
 {
     if (!m_view || index < 0 || static_cast<std::size_t>(index) >= m_view->day.blockers.size())
         return;
-    choose(rowsOf(workBehind(m_view->day.blockers[static_cast<std::size_t>(index)], m_view->content())));
+    choose(
+        rowsOf(workBehind(m_view->day.blockers[static_cast<std::size_t>(index)], m_view->content()), rows()));
 }
 
 std::optional<std::pair<double, double>> ReviewModel::currentTimes() const

@@ -5,6 +5,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <QtQml/qqmlregistration.h>
@@ -188,6 +190,8 @@ private:
     const std::vector<SubjectRow>& rows() const;
     const std::vector<SpanRow>& spans() const;
     void setFilter(SubjectFilter filter);
+    /// The rows that pass the filter, in its order.
+    std::vector<SubjectRow> listed();
     void showList();
     void showProjects();
     void leaveSelection();
@@ -195,7 +199,6 @@ private:
     void choose(std::vector<UUID> rows);
     void selectionMoved();
     void keepSelection(const std::vector<SubjectRow>& before, const std::vector<UUID>& work);
-    std::vector<UUID> rowsOf(const std::vector<UUID>& work) const;
     std::vector<UUID> listedIDs() const;
     /// Of what was chosen last.
     std::optional<std::pair<double, double>> currentTimes() const;
@@ -210,6 +213,8 @@ private:
     /// The last reading failed, and the problem says why.
     bool m_isUnreadable = false;
     SubjectFilter m_filter;
+    /// Of the day that is shown; empty until somebody searches it.
+    std::unordered_map<UUID, std::string> m_words;
     ShownHours m_hours;
     QVariantList m_hourMarks;
     RowModel<SubjectRow> m_subjects;

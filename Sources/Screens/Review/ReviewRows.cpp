@@ -138,6 +138,7 @@ SubjectRow gathered(const BriefActivity& activity, const std::vector<SubjectRow>
 std::string wordsOf(const std::optional<AttributionAssignment>& whom, std::string_view description,
                     std::span<const WorkBlockSegment> lineage, const AssignmentDirectory& directory)
 {
+    const auto unknown = unknownApplication();
     std::unordered_set<std::string_view> known;
     std::string all;
     const auto add = [&](std::string_view words) {
@@ -151,8 +152,7 @@ std::string wordsOf(const std::optional<AttributionAssignment>& whom, std::strin
     add(description);
     for (const auto& entry : lineage) {
         add(entry.segment.context.text);
-        if (entry.segment.application)
-            add(entry.segment.application->displayName);
+        add(entry.segment.application ? entry.segment.application->displayName : unknown.displayName);
         if (entry.segment.browserDomain)
             add(entry.segment.browserDomain->host());
     }

@@ -10,7 +10,8 @@
 #include "Review/SubjectState.h"
 #include "Screens/Models/RowModel.h"
 
-/// A day's parts as its screen shows them: texts and numbers, made away from the window's thread.
+/// A day's parts as its screen shows them: texts and numbers. All but the words of a search are made away from the
+/// window's thread.
 namespace stintbook {
 
 struct DayView;

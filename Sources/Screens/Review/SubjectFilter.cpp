@@ -8,13 +8,13 @@
 
 namespace stintbook {
 
-std::vector<SubjectRow> SubjectFilter::listed(const DayView& view) const
+std::vector<SubjectRow> SubjectFilter::listed(const std::vector<SubjectRow>& rows,
+                                              const std::unordered_map<UUID, std::string>& words) const
 {
     const auto wanted = foldedForSearch(search.trimmed().toStdString());
     std::vector<SubjectRow> shown;
-    std::ranges::copy_if(view.subjects, std::back_inserter(shown), [&](const SubjectRow& row) {
-        return (!onlyUnresolved || row.isUnresolved)
-            && (wanted.empty() || view.words().at(row.id).contains(wanted));
+    std::ranges::copy_if(rows, std::back_inserter(shown), [&](const SubjectRow& row) {
+        return (!onlyUnresolved || row.isUnresolved) && (wanted.empty() || words.at(row.id).contains(wanted));
     });
     if (order == QLatin1String("duration")) {
         std::ranges::stable_sort(shown, std::greater(),

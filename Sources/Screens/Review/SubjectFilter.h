@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
-#include "Screens/Review/DayView.h"
+#include "Screens/Review/ReviewRows.h"
 
 namespace stintbook {
 
@@ -14,7 +16,9 @@ struct SubjectFilter {
     /// "time", "duration" or "client".
     QString order = QStringLiteral("time");
 
-    std::vector<SubjectRow> listed(const DayView& view) const;
+    /// The words are those of `searchedWords`; without a search nobody looks into them.
+    std::vector<SubjectRow> listed(const std::vector<SubjectRow>& rows,
+                                   const std::unordered_map<UUID, std::string>& words) const;
 
     friend bool operator==(const SubjectFilter&, const SubjectFilter&) = default;
 };

@@ -25,8 +25,9 @@ Item {
     readonly property bool isCurrent: review.current === subjectID
     readonly property bool isIgnored: state === "ignored"
 
-    // Of the words left of the chip. An anchor would come after their first layout, and each would be laid out twice.
-    readonly property real wordsWidth: width - mark.width - chip.width - mention.width - length.width - 38 - 2 * Theme.gap
+    // Of the words between mark and chip. Anchored at both ends they would be laid out twice: before the anchors, too.
+    readonly property real wordsWidth: width - edge - mark.width - edge - 2 * Theme.gap - chip.width - mention.width - length.width - edge
+    readonly property real edge: 12
     readonly property real wordsOpacity: isIgnored ? 0.6 : 1
 
     height: 54
@@ -39,14 +40,13 @@ Item {
     Rectangle {
         anchors.fill: parent
         radius: Theme.radius
-        color: row.isChosen ? Theme.selection : mouse.containsMouse ? Theme.hover : "transparent"
+        color: row.isChosen ? Theme.selection : hover.hovered ? Theme.hover : "transparent"
         border.width: row.isCurrent && row.view.activeFocus ? 2 : 0
         border.color: Theme.accent
     }
+    HoverHandler { id: hover }
     MouseArea {
-        id: mouse
         anchors.fill: parent
-        hoverEnabled: true
         onClicked: (event) => {
             row.view.forceActiveFocus(Qt.MouseFocusReason);
             if (event.modifiers & Qt.ControlModifier)
@@ -60,7 +60,7 @@ Item {
     Rectangle {
         id: mark
         anchors.left: parent.left
-        anchors.leftMargin: 12
+        anchors.leftMargin: row.edge
         anchors.verticalCenter: parent.verticalCenter
         width: 4
         height: 30
@@ -70,7 +70,7 @@ Item {
     }
     Words {
         anchors.left: mark.right
-        anchors.leftMargin: 12
+        anchors.leftMargin: row.edge
         anchors.bottom: parent.verticalCenter
         anchors.bottomMargin: 1
         width: row.wordsWidth
@@ -82,7 +82,7 @@ Item {
     }
     Words {
         anchors.left: mark.right
-        anchors.leftMargin: 12
+        anchors.leftMargin: row.edge
         anchors.top: parent.verticalCenter
         anchors.topMargin: 2
         width: row.wordsWidth
@@ -117,7 +117,7 @@ Item {
     Words {
         id: length
         anchors.right: parent.right
-        anchors.rightMargin: 14
+        anchors.rightMargin: row.edge
         anchors.verticalCenter: parent.verticalCenter
         width: 76
         horizontalAlignment: Text.AlignRight

@@ -37,6 +37,11 @@ void paintFrame(QPainter& painter, const QRectF& around, double radius, const QC
     painter.drawRoundedRect(around.adjusted(half, half, -half, -half), radius - half, radius - half);
 }
 
+QString named(const QString& first, const QString& second, const QString& third)
+{
+    return TimelineLane::tr("%1, %2, %3").arg(first, second, third);
+}
+
 QString hinted(const QString& first, const QString& second, const QString& third)
 {
     return TimelineLane::tr("%1  ·  %2  ·  %3").arg(first, second, third);
@@ -150,23 +155,21 @@ QRectF TimelineLane::area(const SpanRow& row) const
 TimelinePlace TimelineLane::place(const SubjectRow& row) const
 {
     const auto lies = area(row);
-    return {
-        .id = text(row.id),
-        .name =
-            tr("%1, %2, %3").arg(row.times, row.title, row.client.isEmpty() ? tr("unassigned") : row.client),
-        .hint = hinted(row.times, row.duration, row.title),
-        .isWork = true,
-        .start = row.start,
-        .end = row.end,
-        .x = lies.x(),
-        .width = lies.width()};
+    return {.id = text(row.id),
+            .name = named(row.times, row.title, row.client.isEmpty() ? tr("unassigned") : row.client),
+            .hint = hinted(row.times, row.duration, row.title),
+            .isWork = true,
+            .start = row.start,
+            .end = row.end,
+            .x = lies.x(),
+            .width = lies.width()};
 }
 
 TimelinePlace TimelineLane::place(const SpanRow& row) const
 {
     const auto lies = area(row);
     return {.id = text(row.id),
-            .name = tr("%1, %2, %3").arg(row.title, row.times, row.duration),
+            .name = named(row.title, row.times, row.duration),
             .hint = hinted(row.title, row.times, row.duration),
             .isWork = false,
             .start = row.start,
