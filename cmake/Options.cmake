@@ -31,6 +31,11 @@ endif()
 if(STINTBOOK_SANITIZE)
     add_compile_options(-fsanitize=${STINTBOOK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${STINTBOOK_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # These two double the time to compile. The address sanitizer stops at a null pointer, too, and the fuzz
+        # targets, which Clang builds, check alignment.
+        add_compile_options(-fno-sanitize=null,alignment)
+    endif()
 endif()
 
 if(STINTBOOK_LIBFUZZER)

@@ -50,12 +50,12 @@ T.Popup {
         }
         Row {
             Repeater {
-                model: 7
+                model: popup.review.calendar.weekdays
                 Words {
-                    required property int index
+                    required property string modelData
                     width: 40
                     horizontalAlignment: Text.AlignHCenter
-                    text: Qt.locale().dayName((index + Qt.locale().firstDayOfWeek) % 7, Locale.ShortFormat).substring(0, 2)
+                    text: modelData
                     font.pixelSize: Theme.caption
                     color: Theme.secondaryInk
                     Accessible.ignored: true

@@ -1,6 +1,7 @@
 #include "Screens/Review/ReviewCalendar.h"
 
 #include <QLocale>
+#include <algorithm>
 #include <utility>
 
 #include "App/DayBook.h"
@@ -66,6 +67,14 @@ void ReviewCalendar::readWeek()
                 m_week.show(weekRows(dates, m_date, *days, m_context.clock.now(), m_context.calendar()));
         },
         [](const std::string&) {});
+}
+
+QStringList ReviewCalendar::weekdays()
+{
+    const QLocale locale;
+    auto marks = weekdayMarks(locale);
+    std::rotate(marks.begin(), marks.begin() + (locale.firstDayOfWeek() - Qt::Monday), marks.end());
+    return marks;
 }
 
 QString ReviewCalendar::monthTitle() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 
 #include <QtQml/qqmlregistration.h>
 
@@ -19,6 +20,7 @@ class ReviewCalendar : public QObject {
 
     Q_PROPERTY(QAbstractItemModel* week READ week CONSTANT)
     Q_PROPERTY(QAbstractItemModel* month READ month CONSTANT)
+    Q_PROPERTY(QStringList weekdays READ weekdays CONSTANT)
     Q_PROPERTY(QString monthTitle READ monthTitle NOTIFY monthChanged)
 
 public:
@@ -26,6 +28,8 @@ public:
 
     QAbstractItemModel* week() { return &m_week; }
     QAbstractItemModel* month() { return &m_month; }
+    /// As the columns of the month are named.
+    static QStringList weekdays();
     QString monthTitle() const;
 
     /// The day that is reviewed from now on; its surroundings are read anew.

@@ -1,7 +1,7 @@
 #include "Screens/Review/WeekRows.h"
 
 #include <QDate>
-#include <QLocale>
+#include <QSet>
 #include <algorithm>
 
 #include "App/RecordsPeriod.h"
@@ -45,12 +45,24 @@ std::vector<CivilDate> datesOfMonth(CivilDate inMonth)
                      daysOfCalendar);
 }
 
+QStringList weekdayMarks(const QLocale& locale)
+{
+    QStringList marks;
+    QStringList letters;
+    for (int day = Qt::Monday; day <= Qt::Sunday; ++day) {
+        marks.append(locale.dayName(day, QLocale::ShortFormat).left(2));
+        letters.append(locale.dayName(day, QLocale::NarrowFormat));
+    }
+    return QSet(marks.begin(), marks.end()).size() == marks.size() ? marks : letters;
+}
+
 std::vector<WeekDayRow> weekRows(const std::vector<CivilDate>& dates, CivilDate chosen,
                                  const std::vector<ListedDay>& days, Instant now,
                                  const CalendarContext& calendar)
 {
     const QLocale locale;
     const auto weekdays = locale.weekdays();
+    const auto names = weekdayMarks(locale);
     const auto today = calendar.dateOf(now);
     std::vector<WeekDayRow> rows;
     for (const auto date : dates) {
@@ -60,7 +72,7 @@ std::vector<WeekDayRow> weekRows(const std::vector<CivilDate>& dates, CivilDate 
         const auto qdate = dateOf(date);
         const auto* listed = dayIn(days, *day, date);
         WeekDayRow row{.id = dayID(listed == nullptr ? *day : listed->summary.day),
-                       .name = locale.dayName(qdate.dayOfWeek(), QLocale::ShortFormat).left(2),
+                       .name = names[qdate.dayOfWeek() - 1],
                        .number = locale.toString(date.day),
                        .isChosen = date == chosen,
                        .isToday = date == today,

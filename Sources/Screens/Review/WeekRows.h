@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QLocale>
 #include <QString>
+#include <QStringList>
 #include <string>
 #include <vector>
 
@@ -33,6 +35,9 @@ struct WeekDayRow {
 std::vector<CivilDate> datesOfStrip(CivilDate chosen);
 /// The six weeks in which the month lies.
 std::vector<CivilDate> datesOfMonth(CivilDate inMonth);
+/// The days of a week from Monday on, in as few letters as tell them apart: two where those differ, or else what the
+/// locale abbreviates them to at most.
+QStringList weekdayMarks(const QLocale& locale);
 /// Days that are not in the list have no work.
 std::vector<WeekDayRow> weekRows(const std::vector<CivilDate>& dates, CivilDate chosen,
                                  const std::vector<ListedDay>& days, Instant now,
