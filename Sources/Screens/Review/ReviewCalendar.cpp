@@ -73,7 +73,7 @@ QStringList ReviewCalendar::weekdays()
 {
     const QLocale locale;
     auto marks = weekdayMarks(locale);
-    std::rotate(marks.begin(), marks.begin() + (locale.firstDayOfWeek() - Qt::Monday), marks.end());
+    std::ranges::rotate(marks, marks.begin() + (locale.firstDayOfWeek() - Qt::Monday));
     return marks;
 }
 
